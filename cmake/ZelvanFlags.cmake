@@ -1,0 +1,27 @@
+# Compiler settings that every target of the project shares.
+#
+# zelvan_flags: strict IEEE double arithmetic on every target (no contraction
+# into fused operations; on 32-bit x86 SSE2 instead of the x87 unit), warnings,
+# and the sanitizers when asked for.
+
+add_library(zelvan_flags INTERFACE)
+
+if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
+  target_compile_options(zelvan_flags INTERFACE
+    -ffp-contract=off
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wdouble-promotion
+    $<$<COMPILE_LANGUAGE:CXX>:-Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual>)
+  if(CMAKE_SIZEOF_VOID_P EQUAL 4 AND CMAKE_SYSTEM_PROCESSOR MATCHES "86")
+    target_compile_options(zelvan_flags INTERFACE -msse2 -mfpmath=sse)
+  endif()
+  if(ZELVAN_WERROR)
+    target_compile_options(zelvan_flags INTERFACE -Werror)
+  endif()
+  if(ZELVAN_SANITIZE)
+    set(sanitizers -fsanitize=address,undefined,float-cast-overflow -fno-sanitize-recover=all)
+    target_compile_options(zelvan_flags INTERFACE ${sanitizers} -fno-omit-frame-pointer)
+    target_link_options(zelvan_flags INTERFACE ${sanitizers})
+  endif()
+elseif(MSVC)
+  target_compile_options(zelvan_flags INTERFACE /W4 /fp:strict)
+endif()

@@ -1,0 +1,26 @@
+/* Marks what the shared library exports. Readable by C and C++.
+ *
+ * ZELVAN_BUILDING is defined while the library itself is built; a program
+ * that links the objects directly (the tests) defines ZELVAN_STATIC. */
+#ifndef ZELVAN_EXPORT_H
+#define ZELVAN_EXPORT_H
+
+#if defined(_WIN32)
+#if defined(ZELVAN_STATIC)
+#define ZELVAN_API
+#elif defined(ZELVAN_BUILDING)
+#define ZELVAN_API __declspec(dllexport)
+#else
+#define ZELVAN_API __declspec(dllimport)
+#endif
+#define ZELVAN_CALL __cdecl
+#else
+#if defined(__GNUC__)
+#define ZELVAN_API __attribute__((visibility("default")))
+#else
+#define ZELVAN_API
+#endif
+#define ZELVAN_CALL
+#endif
+
+#endif

@@ -1,0 +1,152 @@
+/* Zelvan's flat interface: polygons in, triangles out. Plain C.
+ *
+ * One process-wide workspace holds a main polygon and a queue of further
+ * contours. The host sets the main contour, queues others, unites or subtracts
+ * them (that is how holes are made), triangulates, and reads the answer back:
+ *
+ *     double outer[] = {0,0,0,  10,0,0,  10,10,0,  0,10,0};
+ *     double hole[]  = {3,3,0,  7,3,0,  7,7,0,  3,7,0};
+ *     int vertices, edges, faces;
+ *
+ *     SetMainContour(12, outer);
+ *     SetHole(12, hole);
+ *     Substruct();
+ *     Triangulate();
+ *     GetCounts(&vertices, &edges, &faces);          // 8, 16, 8
+ *
+ * What the library guarantees, whatever it is given:
+ *
+ *  1. NothingEscapes. No function lets an exception out. The operations and
+ *     the reads of vertices and mesh answer 1 for success and 0 for failure;
+ *     the contour queries answer a number or -1.
+ *  2. EveryCallEnds. Work is bounded by the size of the input and the number
+ *     of its crossings. Numbers that are not finite, repeated points, spikes,
+ *     crossing edges and zero areas are refused or resolved, never fatal.
+ *  3. AreaIsExact. Once a contour has been snapped to its grid, everything is
+ *     computed in integers: the triangles' areas sum to the region's exactly,
+ *     and every triangle runs strictly counter-clockwise.
+ *  4. MeshIsConsistent. A region of n vertices, h holes and a areas has
+ *     n + 2h - 2a triangles. Each inner edge has two faces, each contour edge
+ *     one; vertices are shared, no vertex is added.
+ *  5. SnapIsBounded. A vertex is read back within half a grid step of where it
+ *     was given: half of (extent of the contour's box) / 1048575, per axis.
+ *  6. SameBytes. The same calls give the same bytes on every machine and in
+ *     every run. The host's own random generator is never touched.
+ *  7. FailureLeavesNothingBehind. A failed call leaks nothing, exhausted memory
+ *     included, and the library works afterwards.
+ *
+ * What it asks of the host: calls from one thread at a time, buffers as large
+ * as each function states, and an input pointer that addresses `count` doubles.
+ *
+ * All numbers are 0-based. Coordinates are doubles in the host's own units; z
+ * is read and ignored, and given back as 0.0. Validation uses one tolerance,
+ * 1e-5, absolute, in squared input units (see SetMainContour): scale small
+ * units up before the call.
+ */
+#ifndef ZELVAN_ZELVAN_H
+#define ZELVAN_ZELVAN_H
+
+#include <zelvan/export.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* Replaces the main polygon and empties the queue of further contours.
+ *
+ * count  number of doubles; count / 3 points are read, one or two trailing
+ *        doubles are ignored.
+ * xyz    count doubles, consecutive (x, y, z) triples in contour order, in
+ *        either direction; the last point need not repeat the first. Not kept.
+ *
+ * Points that lie within tolerance on a line with their neighbours are removed:
+ * those whose cross product with them is below 1e-5 in squared units.
+ *
+ * Returns 1 when a main polygon now exists. Returns 0, and leaves neither a
+ * main polygon nor a queue, when the contour is unusable: fewer than three
+ * points left, two edges cross, zero area, a number that is not finite, a null
+ * pointer, no memory. The edge that closes the contour is not tested for
+ * crossings. A contour that collapses on its grid gives 1 and a main polygon
+ * without vertices. */
+ZELVAN_API int ZELVAN_CALL SetMainContour(int count, const double* xyz);
+
+/* Queues one more contour for Union or Substruct. Arguments as SetMainContour;
+ * no main polygon is needed yet.
+ *
+ * Returns 1 when queued, 0 when the contour is unusable; then nothing changed. */
+ZELVAN_API int ZELVAN_CALL SetHole(int count, const double* xyz);
+
+/* Cuts the main polygon into triangles of its own vertices, to be read with
+ * GetCounts, GetEdges and GetFaces.
+ *
+ * Returns 1 on success. Returns 0 when there is no main polygon, when it has no
+ * area, or when it cannot be triangulated (it crosses itself through its
+ * closing edge, for example); an earlier triangulation is then still there. */
+ZELVAN_API int ZELVAN_CALL Triangulate(void);
+
+/* Reports the sizes that GetVertices, GetEdges and GetFaces need.
+ *
+ * Returns 1 when all three were stored. Returns 0 when there is no main polygon
+ * or a pointer is null (nothing stored), or when it has not been triangulated
+ * (only *vertexCount stored). */
+ZELVAN_API int ZELVAN_CALL GetCounts(int* vertexCount, int* edgeCount, int* faceCount);
+
+/* Writes the vertices of the main polygon, contour by contour, as (x, y, 0.0):
+ *
+ *     double* xyz = malloc(3 * vertices * sizeof *xyz);
+ *     GetVertices(xyz);
+ *     for (i = 0; i < vertices; ++i) use(xyz[3 * i], xyz[3 * i + 1]);
+ *
+ * out  room for 3 * vertexCount doubles.
+ * Returns 1; 0, with nothing written, without a main polygon or with a null pointer. */
+ZELVAN_API int ZELVAN_CALL GetVertices(double* out);
+
+/* Writes the edges of the triangulation as (vertex, vertex, kind), kind 0 for
+ * an edge of a contour and 2 for a diagonal inside:
+ *
+ *     int* edge = malloc(3 * edges * sizeof *edge);
+ *     GetEdges(edge);
+ *     for (e = 0; e < edges; ++e) line(edge[3 * e], edge[3 * e + 1]);
+ *
+ * out  room for 3 * edgeCount integers.
+ * Returns 1; 0, with nothing written, without a triangulation or with a null pointer. */
+ZELVAN_API int ZELVAN_CALL GetEdges(int* out);
+
+/* Writes the triangles, each as three edge numbers in clockwise order:
+ *
+ *     int* face = malloc(3 * faces * sizeof *face);
+ *     GetFaces(face);
+ *     for (f = 0; f < faces; ++f) {
+ *       const int* a = edge + 3 * face[3 * f];       // first edge, two of the corners
+ *       const int* b = edge + 3 * face[3 * f + 1];   // one of its ends is the third
+ *       int third = b[0] == a[0] || b[0] == a[1] ? b[1] : b[0];
+ *       triangle(a[0], a[1], third);
+ *     }
+ *
+ * out  room for 3 * faceCount integers.
+ * Returns 1; 0, with nothing written, without a triangulation or with a null pointer. */
+ZELVAN_API int ZELVAN_CALL GetFaces(int* out);
+
+/* Returns the number of contours of the main polygon: for each area its outer
+ * contour, then its holes. 0 without a main polygon. */
+ZELVAN_API int ZELVAN_CALL GetContourCount(void);
+
+/* Returns the number of the first vertex of a contour, or -1 when there is no
+ * such contour. Contour i owns GetContourSize(i) consecutive vertices:
+ *
+ *     for (i = 0; i < GetContourCount(); ++i)
+ *       ring(xyz + 3 * GetContourIndex(i), GetContourSize(i));
+ *
+ * The vertex is found by its place: where an earlier contour touches this one
+ * at its first vertex, the earlier vertex is named. Add up the sizes where
+ * that matters. */
+ZELVAN_API int ZELVAN_CALL GetContourIndex(int contour);
+
+/* Returns the number of vertices of a contour, or -1 when there is no such contour. */
+ZELVAN_API int ZELVAN_CALL GetContourSize(int contour);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif
