@@ -13,6 +13,13 @@ std::int64_t Turn(GridPoint from, GridPoint to) noexcept {
   return std::int64_t{from.gx} * to.gy - std::int64_t{from.gy} * to.gx;
 }
 
+// Of two edges that leave a place rightwards or straight up or down: does a lie
+// below b? Equal edges do not.
+bool IsLower(GridPoint a, GridPoint b) noexcept {
+  const std::int64_t turn = Turn(a, b);
+  return turn > 0 || (turn == 0 && a.gy < b.gy);
+}
+
 GridPoint Difference(GridPoint a, GridPoint b) noexcept {
   return {a.gx - b.gx, a.gy - b.gy};
 }
@@ -84,12 +91,11 @@ class Flood {
     OperandSet left;
   };
 
-  // All edges at a seed go right or straight up: the sector to the left lies
-  // counter-clockwise of the highest one.
+  // No edge at a seed goes left: that sector lies counter-clockwise of the highest.
   static CrossEntry* HighestOf(CrossEntry* start) noexcept {
     CrossEntry* highest = start;
     for (CrossEntry* e = start->next; e != start; e = e->next) {
-      if (Turn({highest->dx, highest->dy}, {e->dx, e->dy}) > 0) highest = e;
+      if (IsLower({highest->dx, highest->dy}, {e->dx, e->dy})) highest = e;
     }
     return FirstCopy(highest);
   }
@@ -97,7 +103,7 @@ class Flood {
   // A contour that may meet others further on, from its first point on.
   void FromPlain(VertexNode* v, OperandSet inside) {
     const bool nextIsLower =
-        Turn(Difference(v->next->grid, v->grid), Difference(v->prev->grid, v->grid)) > 0;
+        IsLower(Difference(v->next->grid, v->grid), Difference(v->prev->grid, v->grid));
     const OperandSet left = nextIsLower ? inside ^ OperandOf(v) : inside;
     const std::uint32_t bits = EdgeBits(OperandOf(v), left, OperandOf(v));
     Forward(v, bits, left);

@@ -6,9 +6,11 @@
 // operands that have an odd number of copies of it and in no other. So from one
 // known place the membership of both sides of every edge that hangs together with
 // it follows: around each pixel, sector by sector, and along each chain of edges
-// to the next pixel. The known places are the sweep's seeds: the first point, in
-// (x, then y) order, of edges that hang together has none of them to its left, and
-// the sweep has counted there the segments below.
+// to the next pixel. The known places are the sweep's seeds. Of edges that hang
+// together, take the first place, in (x, then y) order, where a segment starts:
+// none of them lies left of its column, and none starts below it, so the segments
+// that the sweep has counted below it are all of others, and those keep their side
+// of the place when they are snapped.
 //
 // No label depends on the direction in which a contour runs. An edge that has its
 // operand to its right is marked TURNED and is walked the other way round; stored

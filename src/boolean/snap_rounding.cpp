@@ -18,6 +18,17 @@
 
 namespace zelvan {
 
+namespace {
+
+void LinkBefore(CrossEntry* place, CrossEntry* e) noexcept {
+  e->next = place;
+  e->prev = place->prev;
+  place->prev->next = e;
+  place->prev = e;
+}
+
+}  // namespace
+
 std::int32_t YAt(const Segment* s, std::int32_t twiceX) noexcept {
   const GridPoint a = s->lower->grid;
   const std::int64_t twiceDx = 2 * (s->upper->grid.gx - a.gx);
@@ -37,14 +48,12 @@ void OnSnappedVertex(CrossEntry*& ringHead, VertexNode* vertex, EntryPool& pool)
   CrossEntry* toNext = pool.Take();
   toPrev->flags = TOWARD_PREV;
   toPrev->vertex = toNext->vertex = vertex;
-  CrossEntry* last = ringHead == nullptr ? toNext : ringHead->prev;
-  if (ringHead == nullptr) ringHead = toNext;
-  toPrev->next = toNext;
-  toNext->prev = toPrev;
-  toPrev->prev = last;
-  last->next = toPrev;
-  toNext->next = ringHead;
-  ringHead->prev = toNext;
+  if (ringHead == nullptr) {
+    ringHead = toNext->next = toNext->prev = toNext;
+  } else {
+    LinkBefore(ringHead, toNext);
+  }
+  LinkBefore(toNext, toPrev);
   vertex->crossPrev = toPrev;
   vertex->crossNext = toNext;
 }
