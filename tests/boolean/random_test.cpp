@@ -8,6 +8,7 @@
 
 #include "boolean/boolean.h"
 #include "boolean/fixtures.h"
+#include "boolean/soundness.h"
 
 namespace {
 
@@ -34,6 +35,7 @@ Areas Combined(const Areas& a, const Areas& b, int op) {
   zelvan::OwnedRing result;
   EXPECT_EQ(zelvan::Boolean(ringA.first, ringB.first, result.first, zelvan::BoolOp{op}), ERR::OK);
   EXPECT_EQ(fixtures::AreasOf(ringA.first), a) << "operand changed";
+  EXPECT_TRUE(zelvan::IsSound(result.first));
   return fixtures::AreasOf(result.first);
 }
 
