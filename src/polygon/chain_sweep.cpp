@@ -21,7 +21,7 @@ namespace zelvan {
 
 namespace {
 
-bool Before(const InputPoint& a, const InputPoint& b) noexcept {
+bool Before(const WorldPoint& a, const WorldPoint& b) noexcept {
   return a.x < b.x || (a.x == b.x && a.y < b.y);
 }
 
@@ -30,24 +30,27 @@ class ChainSweep {
   explicit ChainSweep(const PointList& list) : list_(list), place_(list.size() - 1) {}
 
   ChainContact Run() {
-    std::vector<std::uint32_t> order(list_.size());
-    std::iota(order.begin(), order.end(), 0u);
-    std::sort(order.begin(), order.end(), [this](std::uint32_t a, std::uint32_t b) {
-      return Before(list_[a], list_[b]) || (!Before(list_[b], list_[a]) && a < b);
-    });
-    for (std::size_t k = 0; k < order.size(); ++k) {
-      if (k > 0 && !Before(list_[order[k - 1]], list_[order[k]])) return ChainContact::kTouch;
-      Handle(order[k]);
+    std::vector<Event> events(list_.size());
+    for (std::uint32_t i = 0; i < events.size(); ++i) events[i] = {At(i), i};
+    std::sort(events.begin(), events.end(),
+              [](const Event& a, const Event& b) { return Before(a.point, b.point); });
+    for (std::size_t k = 0; k < events.size(); ++k) {
+      if (k > 0 && !Before(events[k - 1].point, events[k].point)) return ChainContact::kTouch;
+      Handle(events[k].index);
       if (contact_ != ChainContact::kNone) return contact_;
     }
     return ChainContact::kNone;
   }
 
  private:
+  struct Event {
+    WorldPoint point;
+    std::uint32_t index;
+  };
   // Points are copied into the entries: a search reads nothing but entries.
   struct Ends {
-    InputPoint left;
-    InputPoint right;
+    WorldPoint left;
+    WorldPoint right;
     std::uint32_t segment;
   };
   // The segment of an entry is exchanged in place where the chain goes on; the
@@ -61,12 +64,16 @@ class ChainSweep {
   using Status = std::set<Active, Lower>;
   using Place = Status::iterator;
 
+  [[nodiscard]] WorldPoint At(std::uint32_t i) const { return Planar(list_[i]); }
+
   [[nodiscard]] Ends EndsOf(std::uint32_t s) const {
-    return {std::min(list_[s], list_[s + 1], Before), std::max(list_[s], list_[s + 1], Before), s};
+    const WorldPoint a = At(s);
+    const WorldPoint b = At(s + 1);
+    return Before(a, b) ? Ends{a, b, s} : Ends{b, a, s};
   }
 
   // Positive when p lies above segment s.
-  [[nodiscard]] static int SideOf(const InputPoint& p, const Ends& s) {
+  [[nodiscard]] static int SideOf(WorldPoint p, const Ends& s) {
     return SideSign(s.right, s.left, p);
   }
 
@@ -86,15 +93,15 @@ class ChainSweep {
     std::uint32_t ends[2];
     int startCount = 0;
     int endCount = 0;
-    const auto add = [&](std::uint32_t s, const InputPoint& other) {
-      if (Before(other, list_[i])) {
+    const auto add = [&](std::uint32_t s, WorldPoint other) {
+      if (Before(other, At(i))) {
         ends[endCount++] = s;
       } else {
         starts[startCount++] = s;
       }
     };
-    if (i > 0) add(i - 1, list_[i - 1]);
-    if (i + 1 < list_.size()) add(i, list_[i + 1]);
+    if (i > 0) add(i - 1, At(i - 1));
+    if (i + 1 < list_.size()) add(i, At(i + 1));
 
     if (startCount == 1 && endCount == 1) {
       Exchange(ends[0], starts[0]);
@@ -150,8 +157,8 @@ class ChainSweep {
 
   // Do segments s and s + 1 run back over each other?
   [[nodiscard]] bool FoldsBack(std::uint32_t s) const {
-    return SideSign(list_[s], list_[s + 1], list_[s + 2]) == 0 &&
-           Before(list_[s], list_[s + 1]) == Before(list_[s + 2], list_[s + 1]);
+    return SideSign(At(s), At(s + 1), At(s + 2)) == 0 &&
+           Before(At(s), At(s + 1)) == Before(At(s + 2), At(s + 1));
   }
 
   [[nodiscard]] static bool HaveCommonPoint(const Ends& s, const Ends& t) {
