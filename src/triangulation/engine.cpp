@@ -49,17 +49,18 @@ void TRIAGLOBS::Run(Area* target, const InsertionOrder& insertionOrder) {
 
 void TRIAGLOBS::Prepare(const InsertionOrder& insertionOrder) {
   vertexCount = 0;
-  for (const zelvan::Contour* c = area->contours; c != nullptr; c = c->next)
+  std::uint32_t contours = 0;
+  for (const zelvan::Contour* c = area->contours; c != nullptr; c = c->next) {
     vertexCount += c->count;
-  monotones = NewArray<ChainNode*>(vertexCount);
+    ++contours;
+  }
+  // Each split adds a diagonal, of which n + 3h - 3 fit into an area with h holes.
+  monotoneLimit = vertexCount + 3 * contours;
+  monotones = NewArray<ChainNode*>(monotoneLimit);
   order = NewArray<VertexNode*>(vertexCount);
 
   std::uint32_t walked = 0;
-  std::uint32_t contours = 0;
-  for (const zelvan::Contour* c = area->contours; c != nullptr; c = c->next) {
-    AddRing(c, walked);
-    ++contours;
-  }
+  for (const zelvan::Contour* c = area->contours; c != nullptr; c = c->next) AddRing(c, walked);
   if (walked != vertexCount || walked < 3) ERR::Raise(ERR::FAIL);
   area->triangles.reset();
   area->triangleCount = walked + 2 * contours - 4;

@@ -123,6 +123,7 @@ class TRIAGLOBS {
   std::uint32_t vertexCount = 0;
   std::unique_ptr<ChainNode*[]> monotones;
   std::uint32_t monotoneCount = 0;
+  std::uint32_t monotoneLimit = 0;
   std::uint32_t nextToInsert = 0;
   std::unique_ptr<VertexNode*[]> reflexStack;
   std::uint32_t emitted = 0;

@@ -248,7 +248,7 @@ void TRIAGLOBS::Divide(const Visit& visit, VertexNode* a, VertexNode* b, Links s
 //        before:  ... p -> ...        after:  ... p -> q ...       (a, then b)
 //                 ... -> q ...                ... j -> i -> ...    (b, then a)
 std::uint32_t TRIAGLOBS::SplitMonotone(std::uint32_t m, VertexNode* a, VertexNode* b) {
-  if (monotoneCount >= vertexCount || a == b) ERR::Raise(ERR::FAIL);
+  if (monotoneCount >= monotoneLimit || a == b) ERR::Raise(ERR::FAIL);
   const std::uint32_t created = monotoneCount++;
   const std::uint32_t ia = ChooseSlot(a, b->grid);
   const std::uint32_t ib = ChooseSlot(b, a->grid);
