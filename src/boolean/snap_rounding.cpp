@@ -68,8 +68,7 @@ void Sweep::SnapColumn(std::int32_t x) {
 void Sweep::CollectRows() {
   rows_.clear();
   for (const SweepEvent& e : column_) rows_.push_back({e.y, nullptr});
-  std::sort(rows_.begin(), rows_.end(),
-            [](const HotRow& a, const HotRow& b) { return a.y < b.y; });
+  std::sort(rows_.begin(), rows_.end(), [](const HotRow& a, const HotRow& b) { return a.y < b.y; });
   const auto last = std::unique(rows_.begin(), rows_.end(),
                                 [](const HotRow& a, const HotRow& b) { return a.y == b.y; });
   rows_.erase(last, rows_.end());
@@ -105,8 +104,7 @@ void Sweep::CollectNearRow(std::int32_t x, std::int32_t y) {
     if (meets) candidates_.push_back(s);
     return meets || s->lower->grid.gx == x;
   };
-  Segment* const place =
-      status_.FirstNot([&](const Segment* t) { return YAt(t, 2 * x + 1) < y; });
+  Segment* const place = status_.FirstNot([&](const Segment* t) { return YAt(t, 2 * x + 1) < y; });
   for (Segment* s = place; !status_.IsEnd(s) && visit(s); s = s->above) continue;
   for (Segment* s = place->below; !status_.IsEnd(s) && visit(s); s = s->below) continue;
 }

@@ -24,7 +24,7 @@ class Look {
  public:
   bool Through(SegmentTable& table) {
     EventQueue queue;
-    queue.Fill(EventsOf(table));
+    queue.Fill(EndEvents(table));
     while (!queue.Empty()) {
       const SweepEvent event = queue.PopMin();
       const bool isStart = event.Kind() == EVENT_START;
@@ -37,19 +37,6 @@ class Look {
   }
 
  private:
-  static std::vector<SweepEvent> EventsOf(SegmentTable& table) {
-    std::vector<SweepEvent> events;
-    events.reserve(2 * table.size());
-    std::uint32_t seq = 0;
-    for (Segment& s : table) {
-      const GridPoint a = s.lower->grid;
-      const GridPoint b = s.upper->grid;
-      events.push_back({EVENT_START, seq++, a.gx, a.gy, &s, nullptr});
-      events.push_back({EVENT_END, seq++, b.gx, b.gy, &s, nullptr});
-    }
-    return events;
-  }
-
   bool Start(Segment* s) {
     if (s->lower->grid == s->upper->grid) return false;
     status_.InsertBelow(s, status_.FirstNot([s](const Segment* t) { return IsAbove(s, t); }));

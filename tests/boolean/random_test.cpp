@@ -3,11 +3,15 @@
 // region edge for edge, as sound areas.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstdio>
 #include <cstdlib>
 #include <string>
+#include <utility>
 
 #include "boolean/boolean.h"
 #include "boolean/fixtures.h"
+#include "boolean/hole_placement.h"
 #include "boolean/soundness.h"
 
 namespace {
@@ -39,6 +43,23 @@ Areas Combined(const Areas& a, const Areas& b, int op) {
   return fixtures::AreasOf(result.first);
 }
 
+// Takes the holes out of a sound region and has them placed by the sweep.
+Areas PlacedAgain(const Areas& areas) {
+  zelvan::OwnedRing ring;
+  zelvan::PendingHoles holes;
+  for (const Rings& rings : areas) {
+    zelvan::AppendArea(ring.first, fixtures::RingOf(Rings{rings[0]}).release());
+    for (std::size_t i = rings.size(); i-- > 1;) {
+      zelvan::OwnedRing hole = fixtures::RingOf(Rings{rings[i]});
+      holes.Push(zelvan::OwnedContour(std::exchange(hole.first->contours, nullptr)));
+    }
+  }
+  zelvan::PlaceHolesBySweep(ring, holes);
+  Areas placed = fixtures::AreasOf(ring.first);
+  for (Rings& rings : placed) std::reverse(rings.begin() + 1, rings.end());
+  return placed;
+}
+
 class RandomCase {
  public:
   // Every operation in both orders; @return the union
@@ -59,6 +80,7 @@ class RandomCase {
   std::int64_t operations = 0;
   std::int64_t crossings = 0;
   std::int64_t cancelled = 0;
+  std::int64_t holes = 0;
 
  private:
   Areas CheckOne(const Areas& a, const Areas& b, const oracle::Arrangement& arrangement, int op,
@@ -68,10 +90,14 @@ class RandomCase {
     const bool same = oracle::Cut(result, arrangement.hot) == oracle::BoundaryOf(arrangement, op);
     const std::string faults = oracle::Faults(result, arrangement.hot);
     if (!same || !faults.empty()) {
-      ADD_FAILURE() << kOpNames[op] << " of " << name << "\n" << faults
-                    << "A " << fixtures::Text(fixtures::Flatten(a)) << "\nB "
+      ADD_FAILURE() << kOpNames[op] << " of " << name << "\n"
+                    << faults << "A " << fixtures::Text(fixtures::Flatten(a)) << "\nB "
                     << fixtures::Text(fixtures::Flatten(b)) << "\nresult "
                     << fixtures::Text(fixtures::Flatten(result));
+    }
+    if (!result.empty()) {
+      EXPECT_EQ(PlacedAgain(result), result);
+      for (const Rings& rings : result) holes += static_cast<std::int64_t>(rings.size()) - 1;
     }
     return result;
   }
@@ -91,8 +117,9 @@ TEST(BooleanRandom, EveryOperationOfEveryFamilyGivesTheOraclesRegion) {
         const auto symmetry = static_cast<unsigned>(random.Below(8));
         const Areas a{fixtures::Mirrored(first.make(random, size), symmetry, size)};
         const Areas b{fixtures::Mirrored(second.make(random, size), symmetry, size)};
-        random_case.Check(a, b, std::string(first.name) + " and " + second.name + ", seed " +
-                                    std::to_string(seed));
+        random_case.Check(
+            a, b,
+            std::string(first.name) + " and " + second.name + ", seed " + std::to_string(seed));
         if (::testing::Test::HasFailure()) return;
       }
     }
@@ -103,6 +130,7 @@ TEST(BooleanRandom, EveryOperationOfEveryFamilyGivesTheOraclesRegion) {
               static_cast<long long>(random_case.cancelled));
   EXPECT_GT(random_case.crossings, 10 * cases);
   EXPECT_GT(random_case.cancelled, 5 * cases);
+  EXPECT_GT(random_case.holes, 4 * cases);
 }
 
 // Results are operands: regions with holes and several areas, which touch.
@@ -117,7 +145,8 @@ TEST(BooleanRandom, ResultsFedBackStayRightAndUniteWithThemselvesUnchanged) {
     const std::int64_t size = 4 + random.Below(17);
     const auto pick = [&] {
       const auto n = static_cast<std::int64_t>(fixtures::kFamilies.size());
-      return Areas{fixtures::kFamilies[static_cast<std::size_t>(random.Below(n))].make(random, size)};
+      return Areas{
+          fixtures::kFamilies[static_cast<std::size_t>(random.Below(n))].make(random, size)};
     };
     Areas region = pick();
     for (int step = 0; step < 4 && !region.empty(); ++step) {

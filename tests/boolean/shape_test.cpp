@@ -1,7 +1,5 @@
 // Unite and Subtract on shapes, in world coordinates: chains of operations with a
 // triangulation after every step, the moves between grids, and failures.
-#include "boolean/shape_boolean.h"
-
 #include <gtest/gtest.h>
 #include <zelvan/error.h>
 
@@ -11,6 +9,7 @@
 
 #include "boolean/boolean.h"
 #include "boolean/fixtures.h"
+#include "boolean/shape_boolean.h"
 #include "boolean/soundness.h"
 #include "polygon/build_shape.h"
 #include "polygon/grid_mapping.h"
@@ -39,8 +38,9 @@ WorldAreas WorldOf(const Shape& shape) {
     for (const oracle::Ring& ring : rings) {
       areas.back().emplace_back();
       for (const oracle::Point& p : ring) {
-        const WorldPoint w = Unsnap({static_cast<std::int32_t>(p.x), static_cast<std::int32_t>(p.y)},
-                                    shape.boxMin, shape.boxMax);
+        const WorldPoint w =
+            Unsnap({static_cast<std::int32_t>(p.x), static_cast<std::int32_t>(p.y)}, shape.boxMin,
+                   shape.boxMax);
         areas.back().back().push_back({w.x, w.y});
       }
     }
@@ -108,7 +108,9 @@ WorldRing Circle(double x, double y, double r, int n) {
 
 using Maker = std::function<WorldRing(Random&)>;
 
-double Unit(Random& random) { return static_cast<double>(random.Below(1 << 20)) / (1 << 20); }
+double Unit(Random& random) {
+  return static_cast<double>(random.Below(1 << 20)) / (1 << 20);
+}
 
 // A strip right across the square, and beyond it.
 WorldRing Guillotine(Random& random) {
@@ -118,7 +120,9 @@ WorldRing Guillotine(Random& random) {
   const double dx = 200 * std::cos(angle);
   const double dy = 200 * std::sin(angle);
   const double w = 0.001 + 0.01 * Unit(random);
-  return {{x - dx, y - dy}, {x + dx, y + dy}, {x + dx - w * dy, y + dy + w * dx},
+  return {{x - dx, y - dy},
+          {x + dx, y + dy},
+          {x + dx - w * dy, y + dy + w * dx},
           {x - dx - w * dy, y - dy + w * dx}};
 }
 
@@ -153,10 +157,11 @@ WorldRing OnALine(Random& random) {
 }
 
 TEST(Chains, FiftyStepsEachSoundAndTriangulated) {
-  const std::vector<std::pair<const char*, Maker>> families = {
-      {"guillotine cuts", Guillotine}, {"circles", RandomCircle},
-      {"rotated squares", RotatedSquare}, {"tilted squares", TiltedSquare},
-      {"contacts on a line", OnALine}};
+  const std::vector<std::pair<const char*, Maker>> families = {{"guillotine cuts", Guillotine},
+                                                               {"circles", RandomCircle},
+                                                               {"rotated squares", RotatedSquare},
+                                                               {"tilted squares", TiltedSquare},
+                                                               {"contacts on a line", OnALine}};
   for (const auto& [name, make] : families) {
     for (std::uint64_t seed = 0; seed < 4; ++seed) {
       SCOPED_TRACE(std::string(name) + ", seed " + std::to_string(seed));
@@ -186,7 +191,8 @@ TEST(Chains, TrianglesOfAMeshUnitedOneByOneGiveThePolygonBack) {
     const Area* area = polygon->areas;
     for (std::uint32_t i = 0; i < area->triangleCount; ++i) {
       WorldRing triangle;
-      for (const VertexNode* v : {area->triangles[i].a, area->triangles[i].b, area->triangles[i].c}) {
+      for (const VertexNode* v :
+           {area->triangles[i].a, area->triangles[i].b, area->triangles[i].c}) {
         const WorldPoint p = Unsnap(v->grid, polygon->boxMin, polygon->boxMax);
         triangle.push_back({p.x, p.y});
       }
@@ -241,7 +247,8 @@ TEST(Regridding, HolesKeepTheirOrderAndTheOtherShapeIsUntouched) {
   const auto areas = WorldOf(*shape);
   ASSERT_EQ(areas.size(), 1u);
   ASSERT_EQ(areas[0].size(), 4u);
-  for (std::size_t i = 1; i < 4; ++i) EXPECT_NEAR(areas[0][i][0].x, 10.0 * static_cast<double>(i) - 8, 1e-3);
+  for (std::size_t i = 1; i < 4; ++i)
+    EXPECT_NEAR(areas[0][i][0].x, 10.0 * static_cast<double>(i) - 8, 1e-3);
 }
 
 TEST(Regridding, EmptyShapes) {
@@ -373,8 +380,9 @@ TEST(FullGrid, AreasAreThoseOfGeosWithinTheRounding) {
     const oracle::Areas b = make();
     for (int op = 0; op < 4; ++op) {
       OwnedRing result;
-      ASSERT_EQ(Boolean(fixtures::RingOf(a).first, fixtures::RingOf(b).first, result.first, BoolOp{op}),
-                ERR::OK);
+      ASSERT_EQ(
+          Boolean(fixtures::RingOf(a).first, fixtures::RingOf(b).first, result.first, BoolOp{op}),
+          ERR::OK);
       EXPECT_TRUE(IsSound(result.first));
       const auto expected = support::MeasureByGeos(world(a), world(b), op);
       const oracle::Areas areas = fixtures::AreasOf(result.first);
