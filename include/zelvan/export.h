@@ -1,7 +1,11 @@
 /* Marks what the shared library exports. Readable by C and C++.
  *
  * ZELVAN_BUILDING is defined while the library itself is built; a program
- * that links the objects directly (the tests) defines ZELVAN_STATIC. */
+ * that links the objects directly (the tests) defines ZELVAN_STATIC.
+ *
+ * ZELVAN_API_INLINE marks a member defined in an exported class: the library
+ * carries it too, for hosts that call it by name. (On Windows the class's own
+ * mark does that.) */
 #ifndef ZELVAN_EXPORT_H
 #define ZELVAN_EXPORT_H
 
@@ -13,12 +17,18 @@
 #else
 #define ZELVAN_API __declspec(dllimport)
 #endif
+#define ZELVAN_API_INLINE
 #define ZELVAN_CALL __cdecl
 #else
 #if defined(__GNUC__)
 #define ZELVAN_API __attribute__((visibility("default")))
 #else
 #define ZELVAN_API
+#endif
+#if defined(__GNUC__) && defined(ZELVAN_BUILDING)
+#define ZELVAN_API_INLINE __attribute__((visibility("default"), used))
+#else
+#define ZELVAN_API_INLINE
 #endif
 #define ZELVAN_CALL
 #endif
