@@ -21,6 +21,18 @@
 #include <zelvan/export.h>
 #include <zelvan/vector.h>
 
+// The image of a point is compiled into the host where the host's settings cannot
+// change a bit of it: no fused operations, no x87 unit, no fast-math. Elsewhere the
+// library computes it. (A host function that turns fused operations on for itself
+// alone, by a target attribute, cannot be seen here: call operator*= there.)
+#if !defined(__FAST_MATH__) && !defined(__ASSOCIATIVE_MATH__) && !defined(_M_FP_FAST)
+#if defined(__SSE2_MATH__) && __FLT_EVAL_METHOD__ == 0 && !defined(__FMA__) && !defined(__FMA4__)
+#define ZELVAN_ROUNDS_EACH_OPERATION
+#elif defined(_MSC_VER) && defined(_M_X64) && !defined(__AVX2__)
+#define ZELVAN_ROUNDS_EACH_OPERATION
+#endif
+#endif
+
 /// 4x4 matrix, row by row: m[row][column]. Plain data; unset until filled.
 struct ZELVAN_API MATRX {
   double m[4][4];
@@ -62,8 +74,18 @@ struct ZELVAN_API MATRX {
 [[nodiscard]] ZELVAN_API MATRX operator*(const MATRX& a, const MATRX& b) noexcept;
 
 /// Image of a point. Column 3 is not read and nothing is divided.
-[[nodiscard]] ZELVAN_API VECTF operator*(const VECTF& v, const MATRX& m) noexcept;
 ZELVAN_API VECTF& operator*=(VECTF& v, const MATRX& m) noexcept;
+[[nodiscard]] ZELVAN_FREE_INLINE inline VECTF operator*(const VECTF& v, const MATRX& m) noexcept {
+#ifdef ZELVAN_ROUNDS_EACH_OPERATION
+  return {v.x * m.m[0][0] + v.y * m.m[1][0] + v.z * m.m[2][0] + m.m[3][0],
+          v.x * m.m[0][1] + v.y * m.m[1][1] + v.z * m.m[2][1] + m.m[3][1],
+          v.x * m.m[0][2] + v.y * m.m[1][2] + v.z * m.m[2][2] + m.m[3][2]};
+#else
+  VECTF image = v;
+  image *= m;
+  return image;
+#endif
+}
 
 /// Full homogeneous product, column 3 included; not divided by its w.
 [[nodiscard]] ZELVAN_API VECTH operator*(const VECTH& v, const MATRX& m) noexcept;

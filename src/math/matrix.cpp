@@ -136,14 +136,10 @@ MATRX operator*(const MATRX& a, const MATRX& b) noexcept {
   return c;
 }
 
-VECTF operator*(const VECTF& v, const MATRX& m) noexcept {
-  return {v.x * m.m[0][0] + v.y * m.m[1][0] + v.z * m.m[2][0] + m.m[3][0],
-          v.x * m.m[0][1] + v.y * m.m[1][1] + v.z * m.m[2][1] + m.m[3][1],
-          v.x * m.m[0][2] + v.y * m.m[1][2] + v.z * m.m[2][2] + m.m[3][2]};
-}
-
 VECTF& operator*=(VECTF& v, const MATRX& m) noexcept {
-  v = v * m;
+  v = VECTF(v.x * m.m[0][0] + v.y * m.m[1][0] + v.z * m.m[2][0] + m.m[3][0],
+            v.x * m.m[0][1] + v.y * m.m[1][1] + v.z * m.m[2][1] + m.m[3][1],
+            v.x * m.m[0][2] + v.y * m.m[1][2] + v.z * m.m[2][2] + m.m[3][2]);
   return v;
 }
 
