@@ -113,67 +113,65 @@ BENCHMARK(Intersection_Toolkit);
 
 #ifdef ZELVAN_BENCH_EIGEN
 
-// Eigen's own layout and convention would be columns; the same row-major matrices
-// and row vectors are used, which suits it as well.
-using EMatrix = Eigen::Matrix<double, 4, 4, Eigen::RowMajor>;
-using ERow = Eigen::RowVector3d;
+// Eigen in its own layout and convention, columns for rows: each matrix is the
+// transposed one, so that the same numbers are worked on.
+using Eigen::Matrix3d;
+using Eigen::Matrix4d;
+using Eigen::Vector2d;
+using Eigen::Vector3d;
 
-ERow Row(const VECTF& v) {
-  return {v.x, v.y, v.z};
-}
-
-template <class T>
-using EVector = std::vector<T, Eigen::aligned_allocator<T>>;
-
-EVector<EMatrix> EMatrices() {
-  EVector<EMatrix> matrices;
-  for (const MATRX& m : Matrices()) matrices.push_back(Eigen::Map<const EMatrix>(&m.m[0][0]));
+std::vector<Matrix4d> EMatrices() {
+  std::vector<Matrix4d> matrices;
+  for (const MATRX& m : Matrices()) matrices.emplace_back(&m.m[0][0]);
   return matrices;
 }
 
-std::vector<std::array<ERow, 4>> EQuads() {
-  std::vector<std::array<ERow, 4>> quads;
-  for (const Quad& q : Quads()) quads.push_back({Row(q[0]), Row(q[1]), Row(q[2]), Row(q[3])});
+std::vector<std::array<Vector3d, 4>> EQuads() {
+  const std::vector<Quad> points = Quads();
+  std::vector<std::array<Vector3d, 4>> quads(kCount);
+  for (std::size_t i = 0; i < kCount; ++i) {
+    for (std::size_t k = 0; k < 4; ++k) quads[i][k] = Vector3d(&points[i][k].x);
+  }
   return quads;
 }
 
-// p -> (p - center) * B + center.
-void AboutCenter(EMatrix& m, const Eigen::Matrix3d& rotation, const ERow& center) {
+// p -> R (p - center) + center.
+void AboutCenter(Matrix4d& m, const Matrix3d& rotation, const Vector3d& center) {
   m.setIdentity();
-  m.topLeftCorner<3, 3>() = rotation.transpose();
-  m.row(3).head<3>() = center - center * rotation.transpose();
+  m.topLeftCorner<3, 3>() = rotation;
+  m.col(3).head<3>() = center - rotation * center;
 }
 
 void MatrixProduct_Eigen(benchmark::State& state) {
-  const EVector<EMatrix> m = EMatrices();
-  EVector<EMatrix> out(kCount);
+  const std::vector<Matrix4d> m = EMatrices();
+  std::vector<Matrix4d> out(kCount);
   Run(state, out, [&](std::size_t i) { out[i].noalias() = m[i] * m[kCount - 1 - i]; });
 }
 BENCHMARK(MatrixProduct_Eigen);
 
 void PointTransform_Eigen(benchmark::State& state) {
-  std::vector<ERow> p;
-  for (const VECTF& point : Points()) p.push_back(Row(point));
-  const EMatrix m = EMatrices()[0];
-  std::vector<ERow> out(kCount);
+  std::vector<Vector3d> p;
+  for (const VECTF& point : Points()) p.emplace_back(point.x, point.y, point.z);
+  const Matrix4d m = EMatrices()[0];
+  std::vector<Vector3d> out(kCount);
   Run(state, out, [&](std::size_t i) {
-    out[i].noalias() = p[i] * m.topLeftCorner<3, 3>() + m.row(3).head<3>();
+    out[i].noalias() = m.topLeftCorner<3, 3>() * p[i] + m.col(3).head<3>();
   });
 }
 BENCHMARK(PointTransform_Eigen);
 
 void Inverse_Eigen(benchmark::State& state) {
-  const EVector<EMatrix> m = EMatrices();
-  EVector<EMatrix> out(kCount);
+  const std::vector<Matrix4d> m = EMatrices();
+  std::vector<Matrix4d> out(kCount);
   Run(state, out, [&](std::size_t i) { out[i] = m[i].inverse(); });
 }
 BENCHMARK(Inverse_Eigen);
 
 void AxisRotation_Eigen(benchmark::State& state) {
   const auto q = EQuads();
-  EVector<EMatrix> out(kCount);
+  std::vector<Matrix4d> out(kCount);
   Run(state, out, [&](std::size_t i) {
-    const Eigen::AngleAxisd turn(q[i][2].x(), q[i][1].transpose().normalized());
+    const Eigen::AngleAxisd turn(q[i][2].x(), q[i][1].normalized());
     AboutCenter(out[i], turn.toRotationMatrix(), q[i][0]);
   });
 }
@@ -181,10 +179,9 @@ BENCHMARK(AxisRotation_Eigen);
 
 void RotationFromZ_Eigen(benchmark::State& state) {
   const auto q = EQuads();
-  EVector<EMatrix> out(kCount);
+  std::vector<Matrix4d> out(kCount);
   Run(state, out, [&](std::size_t i) {
-    const auto turn = Eigen::Quaterniond::FromTwoVectors(Eigen::Vector3d::UnitZ(),
-                                                         Eigen::Vector3d(q[i][1].transpose()));
+    const auto turn = Eigen::Quaterniond::FromTwoVectors(Vector3d::UnitZ(), q[i][1]);
     AboutCenter(out[i], turn.toRotationMatrix(), q[i][0]);
   });
 }
@@ -192,11 +189,11 @@ BENCHMARK(RotationFromZ_Eigen);
 
 void Intersection_Eigen(benchmark::State& state) {
   const auto q = EQuads();
-  std::vector<ERow> out(kCount);
+  std::vector<Vector3d> out(kCount);
   Run(state, out, [&](std::size_t i) {
     using Line = Eigen::Hyperplane<double, 2>;
-    const auto at = [&](std::size_t k) { return Eigen::Vector2d(q[i][k].head<2>().transpose()); };
-    const Eigen::Vector2d p = Line::Through(at(0), at(1)).intersection(Line::Through(at(2), at(3)));
+    const auto at = [&](std::size_t k) { return Vector2d(q[i][k].head<2>()); };
+    const Vector2d p = Line::Through(at(0), at(1)).intersection(Line::Through(at(2), at(3)));
     out[i] = {p.x(), p.y(), 0.0};
   });
 }
