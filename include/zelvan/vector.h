@@ -96,7 +96,8 @@ class ZELVAN_API vec {
   /// Planar intersection of a1-a2 and b1-b2, as segments or, with `asLines`, as
   /// the infinite lines through them. Only x and y are read; z is written as 0.
   ///
-  /// Whether the two are parallel is decided exactly. Where they cross, positions
+  /// Whether the two are parallel, and then on one line, is decided exactly; a
+  /// segment whose ends are equal is a point. Where they cross, positions
   /// along each (0 at its first end, 1 at its second) are compared with a
   /// tolerance of 1e-4, absolute in that position: so far beyond an end still
   /// hits, and so near an end the point is that end: a1, else b1, else a2, else b2.

@@ -118,7 +118,9 @@ unsigned int vec::isect2(const VECTF* a1, const VECTF* a2, const VECTF* b1, cons
   const double d = Cross2(f, e);
   const double n = Cross2(e, g);
   if (d == 0.0) {
-    if (n != 0.0) return 0;
+    // A point for b has no direction to test against: whether it lies on a is asked of a's.
+    const bool point = e.x == 0.0 && e.y == 0.0;
+    if ((point ? Cross2(f, g) : n) != 0.0) return 0;
     if (asLines) return 2;
     return Overlap(a1, a2, b1, b2, out1, out2);
   }
