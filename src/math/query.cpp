@@ -73,11 +73,13 @@ unsigned int Overlap(const VECTF* a1, const VECTF* a2, const VECTF* b1, const VE
 // ---- Arcs -----------------------------------------------------------------
 
 // Whether the counter-clockwise arc through p2 runs from p3 to p1, by the cross
-// products of the three radii.
-bool RunsFromLast(const VECTF& r1, const VECTF& r2, const VECTF& r3) noexcept {
+// products of the three radii. Where p2 and p3 lie opposite each other the second
+// is 0 either way, and the sense of the triple decides.
+bool RunsFromLast(const VECTF& r1, const VECTF& r2, const VECTF& r3, bool clockwise) noexcept {
   const double c12 = Cross2(r1, r2);
   const double c23 = Cross2(r2, r3);
   const double c13 = Cross2(r1, r3);
+  if (c23 == 0.0 && c12 < 0.0) return clockwise;
   return ((c12 < 0.0) == (c23 > 0.0) && c13 > 0.0) || (c12 < 0.0 && c23 < 0.0);
 }
 
@@ -171,7 +173,8 @@ bool mth_calc_arc(double* cx, double* cy, double* r, double* sx, double* sy, dou
 
   const VECTF center((e * d - f * c) / D, (a * f - e * b) / D, 0.0);
   const double radius = vec::dist2(center, p1);
-  const bool swapped = RunsFromLast(Minus(p1, center), Minus(p2, center), Minus(p3, center));
+  const bool swapped =
+      RunsFromLast(Minus(p1, center), Minus(p2, center), Minus(p3, center), D < 0.0);
   const VECTF start = swapped ? p3 : p1;
   const VECTF end = swapped ? p1 : p3;
   *cx = center.x;
