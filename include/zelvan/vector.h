@@ -107,7 +107,7 @@ class ZELVAN_API vec {
   ///            than 1e-4 in x and in y (units of length) write *out2 as well.
   /// @return 2  a common stretch from *out1, its end of larger x (larger y when
   ///            upright), to *out2. With `asLines` the lines coincide and nothing
-  ///            is written.
+  ///            is written; out2 is not used then and may be null.
   static unsigned int isect2(const VECTF* a1, const VECTF* a2, const VECTF* b1, const VECTF* b2,
                              VECTF* out1, VECTF* out2, bool asLines) noexcept;
 
