@@ -33,11 +33,9 @@
 #endif
 #endif
 
-/// 4x4 matrix, row by row: m[row][column]. Plain data; unset until filled.
+/// 4x4 matrix, row by row: m[row][column]. Plain data, copied whole; unset until filled.
 struct ZELVAN_API MATRX {
   double m[4][4];
-
-  MATRX& operator=(const MATRX& a) = default;
 
   /// Determinant by expansion along row 0, without pivoting or tolerance.
   [[nodiscard]] double det() const noexcept;

@@ -17,12 +17,10 @@
 #include <zelvan/matrix.h>
 #include <zelvan/vector.h>
 
-/// A transform and its inverse. Plain data; unset until filled.
+/// A transform and its inverse. Plain data, copied whole; unset until filled.
 struct ZELVAN_API TFORM {
   MATRX mDir;  ///< there
   MATRX mInv;  ///< and back
-
-  TFORM& operator=(const TFORM& t) = default;
 
   /// The identity: the same object on every call; static initialisers may use it.
   [[nodiscard]] static const TFORM& E() noexcept;

@@ -46,7 +46,7 @@ struct ZELVAN_API VECTF {
   ZELVAN_API_INLINE constexpr VECTF(const float* p) noexcept
       : x(static_cast<double>(p[0])), y(static_cast<double>(p[1])), z(static_cast<double>(p[2])) {}
   VECTF(const VECTF& v) = default;
-  VECTF& operator=(const VECTF& v) = default;
+  ZELVAN_API_INLINE VECTF& operator=(const VECTF& v) = default;
 
   /// True when every component is exactly 0; -0.0 is, 1e-300 is not.
   [[nodiscard]] ZELVAN_API_INLINE bool IsZero() const noexcept {

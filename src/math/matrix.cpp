@@ -31,14 +31,21 @@ double Minor(const Rows& m) noexcept {
          a[k] * (b[i] * c[j] - b[j] * c[i]);
 }
 
-// Row `Row` of the adjugate: the signed minors of column `Row`, times r.
+double Determinant(const Rows& m) noexcept {
+  return m[0][0] * Minor<0, 0>(m) - m[0][1] * Minor<0, 1>(m) + m[0][2] * Minor<0, 2>(m) -
+         m[0][3] * Minor<0, 3>(m);
+}
+
+// Row `Row` of the adjugate times r: the minors of column `Row`, of alternating
+// sign. The sign is given to r, which rounds to the same product.
 template <int Row>
 void AdjugateRow(const Rows& m, double r, double* out) noexcept {
-  constexpr double sign = Row % 2 == 0 ? 1.0 : -1.0;
-  out[0] = sign * Minor<0, Row>(m) * r;
-  out[1] = -sign * Minor<1, Row>(m) * r;
-  out[2] = sign * Minor<2, Row>(m) * r;
-  out[3] = -sign * Minor<3, Row>(m) * r;
+  const double even = Row % 2 == 0 ? r : -r;
+  const double odd = -even;
+  out[0] = Minor<0, Row>(m) * even;
+  out[1] = Minor<1, Row>(m) * odd;
+  out[2] = Minor<2, Row>(m) * even;
+  out[3] = Minor<3, Row>(m) * odd;
 }
 
 // A unit axis by its spherical angles: (sz cp, sz sp, cz).
@@ -152,13 +159,12 @@ VECTH operator*(const VECTH& v, const MATRX& m) noexcept {
 }
 
 double MATRX::det() const noexcept {
-  return m[0][0] * Minor<0, 0>(m) - m[0][1] * Minor<0, 1>(m) + m[0][2] * Minor<0, 2>(m) -
-         m[0][3] * Minor<0, 3>(m);
+  return Determinant(m);
 }
 
 double MATRX::Inverse(MATRX& out) const noexcept {
   constexpr double kSingular = 1e-6;
-  const double d = det();
+  const double d = Determinant(m);
   if (std::abs(d) < kSingular) return 0.0;
   const double r = 1.0 / d;
   MATRX inverse;
