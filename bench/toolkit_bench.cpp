@@ -3,14 +3,13 @@
 // flags; the toolkit is called in the shared library, Eigen is inlined here.
 //
 // One iteration goes through an array of kCount operands, so that neither side can
-// keep its work out of memory; the figures are for one item.
+// keep its work out of memory. Divide the times by kCount.
 #include <benchmark/benchmark.h>
 #include <zelvan/toolkit.h>
 
 #include <array>
 #include <cstdint>
 #include <random>
-#include <vector>
 
 #ifdef ZELVAN_BENCH_EIGEN
 #include <Eigen/Dense>
@@ -21,17 +20,42 @@ namespace {
 constexpr std::size_t kCount = 256;
 constexpr std::uint64_t kSeed = 20;
 
+// Operands start on a page and results half a page further: where a store and the
+// next load share the low twelve bits of their addresses, the processor waits, and
+// the luck of the allocator would decide the comparison.
+constexpr std::size_t kPage = 4096;
+
+template <class T>
+struct alignas(kPage) Operands : std::array<T, kCount> {};
+
+template <class T>
+struct alignas(kPage) Results {
+  T& operator[](std::size_t i) { return items[i]; }
+  T* data() { return items.data(); }
+  std::array<char, kPage / 2> gap;
+  std::array<T, 2 * kCount> items;
+};
+
 using Quad = std::array<VECTF, 4>;
 
 // Points, axes and angles for both sides, in [-1, 1).
-std::vector<Quad> Quads() {
+Operands<Quad> Quads() {
   std::mt19937_64 bits(kSeed);
   const auto number = [&bits] { return static_cast<double>(bits() >> 11) * 0x1p-52 - 1.0; };
-  std::vector<Quad> quads(kCount);
+  Operands<Quad> quads;
   for (Quad& quad : quads) {
     for (VECTF& p : quad) p = VECTF(number(), number(), number());
   }
   return quads;
+}
+
+// The results of `make` for each of the quads.
+template <class T, class Make>
+Operands<T> FromQuads(Make make) {
+  const Operands<Quad> quads = Quads();
+  Operands<T> made;
+  for (std::size_t i = 0; i < kCount; ++i) made[i] = make(quads[i]);
+  return made;
 }
 
 // An affine matrix that is far from singular.
@@ -42,16 +66,12 @@ MATRX Matrix(const Quad& quad) {
   return m;
 }
 
-std::vector<MATRX> Matrices() {
-  std::vector<MATRX> matrices;
-  for (const Quad& quad : Quads()) matrices.push_back(Matrix(quad));
-  return matrices;
+Operands<MATRX> Matrices() {
+  return FromQuads<MATRX>(Matrix);
 }
 
-std::vector<VECTF> Points() {
-  std::vector<VECTF> points;
-  for (const Quad& quad : Quads()) points.push_back(quad[0]);
-  return points;
+Operands<VECTF> Points() {
+  return FromQuads<VECTF>([](const Quad& quad) { return quad[0]; });
 }
 
 // Runs `work(i)` over the operands and keeps the compiler from dropping `results`.
@@ -66,45 +86,45 @@ void Run(benchmark::State& state, Results& results, Work work) {
 }
 
 void MatrixProduct_Toolkit(benchmark::State& state) {
-  const std::vector<MATRX> m = Matrices();
-  std::vector<MATRX> out(kCount);
+  static const auto m = Matrices();
+  static Results<MATRX> out;
   Run(state, out, [&](std::size_t i) { out[i] = m[i] * m[kCount - 1 - i]; });
 }
 BENCHMARK(MatrixProduct_Toolkit);
 
 void PointTransform_Toolkit(benchmark::State& state) {
-  const std::vector<VECTF> p = Points();
+  static const auto p = Points();
   const MATRX m = Matrices()[0];
-  std::vector<VECTF> out(kCount);
+  static Results<VECTF> out;
   Run(state, out, [&](std::size_t i) { out[i] = p[i] * m; });
 }
 BENCHMARK(PointTransform_Toolkit);
 
 void Inverse_Toolkit(benchmark::State& state) {
-  const std::vector<MATRX> m = Matrices();
-  std::vector<MATRX> out(kCount);
+  static const auto m = Matrices();
+  static Results<MATRX> out;
   Run(state, out, [&](std::size_t i) { m[i].Inverse(out[i]); });
 }
 BENCHMARK(Inverse_Toolkit);
 
 void AxisRotation_Toolkit(benchmark::State& state) {
-  const std::vector<Quad> q = Quads();
-  std::vector<MATRX> out(kCount);
+  static const auto q = Quads();
+  static Results<MATRX> out;
   Run(state, out,
       [&](std::size_t i) { out[i].RotateScale(&q[i][0], q[i][1], q[i][2].x, nullptr); });
 }
 BENCHMARK(AxisRotation_Toolkit);
 
 void RotationFromZ_Toolkit(benchmark::State& state) {
-  const std::vector<Quad> q = Quads();
-  std::vector<MATRX> out(kCount);
+  static const auto q = Quads();
+  static Results<MATRX> out;
   Run(state, out, [&](std::size_t i) { out[i].CalcNMatrx(&q[i][0], q[i][1], false); });
 }
 BENCHMARK(RotationFromZ_Toolkit);
 
 void Intersection_Toolkit(benchmark::State& state) {
-  const std::vector<Quad> q = Quads();
-  std::vector<VECTF> out(2 * kCount);
+  static const auto q = Quads();
+  static Results<VECTF> out;
   Run(state, out, [&](std::size_t i) {
     vec::isect2(&q[i][0], &q[i][1], &q[i][2], &q[i][3], &out[2 * i], &out[2 * i + 1], true);
   });
@@ -120,19 +140,23 @@ using Eigen::Matrix4d;
 using Eigen::Vector2d;
 using Eigen::Vector3d;
 
-std::vector<Matrix4d> EMatrices() {
-  std::vector<Matrix4d> matrices;
-  for (const MATRX& m : Matrices()) matrices.emplace_back(&m.m[0][0]);
-  return matrices;
+Vector3d Column(const VECTF& v) {
+  return {v.x, v.y, v.z};
 }
 
-std::vector<std::array<Vector3d, 4>> EQuads() {
-  const std::vector<Quad> points = Quads();
-  std::vector<std::array<Vector3d, 4>> quads(kCount);
-  for (std::size_t i = 0; i < kCount; ++i) {
-    for (std::size_t k = 0; k < 4; ++k) quads[i][k] = Vector3d(&points[i][k].x);
-  }
-  return quads;
+Operands<Matrix4d> EMatrices() {
+  return FromQuads<Matrix4d>([](const Quad& quad) {
+    const MATRX m = Matrix(quad);
+    return Matrix4d(&m.m[0][0]);
+  });
+}
+
+using EQuad = std::array<Vector3d, 4>;
+
+Operands<EQuad> EQuads() {
+  return FromQuads<EQuad>([](const Quad& q) {
+    return EQuad{Column(q[0]), Column(q[1]), Column(q[2]), Column(q[3])};
+  });
 }
 
 // p -> R (p - center) + center.
@@ -143,17 +167,17 @@ void AboutCenter(Matrix4d& m, const Matrix3d& rotation, const Vector3d& center) 
 }
 
 void MatrixProduct_Eigen(benchmark::State& state) {
-  const std::vector<Matrix4d> m = EMatrices();
-  std::vector<Matrix4d> out(kCount);
+  static const auto m = EMatrices();
+  static Results<Matrix4d> out;
   Run(state, out, [&](std::size_t i) { out[i].noalias() = m[i] * m[kCount - 1 - i]; });
 }
 BENCHMARK(MatrixProduct_Eigen);
 
 void PointTransform_Eigen(benchmark::State& state) {
-  std::vector<Vector3d> p;
-  for (const VECTF& point : Points()) p.emplace_back(point.x, point.y, point.z);
+  static const Operands<Vector3d> p =
+      FromQuads<Vector3d>([](const Quad& quad) { return Column(quad[0]); });
   const Matrix4d m = EMatrices()[0];
-  std::vector<Vector3d> out(kCount);
+  static Results<Vector3d> out;
   Run(state, out, [&](std::size_t i) {
     out[i].noalias() = m.topLeftCorner<3, 3>() * p[i] + m.col(3).head<3>();
   });
@@ -161,15 +185,15 @@ void PointTransform_Eigen(benchmark::State& state) {
 BENCHMARK(PointTransform_Eigen);
 
 void Inverse_Eigen(benchmark::State& state) {
-  const std::vector<Matrix4d> m = EMatrices();
-  std::vector<Matrix4d> out(kCount);
+  static const auto m = EMatrices();
+  static Results<Matrix4d> out;
   Run(state, out, [&](std::size_t i) { out[i] = m[i].inverse(); });
 }
 BENCHMARK(Inverse_Eigen);
 
 void AxisRotation_Eigen(benchmark::State& state) {
-  const auto q = EQuads();
-  std::vector<Matrix4d> out(kCount);
+  static const auto q = EQuads();
+  static Results<Matrix4d> out;
   Run(state, out, [&](std::size_t i) {
     const Eigen::AngleAxisd turn(q[i][2].x(), q[i][1].normalized());
     AboutCenter(out[i], turn.toRotationMatrix(), q[i][0]);
@@ -178,8 +202,8 @@ void AxisRotation_Eigen(benchmark::State& state) {
 BENCHMARK(AxisRotation_Eigen);
 
 void RotationFromZ_Eigen(benchmark::State& state) {
-  const auto q = EQuads();
-  std::vector<Matrix4d> out(kCount);
+  static const auto q = EQuads();
+  static Results<Matrix4d> out;
   Run(state, out, [&](std::size_t i) {
     const auto turn = Eigen::Quaterniond::FromTwoVectors(Vector3d::UnitZ(), q[i][1]);
     AboutCenter(out[i], turn.toRotationMatrix(), q[i][0]);
@@ -188,8 +212,8 @@ void RotationFromZ_Eigen(benchmark::State& state) {
 BENCHMARK(RotationFromZ_Eigen);
 
 void Intersection_Eigen(benchmark::State& state) {
-  const auto q = EQuads();
-  std::vector<Vector3d> out(kCount);
+  static const auto q = EQuads();
+  static Results<Vector3d> out;
   Run(state, out, [&](std::size_t i) {
     using Line = Eigen::Hyperplane<double, 2>;
     const auto at = [&](std::size_t k) { return Vector2d(q[i][k].head<2>()); };
