@@ -50,24 +50,23 @@ TEST(Intersection, AgreesWithBruteForceOnAGrid) {
 
 TEST(Intersection, ToleranceAlongASegment) {
   VECTF o1, o2;
-  const auto at = [&](double x, bool asLines) {
-    return Cross({VECTF(0, 0, 5), VECTF(1, 0, 5), VECTF(x, -1, 7), VECTF(x, 1, 7)}, asLines, &o1,
-                 &o2);
-  };
-  EXPECT_EQ(at(1e-4, false), 1u);
-  EXPECT_EQ(o1.x, 0.0);
-  EXPECT_EQ(at(-1e-4, false), 1u);
-  EXPECT_EQ(o1.x, 0.0);
-  EXPECT_EQ(at(std::nextafter(1e-4, 1), false), 1u);
-  EXPECT_EQ(o1.x, std::nextafter(1e-4, 1));
-  EXPECT_EQ(at(1 + 0.99e-4, false), 1u);
-  ExpectVector(o1, VECTF(1, 0, 0));
-  o1 = VECTF(9, 9, 9);
-  EXPECT_EQ(at(1 + 1.01e-4, false), 0u);
-  EXPECT_EQ(at(std::nextafter(-1e-4, -1), false), 0u);
-  EXPECT_EQ(o1.x, 9.0);
-  EXPECT_EQ(at(1 + 1.01e-4, true), 1u);
-  ExpectVector(o1, VECTF(1 + 1.01e-4, 0, 0), 1e-15);
+  const double start = 1e-4, past = std::nextafter(start, 1);
+  const struct {
+    double x;  // where an upright segment crosses the one from 0 to 1
+    bool asLines;
+    double want;  // NaN: nowhere
+  } cases[] = {{start, false, 0},       {-start, false, 0},
+               {past, false, past},     {-past, false, NAN},
+               {1 + 0.99e-4, false, 1}, {1 + 1.01e-4, false, NAN},
+               {1 - 0.99e-4, false, 1}, {1 + 1.01e-4, true, 1 + 1.01e-4},
+               {-0.5e-4, true, 0},      {-past, true, -past}};
+  for (const auto& c : cases) {
+    o1 = VECTF(9, 9, 9);
+    const unsigned int kind = Cross(
+        {VECTF(0, 0, 5), VECTF(1, 0, 5), VECTF(c.x, -1, 7), VECTF(c.x, 1, 7)}, c.asLines, &o1, &o2);
+    EXPECT_EQ(kind, std::isnan(c.want) ? 0u : 1u) << c.x;
+    ExpectVector(o1, kind == 0 ? VECTF(9, 9, 9) : VECTF(c.want, 0, 0), 1e-15);
+  }
   // The first end that is near wins: b1 before a2.
   EXPECT_EQ(
       Cross({VECTF(0, 0, 0), VECTF(1, 0, 0), VECTF(1, 5e-5, 0), VECTF(1, 1, 0)}, false, &o1, &o2),
