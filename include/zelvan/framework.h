@@ -32,9 +32,9 @@ class ZELVAN_API CObject {
  public:
   [[nodiscard]] virtual const CRuntimeClass* GetRuntimeClass() const noexcept;
   virtual ~CObject() = default;
-  virtual void Serialize(void* archive);          ///< does nothing
-  virtual void AssertValid() const;               ///< does nothing
-  virtual void Dump(void* context) const;         ///< does nothing
+  virtual void Serialize(void* archive);   ///< does nothing
+  virtual void AssertValid() const;        ///< does nothing
+  virtual void Dump(void* context) const;  ///< does nothing
 
   /// True when the object's class is `runtimeClass` or derives from it.
   [[nodiscard]] bool IsKindOf(const CRuntimeClass* runtimeClass) const noexcept;

@@ -6,7 +6,9 @@
 const CRuntimeClass CErrException::classCErrException = {
     "CErrException", sizeof(CErrException), 0xFFFF, nullptr, &CException::classCException};
 
-const CRuntimeClass* CErrException::GetRuntimeClass() const noexcept { return &classCErrException; }
+const CRuntimeClass* CErrException::GetRuntimeClass() const noexcept {
+  return &classCErrException;
+}
 
 namespace ERR {
 

@@ -29,9 +29,9 @@ const CRuntimeClass CException::classCException = {
 const CRuntimeClass CMemoryException::classCMemoryException = {
     "CMemoryException", sizeof(CMemoryException), kNotSerialisable, nullptr,
     &CException::classCException};
-const CRuntimeClass CFileException::classCFileException = {
-    "CFileException", sizeof(CFileException), kNotSerialisable, nullptr,
-    &CException::classCException};
+const CRuntimeClass CFileException::classCFileException = {"CFileException", sizeof(CFileException),
+                                                           kNotSerialisable, nullptr,
+                                                           &CException::classCException};
 
 bool CRuntimeClass::IsDerivedFrom(const CRuntimeClass* base) const noexcept {
   for (const CRuntimeClass* c = this; c != nullptr; c = c->baseClass) {
@@ -40,7 +40,9 @@ bool CRuntimeClass::IsDerivedFrom(const CRuntimeClass* base) const noexcept {
   return false;
 }
 
-const CRuntimeClass* CObject::GetRuntimeClass() const noexcept { return &classCObject; }
+const CRuntimeClass* CObject::GetRuntimeClass() const noexcept {
+  return &classCObject;
+}
 void CObject::Serialize(void* /*archive*/) {}
 void CObject::AssertValid() const {}
 void CObject::Dump(void* /*context*/) const {}
@@ -49,7 +51,9 @@ bool CObject::IsKindOf(const CRuntimeClass* runtimeClass) const noexcept {
   return GetRuntimeClass()->IsDerivedFrom(runtimeClass);
 }
 
-const CRuntimeClass* CException::GetRuntimeClass() const noexcept { return &classCException; }
+const CRuntimeClass* CException::GetRuntimeClass() const noexcept {
+  return &classCException;
+}
 
 void CException::Delete() {
   if (m_bAutoDelete != 0) delete this;

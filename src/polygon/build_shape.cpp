@@ -1,0 +1,92 @@
+// From points to a stored polygon (build_shape.h).
+#include "polygon/build_shape.h"
+
+#include <zelvan/error.h>
+
+#include <cmath>
+#include <new>
+
+#include "polygon/area.h"
+#include "polygon/grid_mapping.h"
+#include "polygon/input_predicates.h"
+#include "polygon/self_crossing.h"
+#include "polygon/tables.h"
+
+namespace zelvan {
+
+namespace {
+
+// Everything that follows works on numbers whose differences are numbers.
+void RequireFiniteExtent(const PointList& list) {
+  if (list.empty()) return;
+  WorldPoint boxMin{list[0].x, list[0].y};
+  WorldPoint boxMax = boxMin;
+  for (const InputPoint& p : list) {
+    if (!std::isfinite(p.x) || !std::isfinite(p.y)) throw ZelvanLib::BadPolyError();
+    MergeBoxes(boxMin, boxMax, {p.x, p.y}, {p.x, p.y});
+  }
+  if (!std::isfinite(boxMax.x - boxMin.x) || !std::isfinite(boxMax.y - boxMin.y)) {
+    throw ZelvanLib::BadPolyError();
+  }
+}
+
+}  // namespace
+
+void RemoveCollinear(PointList& list) {
+  if (list.size() <= 2) return;
+  const InputPoint last = list.back();
+  const bool dropFirst = IsCollinear(last, list[0], list[1]);
+  std::size_t kept = dropFirst ? 0 : 1;  // list[0, kept) is what stays
+  const auto before = [&]() -> const InputPoint& { return kept == 0 ? last : list[kept - 1]; };
+  for (std::size_t i = 1; i + 1 < list.size(); ++i) {
+    if (!IsCollinear(before(), list[i], list[i + 1])) list[kept++] = list[i];
+  }
+  const InputPoint& first = kept == 0 ? last : list[0];
+  if (!IsCollinear(before(), last, first)) list[kept++] = last;
+  list.resize(kept);
+}
+
+Contour* FixOrientation(Contour* contour) {
+  double sum = 0.0;
+  std::uint32_t count = 0;
+  ForEachVertex(contour, [&](const VertexNode* v) {
+    const WorldPoint p = v->prev->world;
+    sum += (p.y + v->world.y) * (p.x - v->world.x);
+    ++count;
+  });
+  contour->count = count;
+  if (sum == 0.0 || !std::isfinite(sum)) throw ZelvanLib::BadPolyError();
+  if (sum > 0.0) {
+    contour->flags |= CONTOUR_CCW;
+  } else {
+    contour->flags &= ~CONTOUR_CCW;
+    ReverseContour(contour);
+  }
+  return contour;
+}
+
+OwnedContour MakeContour(PointList& list) {
+  RequireFiniteExtent(list);
+  RemoveCollinear(list);
+  if (list.size() < 3 || HasSelfCrossing(list)) throw ZelvanLib::BadPolyError();
+  Contour* contour = nullptr;
+  for (const InputPoint& p : list) AppendVertex(contour, p.x, p.y);
+  OwnedContour owned(contour);
+  FixOrientation(contour);
+  return owned;
+}
+
+std::unique_ptr<Shape> BuildShape(std::size_t count, const InputPoint* points) {
+  PointList list(points, points + count);
+  std::unique_ptr<Shape> shape(new (std::nothrow) Shape);
+  if (shape == nullptr) return nullptr;
+  OwnedContour contour = MakeContour(list);
+  PlaceContour(shape->areas, contour.get());
+  static_cast<void>(contour.release());
+  ComputeBox(shape->areas, shape->boxMin, shape->boxMax);
+  SnapShape(*shape, shape->boxMin, shape->boxMax);
+  RebuildTables(*shape);
+  return shape;
+}
+
+}  // namespace zelvan

@@ -1,0 +1,44 @@
+// The two coordinate forms of a polygon and the constants that join them.
+//
+// World coordinates are IEEE doubles in the host's units. Grid coordinates are
+// integers of 20 bits relative to a world box, each axis mapped separately, so
+// the scale can differ between x and y. Every product of two coordinate
+// differences fits in 42 bits; the engines compute on the grid alone.
+#pragma once
+
+#include <cstdint>
+
+namespace zelvan {
+
+inline constexpr std::int32_t GRID_MAX = 1048575;    ///< steps across a box, 2^20 - 1
+inline constexpr std::int32_t GRID_OFFSET = 524288;  ///< lowest grid coordinate, negated
+
+struct WorldPoint {
+  double x;
+  double y;
+};
+
+struct GridPoint {
+  std::int32_t gx;
+  std::int32_t gy;
+
+  friend constexpr bool operator==(const GridPoint&, const GridPoint&) noexcept = default;
+};
+
+struct WorldBox {
+  WorldPoint min;
+  WorldPoint max;
+};
+
+struct GridBox {
+  GridPoint min;
+  GridPoint max;
+};
+
+/// (b - a) x (c - a): twice the signed area of the triangle a, b, c, positive
+/// when it runs counter-clockwise. Exact for grid points.
+[[nodiscard]] constexpr std::int64_t Cross(GridPoint a, GridPoint b, GridPoint c) noexcept {
+  return std::int64_t{b.gx - a.gx} * (c.gy - a.gy) - std::int64_t{b.gy - a.gy} * (c.gx - a.gx);
+}
+
+}  // namespace zelvan

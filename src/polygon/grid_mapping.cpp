@@ -1,0 +1,136 @@
+// The grid mapping (grid_mapping.h).
+#include "polygon/grid_mapping.h"
+
+#include <cmath>
+#include <limits>
+
+#include "polygon/area.h"
+#include "polygon/contour.h"
+
+namespace zelvan {
+
+namespace {
+
+constexpr double kStepsAcross = 1048575.0;
+constexpr double kOneStep = 9.536752259018191e-07;  // the double nearest to 1 / 1048575
+
+std::int32_t SnapCoordinate(double v, double lo, double hi) noexcept {
+  const double steps = std::floor((v - lo) / (hi - lo) * kStepsAcross + 0.5);
+  // Values of the box stay inside; the bounds keep the conversion defined for
+  // every other value, a box without extent included.
+  if (!(steps > 0.0)) return -GRID_OFFSET;
+  if (steps >= kStepsAcross) return GRID_MAX - GRID_OFFSET;
+  return static_cast<std::int32_t>(steps) - GRID_OFFSET;
+}
+
+double UnsnapCoordinate(std::int32_t g, double lo, double hi) noexcept {
+  return (hi - lo) * static_cast<double>(g + GRID_OFFSET) * kOneStep + lo;
+}
+
+// Frees the contours of an area that collapse, but for the outer one.
+// @return whether the outer contour is still a polygon
+bool SnapArea(Area* area, WorldPoint boxMin, WorldPoint boxMax) noexcept {
+  if (!SnapContour(area->contours, boxMin, boxMax)) return false;
+  Contour** link = &area->contours->next;
+  while (*link != nullptr) {
+    if (SnapContour(*link, boxMin, boxMax)) {
+      link = &(*link)->next;
+    } else {
+      Contour* collapsed = *link;
+      *link = collapsed->next;
+      FreeContour(collapsed);
+    }
+  }
+  return true;
+}
+
+}  // namespace
+
+GridPoint Snap(WorldPoint p, WorldPoint boxMin, WorldPoint boxMax) noexcept {
+  return {SnapCoordinate(p.x, boxMin.x, boxMax.x), SnapCoordinate(p.y, boxMin.y, boxMax.y)};
+}
+
+WorldPoint Unsnap(GridPoint p, WorldPoint boxMin, WorldPoint boxMax) noexcept {
+  return {UnsnapCoordinate(p.gx, boxMin.x, boxMax.x), UnsnapCoordinate(p.gy, boxMin.y, boxMax.y)};
+}
+
+bool SnapContour(Contour* contour, WorldPoint boxMin, WorldPoint boxMax) noexcept {
+  constexpr GridPoint lowest{-GRID_OFFSET, -GRID_OFFSET};
+  constexpr GridPoint highest{GRID_MAX - GRID_OFFSET, GRID_MAX - GRID_OFFSET};
+  contour->gridBox = {highest, lowest};
+  VertexNode* const head = contour->head;
+  VertexNode* v = head;
+  do {
+    VertexNode* const next = v->next;
+    const GridPoint point = Snap(v->world, boxMin, boxMax);
+    GrowBox(contour->gridBox, point);
+    if (v != head && v->prev->grid == point) {
+      UnlinkAndFree(v);
+      --contour->count;
+    } else {
+      v->grid = point;
+    }
+    v = next;
+  } while (v != head);
+  if (head->prev != head && head->prev->grid == head->grid) {
+    UnlinkAndFree(head->prev);
+    --contour->count;
+  }
+  return contour->count >= 3;
+}
+
+void SnapRing(Area*& ring, WorldPoint boxMin, WorldPoint boxMax) noexcept {
+  if (ring == nullptr) return;
+  Area* const last = ring->prev;
+  Area* area = ring;
+  for (bool more = true; more;) {
+    Area* const next = area->next;
+    more = area != last;
+    if (!SnapArea(area, boxMin, boxMax)) {
+      area->prev->next = next;
+      next->prev = area->prev;
+      if (ring == area) ring = next == area ? nullptr : next;
+      FreeArea(area);
+    }
+    area = next;
+  }
+}
+
+void SnapShape(Shape& shape, WorldPoint boxMin, WorldPoint boxMax) noexcept {
+  SnapRing(shape.areas, boxMin, boxMax);
+}
+
+void UnsnapContour(Contour* contour, WorldPoint boxMin, WorldPoint boxMax) noexcept {
+  ForEachVertex(contour, [&](VertexNode* v) {
+    const GridPoint point = v->grid;
+    v->world = Unsnap(point, boxMin, boxMax);
+  });
+  const GridBox box = contour->gridBox;
+  contour->worldBox = {Unsnap(box.min, boxMin, boxMax), Unsnap(box.max, boxMin, boxMax)};
+}
+
+void UnsnapShape(Area* ring, WorldPoint boxMin, WorldPoint boxMax) noexcept {
+  ForEachContour(ring, [&](Contour* contour) { UnsnapContour(contour, boxMin, boxMax); });
+}
+
+void ComputeBox(const Area* ring, WorldPoint& boxMin, WorldPoint& boxMax) noexcept {
+  if (ring == nullptr) return;
+  constexpr double largest = std::numeric_limits<double>::max();
+  boxMin = {largest, largest};
+  boxMax = {-largest, -largest};
+  ForEachContour(ring, [&](const Contour* contour) {
+    ForEachVertex(contour,
+                  [&](const VertexNode* v) { MergeBoxes(boxMin, boxMax, v->world, v->world); });
+  });
+}
+
+void MergeBoxes(WorldPoint& boxMin, WorldPoint& boxMax, WorldPoint a, WorldPoint b) noexcept {
+  for (const WorldPoint p : {a, b}) {
+    if (p.x < boxMin.x) boxMin.x = p.x;
+    if (p.y < boxMin.y) boxMin.y = p.y;
+    if (p.x > boxMax.x) boxMax.x = p.x;
+    if (p.y > boxMax.y) boxMax.y = p.y;
+  }
+}
+
+}  // namespace zelvan
