@@ -1,0 +1,41 @@
+// What is read back from the library: a region as contours over a list of
+// vertices and, once it is cut, its edges and triangles.
+#ifndef ZELVAN_TOOLS_MESH_H
+#define ZELVAN_TOOLS_MESH_H
+
+#include <array>
+#include <cstddef>
+#include <vector>
+
+#include "geometry.h"
+
+namespace tool {
+
+struct MeshEdge {
+  int from;
+  int to;
+  bool diagonal;  // inside, not on a contour
+};
+
+struct Mesh {
+  std::vector<Point> vertices;                // contour after contour
+  std::vector<std::size_t> contours;          // their sizes: each outer one, then its holes
+  std::vector<MeshEdge> edges;                // empty until cut, as are the triangles
+  std::vector<std::array<int, 3>> triangles;  // corners, counter-clockwise
+
+  std::vector<Ring> Rings() const;
+  std::vector<Polygon> Region() const;
+  std::vector<Polygon> Triangles() const;
+  double TriangleArea() const;
+};
+
+// The parts of a mesh that do not hang together: one for each outer contour,
+// with its holes, edges and triangles.
+std::vector<Mesh> SplitAreas(const Mesh& mesh);
+
+// Puts a part behind what is there.
+void Append(Mesh& mesh, const Mesh& part);
+
+}  // namespace tool
+
+#endif
