@@ -27,8 +27,7 @@ bool Before(const InputPoint& a, const InputPoint& b) noexcept {
 
 class ChainSweep {
  public:
-  explicit ChainSweep(const PointList& list)
-      : list_(list), active_(Lower{this}), place_(list.size() - 1) {}
+  explicit ChainSweep(const PointList& list) : list_(list), place_(list.size() - 1) {}
 
   ChainContact Run() {
     std::vector<std::uint32_t> order(list_.size());
@@ -45,40 +44,40 @@ class ChainSweep {
   }
 
  private:
+  // Points are copied into the entries: a search reads nothing but entries.
+  struct Ends {
+    InputPoint left;
+    InputPoint right;
+    std::uint32_t segment;
+  };
   // The segment of an entry is exchanged in place where the chain goes on; the
   // entry's rank stays the same.
   struct Active {
-    mutable std::uint32_t segment;
+    mutable Ends ends;
   };
   struct Lower {
-    const ChainSweep* sweep;
-    bool operator()(const Active& a, const Active& b) const {
-      return sweep->IsBelow(a.segment, b.segment);
-    }
+    bool operator()(const Active& a, const Active& b) const { return IsBelow(a.ends, b.ends); }
   };
   using Status = std::set<Active, Lower>;
   using Place = Status::iterator;
 
-  [[nodiscard]] const InputPoint& Left(std::uint32_t s) const {
-    return std::min(list_[s], list_[s + 1], Before);
-  }
-  [[nodiscard]] const InputPoint& Right(std::uint32_t s) const {
-    return std::max(list_[s], list_[s + 1], Before);
+  [[nodiscard]] Ends EndsOf(std::uint32_t s) const {
+    return {std::min(list_[s], list_[s + 1], Before), std::max(list_[s], list_[s + 1], Before), s};
   }
 
   // Positive when p lies above segment s.
-  [[nodiscard]] int SideOf(const InputPoint& p, std::uint32_t s) const {
-    return SideSign(Right(s), Left(s), p);
+  [[nodiscard]] static int SideOf(const InputPoint& p, const Ends& s) {
+    return SideSign(s.right, s.left, p);
   }
 
   // The order of two active segments, decided where the later one starts.
-  [[nodiscard]] bool IsBelow(std::uint32_t a, std::uint32_t b) const {
-    if (Before(Left(a), Left(b))) {
-      const int side = SideOf(Left(b), a);
-      return side != 0 ? side > 0 : SideOf(Right(b), a) > 0;
+  [[nodiscard]] static bool IsBelow(const Ends& a, const Ends& b) {
+    if (Before(a.left, b.left)) {
+      const int side = SideOf(b.left, a);
+      return side != 0 ? side > 0 : SideOf(b.right, a) > 0;
     }
-    const int side = SideOf(Left(a), b);
-    return side != 0 ? side < 0 : SideOf(Right(a), b) < 0;
+    const int side = SideOf(a.left, b);
+    return side != 0 ? side < 0 : SideOf(a.right, b) < 0;
   }
 
   // Point i is handled: of its one or two segments each starts or ends here.
@@ -107,14 +106,14 @@ class ChainSweep {
 
   void Exchange(std::uint32_t old, std::uint32_t next) {
     place_[next] = place_[old];
-    place_[next]->segment = next;
+    place_[next]->ends = EndsOf(next);
     TestNeighbours(place_[next]);
   }
 
   void Insert(std::uint32_t s) {
-    const auto [place, isNew] = active_.insert(Active{s});
+    const auto [place, isNew] = active_.insert(Active{EndsOf(s)});
     if (!isNew) {
-      Meet(place->segment, s);
+      Meet(place->ends.segment, s);
       return;
     }
     place_[s] = place;
@@ -124,21 +123,19 @@ class ChainSweep {
   void Remove(std::uint32_t s) {
     const Place above = active_.erase(place_[s]);
     if (above != active_.begin() && above != active_.end()) {
-      TestPair(std::prev(above)->segment, above->segment);
+      TestPair(std::prev(above)->ends, above->ends);
     }
   }
 
   void TestNeighbours(Place place) {
-    if (place != active_.begin()) TestPair(std::prev(place)->segment, place->segment);
-    if (std::next(place) != active_.end()) TestPair(place->segment, std::next(place)->segment);
+    if (place != active_.begin()) TestPair(std::prev(place)->ends, place->ends);
+    if (std::next(place) != active_.end()) TestPair(place->ends, std::next(place)->ends);
   }
 
-  void TestPair(std::uint32_t s, std::uint32_t t) {
-    const std::uint32_t first = std::min(s, t);
-    const std::uint32_t second = std::max(s, t);
-    if (second == first + 1 ? FoldsBack(first) : HaveCommonPoint(first, second)) {
-      Meet(first, second);
-    }
+  void TestPair(const Ends& s, const Ends& t) {
+    const std::uint32_t first = std::min(s.segment, t.segment);
+    const std::uint32_t second = std::max(s.segment, t.segment);
+    if (second == first + 1 ? FoldsBack(first) : HaveCommonPoint(s, t)) Meet(first, second);
   }
 
   void Meet(std::uint32_t s, std::uint32_t t) {
@@ -157,12 +154,10 @@ class ChainSweep {
            Before(list_[s], list_[s + 1]) == Before(list_[s + 2], list_[s + 1]);
   }
 
-  [[nodiscard]] bool HaveCommonPoint(std::uint32_t s, std::uint32_t t) const {
-    if (Before(Right(s), Left(t)) || Before(Right(t), Left(s))) return false;
-    const int t0 = SideOf(Left(t), s);
-    const int t1 = SideOf(Right(t), s);
-    if (t0 * t1 > 0) return false;
-    return SideOf(Left(s), t) * SideOf(Right(s), t) <= 0;
+  [[nodiscard]] static bool HaveCommonPoint(const Ends& s, const Ends& t) {
+    if (Before(s.right, t.left) || Before(t.right, s.left)) return false;
+    if (SideOf(t.left, s) * SideOf(t.right, s) > 0) return false;
+    return SideOf(s.left, t) * SideOf(s.right, t) <= 0;
   }
 
   const PointList& list_;
