@@ -1,6 +1,5 @@
 // Uniting and subtracting what QueueContour has queued.
-#ifndef ZELVAN_TOOLS_BOOLEANS_H
-#define ZELVAN_TOOLS_BOOLEANS_H
+#pragma once
 
 namespace tool {
 
@@ -12,5 +11,3 @@ bool UniteQueued();
 bool SubtractQueued();
 
 }  // namespace tool
-
-#endif

@@ -1,6 +1,5 @@
 // The commands. Each answers an exit status.
-#ifndef ZELVAN_TOOLS_COMMANDS_H
-#define ZELVAN_TOOLS_COMMANDS_H
+#pragma once
 
 #include <string>
 #include <vector>
@@ -23,5 +22,3 @@ int RunCombine(const Options& options);
 std::vector<Input> ReadInputs(const Options& options, Geos& geos, int& status);
 
 }  // namespace tool
-
-#endif

@@ -7,8 +7,7 @@
 // the box, and with it the grid, the same from the first call to the last; and
 // contours are put on that grid before they are given. What is shared is then
 // shared exactly, and borders between neighbours vanish without a trace.
-#ifndef ZELVAN_TOOLS_COMMON_GRID_H
-#define ZELVAN_TOOLS_COMMON_GRID_H
+#pragma once
 
 #include <array>
 
@@ -45,5 +44,3 @@ class CommonGrid {
 };
 
 }  // namespace tool
-
-#endif

@@ -1,7 +1,6 @@
 // Plain planar geometry of the host program: what is read, fed and written.
 // Rings are open: the last point does not repeat the first.
-#ifndef ZELVAN_TOOLS_GEOMETRY_H
-#define ZELVAN_TOOLS_GEOMETRY_H
+#pragma once
 
 #include <cstddef>
 #include <limits>
@@ -53,5 +52,3 @@ std::size_t CountPoints(const Polygon& polygon);
 bool IsFinite(const Polygon& polygon);
 
 }  // namespace tool
-
-#endif

@@ -1,7 +1,6 @@
 // The one door to GEOS: reading text into polygons, mending them, and saying
 // what is wrong with them. Failures are exceptions with GEOS's own words.
-#ifndef ZELVAN_TOOLS_GEOS_H
-#define ZELVAN_TOOLS_GEOS_H
+#pragma once
 
 #include <memory>
 #include <string>
@@ -56,5 +55,3 @@ class Geos {
 };
 
 }  // namespace tool
-
-#endif

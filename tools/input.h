@@ -1,7 +1,6 @@
 // Files in: GeoJSON and WKT to features with polygons. What cannot be used is
 // named and left out; a file that cannot be read at all is an exception.
-#ifndef ZELVAN_TOOLS_INPUT_H
-#define ZELVAN_TOOLS_INPUT_H
+#pragma once
 
 #include <cstddef>
 #include <stdexcept>
@@ -41,5 +40,3 @@ Input ReadInput(const std::string& file, const Options& options, Geos& geos);
 std::string PlaceOf(const Feature& feature, std::size_t polygon);
 
 }  // namespace tool
-
-#endif

@@ -1,7 +1,6 @@
 // What is read back from the library: a region as contours over a list of
 // vertices and, once it is cut, its edges and triangles.
-#ifndef ZELVAN_TOOLS_MESH_H
-#define ZELVAN_TOOLS_MESH_H
+#pragma once
 
 #include <array>
 #include <cstddef>
@@ -37,5 +36,3 @@ std::vector<Mesh> SplitAreas(const Mesh& mesh);
 void Append(Mesh& mesh, const Mesh& part);
 
 }  // namespace tool
-
-#endif

@@ -1,6 +1,5 @@
 // What the command line asks for.
-#ifndef ZELVAN_TOOLS_OPTIONS_H
-#define ZELVAN_TOOLS_OPTIONS_H
+#pragma once
 
 #include <string>
 #include <vector>
@@ -28,5 +27,3 @@ inline constexpr int kUnusable = 2;
 std::string Extension(const std::string& path);
 
 }  // namespace tool
-
-#endif

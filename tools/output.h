@@ -1,6 +1,5 @@
 // Files out: what the extension of each says.
-#ifndef ZELVAN_TOOLS_OUTPUT_H
-#define ZELVAN_TOOLS_OUTPUT_H
+#pragma once
 
 #include <cstddef>
 #include <iosfwd>
@@ -40,5 +39,3 @@ void WriteGeoJson(std::ostream& out, const std::vector<Item>& items, Show show);
 void WriteWkt(std::ostream& out, const std::vector<Item>& items, Show show);
 
 }  // namespace tool
-
-#endif

@@ -5,8 +5,7 @@
 // the corner behind it is new to the piece. Gluing a triangle to one edge of a
 // simple polygon by a new corner keeps it simple, so every piece is; together
 // they are the polygon, and neighbours share their cuts to the last bit.
-#ifndef ZELVAN_TOOLS_PIECES_H
-#define ZELVAN_TOOLS_PIECES_H
+#pragma once
 
 #include <vector>
 
@@ -17,5 +16,3 @@ namespace tool {
 std::vector<Ring> SplitIntoPieces(const Mesh& mesh);
 
 }  // namespace tool
-
-#endif

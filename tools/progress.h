@@ -1,7 +1,6 @@
 // A line of progress on the terminal for work that takes a while; silent
 // otherwise.
-#ifndef ZELVAN_TOOLS_PROGRESS_H
-#define ZELVAN_TOOLS_PROGRESS_H
+#pragma once
 
 #include <chrono>
 #include <cstddef>
@@ -31,5 +30,3 @@ class Progress {
 };
 
 }  // namespace tool
-
-#endif

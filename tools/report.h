@@ -1,6 +1,5 @@
 // The table at the end and the refusals on the way.
-#ifndef ZELVAN_TOOLS_REPORT_H
-#define ZELVAN_TOOLS_REPORT_H
+#pragma once
 
 #include <cstddef>
 #include <iosfwd>
@@ -30,5 +29,3 @@ void PrintTable(std::ostream& out, const std::vector<Row>& rows, bool with_total
 void PrintRefusal(const Refusal& refusal);
 
 }  // namespace tool
-
-#endif

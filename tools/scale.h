@@ -1,8 +1,7 @@
 // Scaling by a power of two, which doubles do without rounding. It brings small
 // units (degrees, metres of a chip) to where the library's absolute tolerance
 // means less than one part in 10^16 of the picture, and is undone on the way out.
-#ifndef ZELVAN_TOOLS_SCALE_H
-#define ZELVAN_TOOLS_SCALE_H
+#pragma once
 
 #include "geometry.h"
 
@@ -23,5 +22,3 @@ class Scale {
 };
 
 }  // namespace tool
-
-#endif

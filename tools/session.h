@@ -1,7 +1,6 @@
 // The library as a host sees it: the flat functions, spoken in rings and meshes.
 // There is one workspace, so these are plain functions.
-#ifndef ZELVAN_TOOLS_SESSION_H
-#define ZELVAN_TOOLS_SESSION_H
+#pragma once
 
 #include <string>
 
@@ -30,5 +29,3 @@ struct Cut {
 Cut TriangulatePolygon(const Polygon& polygon, const Scale& scale);
 
 }  // namespace tool
-
-#endif

@@ -1,7 +1,6 @@
 // Tones for a map: polygons that meet look different, polygons of one feature
 // alike.
-#ifndef ZELVAN_TOOLS_TONES_H
-#define ZELVAN_TOOLS_TONES_H
+#pragma once
 
 #include <cstddef>
 #include <vector>
@@ -18,5 +17,3 @@ std::vector<std::size_t> ChooseTones(const std::vector<Item>& items, std::size_t
                                      double cell);
 
 }  // namespace tool
-
-#endif

@@ -1,7 +1,6 @@
 // Runs the host program in a folder of its own, and looks at its files with
 // GEOS, which the program does not use for writing.
-#ifndef ZELVAN_TESTS_TOOLS_RUNNER_H
-#define ZELVAN_TESTS_TOOLS_RUNNER_H
+#pragma once
 
 #include <gtest/gtest.h>
 
@@ -42,5 +41,3 @@ class ToolTest : public testing::Test {
  private:
   std::filesystem::path folder_;
 };
-
-#endif
