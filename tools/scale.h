@@ -1,6 +1,6 @@
 // Scaling by a power of two, which doubles do without rounding. It brings small
 // units (degrees, metres of a chip) to where the library's absolute tolerance
-// means less than one part in 10^16 of the picture, and is undone on the way out.
+// is less than one part in 10^16 of the squared extent, and is undone on the way out.
 #pragma once
 
 #include "geometry.h"
