@@ -146,7 +146,7 @@ Box BoxOf(const std::vector<Input>& inputs) {
       }
     }
   }
-  return box;
+  return box.Empty() ? Box{{0, 0}, {1, 1}} : box;
 }
 
 Row RowOf(const Input& input) {

@@ -2,32 +2,43 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace tool {
 namespace {
 
-constexpr double kSteps = 1048575;          // across the library's grid
-constexpr double kMarginShare = 1.0 / 128;  // of the input's extent, on each side
-
-double SnapAxis(double v, double low, double high) {
-  return low + std::floor((v - low) / (high - low) * kSteps + 0.5) * ((high - low) / kSteps);
-}
+constexpr double kSteps = 1048575;         // across the library's grid
+constexpr double kMarginShare = 1.0 / 64;  // of the input's extent, at least
 
 }  // namespace
+
+double CommonGrid::Axis::Snap(double v) const {
+  return std::floor(v / step + 0.5) * step;
+}
+
+// The smallest step that leaves a margin, the input in the middle.
+CommonGrid::Axis CommonGrid::AxisOver(double low, double high) {
+  const double extent = std::max(high - low, std::numeric_limits<double>::min());
+  Axis axis;
+  axis.step = std::ldexp(1.0, std::ilogb(extent) - 20);
+  while (kSteps * axis.step < extent * (1 + kMarginShare)) axis.step *= 2;
+  const double width = kSteps * axis.step;
+  axis.low = axis.Snap(low - (width - extent) / 2);
+  axis.high = axis.low + width;
+  return axis;
+}
 
 CommonGrid::CommonGrid(const Box& box, bool scaled) {
   if (scaled) scale_ = Scale::For(box);
   input_ = {scale_.In(box.low), scale_.In(box.high)};
-  const double x = (input_.high.x - input_.low.x) * kMarginShare;
-  const double y = (input_.high.y - input_.low.y) * kMarginShare;
-  grid_ = {{input_.low.x - x, input_.low.y - y}, {input_.high.x + x, input_.high.y + y}};
+  x_ = AxisOver(input_.low.x, input_.high.x);
+  y_ = AxisOver(input_.low.y, input_.high.y);
 }
 
 Ring CommonGrid::Snap(const Ring& ring) const {
   Ring snapped;
   for (const Point& p : Scaled(ring)) {
-    const Point q{SnapAxis(p.x, grid_.low.x, grid_.high.x),
-                  SnapAxis(p.y, grid_.low.y, grid_.high.y)};
+    const Point q = Snap(p);
     if (snapped.empty() || !(q == snapped.back())) snapped.push_back(q);
   }
   while (snapped.size() > 1 && snapped.front() == snapped.back()) snapped.pop_back();
@@ -42,15 +53,14 @@ Ring CommonGrid::Scaled(const Ring& ring) const {
 
 // Half the margin wide: half of it stays free between anchor and input.
 std::array<Ring, 2> CommonGrid::Anchors() const {
-  const auto& [low, high] = grid_;
-  const double x = (input_.low.x - low.x) / 2;
-  const double y = (input_.low.y - low.y) / 2;
-  return {Ring{low, {low.x + x, low.y}, {low.x, low.y + y}},
-          Ring{high, {high.x - x, high.y}, {high.x, high.y - y}}};
+  const double x = (input_.low.x - x_.low) / 2;
+  const double y = (input_.low.y - y_.low) / 2;
+  return {Ring{{x_.low, y_.low}, {x_.low + x, y_.low}, {x_.low, y_.low + y}},
+          Ring{{x_.high, y_.high}, {x_.high - x, y_.high}, {x_.high, y_.high - y}}};
 }
 
 Mesh CommonGrid::WithoutAnchors(const Mesh& mesh) const {
-  const double gap = (input_.low.x - grid_.low.x) / 4;
+  const double gap = (input_.low.x - x_.low) / 4;
   Mesh rest;
   for (const Mesh& area : SplitAreas(mesh)) {
     Box box;
@@ -58,6 +68,7 @@ Mesh CommonGrid::WithoutAnchors(const Mesh& mesh) const {
     const bool anchor = box.high.x < input_.low.x - gap || box.low.x > input_.high.x + gap;
     if (!anchor) Append(rest, area);
   }
+  for (Point& p : rest.vertices) p = Snap(p);
   return rest;
 }
 

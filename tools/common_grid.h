@@ -7,6 +7,9 @@
 // the box, and with it the grid, the same from the first call to the last; and
 // contours are put on that grid before they are given. What is shared is then
 // shared exactly, and borders between neighbours vanish without a trace.
+//
+// The step is a power of two on each axis and the grid holds its multiples, so
+// that whole numbers, and halves and quarters, come out as they went in.
 #pragma once
 
 #include <array>
@@ -31,16 +34,29 @@ class CommonGrid {
 
   std::array<Ring, 2> Anchors() const;
 
-  // What was read back, less the anchors; in the library's units.
+  // What was read back, put on the grid to the last bit and less the anchors; in
+  // the library's units.
   Mesh WithoutAnchors(const Mesh& mesh) const;
 
   // Back to input units.
   Mesh Unscaled(Mesh mesh) const;
 
  private:
+  struct Axis {
+    double low = 0;
+    double high = 0;
+    double step = 1;
+
+    double Snap(double v) const;
+  };
+
+  static Axis AxisOver(double low, double high);
+  Point Snap(const Point& p) const { return {x_.Snap(p.x), y_.Snap(p.y)}; }
+
   Scale scale_;
-  Box input_;
-  Box grid_;
+  Box input_;  // in the library's units
+  Axis x_;
+  Axis y_;
 };
 
 }  // namespace tool
