@@ -8,10 +8,11 @@
 // from subtraction. The order of operations:
 //
 //   1. the pieces of each polygon with holes, in a session of its own;
-//   2. main = the anchors of the common grid;
-//   3. unite every contour of the first input (of all inputs for a union);
-//   4. subtract every contour of the others;
-//   5. read the region back, less the anchors.
+//   2. all contours in groups that have no point in common; for each group
+//   3. main = the anchors of the common grid;
+//   4. unite every contour of the first input (of all inputs for a union);
+//   5. subtract every contour of the others;
+//   6. read the region back, less the anchors.
 #include <algorithm>
 #include <chrono>
 #include <cmath>
@@ -21,6 +22,7 @@
 #include "booleans.h"
 #include "commands.h"
 #include "common_grid.h"
+#include "groups.h"
 #include "output.h"
 #include "pieces.h"
 #include "progress.h"
@@ -56,10 +58,19 @@ class Combination {
   Mesh Run() {
     Progress progress(options_.command == Command::kUnion ? "uniting" : "subtracting",
                       steps_.size());
-    while (!TryAll(progress)) {
+    std::vector<Ring> contours;
+    for (const Step& step : steps_) contours.push_back(step.snapped);
+    Mesh result;
+    for (const auto& group : ConnectedGroups(steps_.size(), geos_.Contacts(contours))) {
+      while (!TryGroup(group, progress)) {
+      }
+      const bool triangles = options_.triangles && CutMain();
+      if (options_.triangles && !triangles) {
+        throw std::runtime_error("the result cannot be triangulated");
+      }
+      Append(result, grid_.WithoutAnchors(ReadMain(Scale(), triangles)));
     }
-    const bool triangles = options_.triangles && CutMain();
-    return grid_.Unscaled(grid_.WithoutAnchors(ReadMain(Scale(), triangles)));
+    return grid_.Unscaled(std::move(result));
   }
 
  private:
@@ -114,10 +125,11 @@ class Combination {
   }
 
   // A contour that cannot be combined stays in the library's queue until the
-  // next main contour, so everything starts again without it.
-  bool TryAll(Progress& progress) {
+  // next main contour, so its group starts again without it.
+  bool TryGroup(const std::vector<std::size_t>& group, Progress& progress) {
     if (!StartOnGrid()) throw std::runtime_error("the extent of the input is not usable");
-    for (Step& step : steps_) {
+    for (const std::size_t i : group) {
+      Step& step = steps_[i];
       if (step.refused) continue;
       progress.Advance();
       const bool queued = Queue(step.snapped, step.exact);

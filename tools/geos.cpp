@@ -86,6 +86,39 @@ std::vector<Polygon> Geos::Repair(const Polygon& polygon) {
   return std::move(parts.polygons);
 }
 
+std::vector<std::pair<std::size_t, std::size_t>> Geos::Contacts(const std::vector<Ring>& contours) {
+  std::vector<Geometry> shapes;
+  for (const Ring& contour : contours) {
+    const Polygon polygon{contour, {}};
+    const bool ring = contour.size() > 2 && IsFinite(polygon);
+    shapes.push_back(ring ? Build(polygon) : Geometry(nullptr, Release{context_}));
+  }
+  std::vector<std::size_t> numbers(shapes.size());
+  GEOSSTRtree* tree = GEOSSTRtree_create_r(context_, 10);
+  for (std::size_t i = 0; i < shapes.size(); ++i) {
+    numbers[i] = i;
+    if (shapes[i]) GEOSSTRtree_insert_r(context_, tree, shapes[i].get(), &numbers[i]);
+  }
+  std::vector<std::pair<std::size_t, std::size_t>> contacts;
+  for (std::size_t i = 0; i < shapes.size(); ++i) {
+    if (!shapes[i]) continue;
+    std::vector<std::size_t> near;
+    const auto keep = [](void* item, void* list) {
+      static_cast<std::vector<std::size_t>*>(list)->push_back(*static_cast<std::size_t*>(item));
+    };
+    GEOSSTRtree_query_r(context_, tree, shapes[i].get(), keep, &near);
+    const GEOSPreparedGeometry* prepared = GEOSPrepare_r(context_, shapes[i].get());
+    for (const std::size_t k : near) {
+      if (k > i && GEOSPreparedIntersects_r(context_, prepared, shapes[k].get()) != 0) {
+        contacts.emplace_back(i, k);
+      }
+    }
+    GEOSPreparedGeom_destroy_r(context_, prepared);
+  }
+  GEOSSTRtree_destroy_r(context_, tree);
+  return contacts;
+}
+
 Geos::Geometry Geos::RingGeometry(const Ring& ring) {
   Ring closed = ring;
   if (!ring.empty()) closed.push_back(ring.front());

@@ -2,8 +2,10 @@
 // what is wrong with them. Failures are exceptions with GEOS's own words.
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "geometry.h"
@@ -36,6 +38,10 @@ class Geos {
   // The polygons that GEOS's MakeValid gets out of an invalid one: the same
   // region by the even-odd rule, possibly none. Throws std::runtime_error.
   std::vector<Polygon> Repair(const Polygon& polygon);
+
+  // The pairs of contours that have a point in common, or of which that cannot
+  // be told. A contour that is no ring at all is in no pair.
+  std::vector<std::pair<std::size_t, std::size_t>> Contacts(const std::vector<Ring>& contours);
 
  private:
   struct Release {
