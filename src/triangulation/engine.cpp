@@ -1,0 +1,109 @@
+// Setting up one area, chaining the stages, and the output (engine.h).
+#include "triangulation/engine.h"
+
+#include <zelvan/error.h>
+
+#include <new>
+
+#include "polygon/contour.h"
+
+namespace VORNEX {
+
+namespace {
+
+template <class T>
+std::unique_ptr<T[]> NewArray(std::size_t n) {
+  std::unique_ptr<T[]> array(new (std::nothrow) T[n]{});
+  if (array == nullptr) ERR::Raise(ERR::NOMEM);
+  return array;
+}
+
+}  // namespace
+
+void TRIAGLOBS::EmitTriangle(VertexNode* a, VertexNode* b, VertexNode* c) {
+  if (emitted >= area->triangleCount) ERR::Raise(ERR::FAIL);
+  area->triangles[emitted++] = {a, b, c};
+}
+
+// A triangle without area would mean a neck of no width, or a crossing.
+void TRIAGLOBS::Emit(VertexNode* a, VertexNode* b, VertexNode* c) {
+  if (zelvan::Cross(a->grid, b->grid, c->grid) <= 0) ERR::Raise(ERR::FAIL);
+  EmitTriangle(a, b, c);
+}
+
+void TRIAGLOBS::Run(Area* target, const InsertionOrder& insertionOrder) {
+  area = target;
+  try {
+    Prepare(insertionOrder);
+    BuildTrapezoids();
+    reflexStack = NewArray<VertexNode*>(std::size_t{vertexCount} + 1);
+    Monotonate();
+    TriangulateMonotones();
+    if (emitted != area->triangleCount) ERR::Raise(ERR::FAIL);
+  } catch (...) {
+    area->triangles.reset();
+    area->triangleCount = 0;
+    throw;
+  }
+}
+
+void TRIAGLOBS::Prepare(const InsertionOrder& insertionOrder) {
+  vertexCount = 0;
+  for (const zelvan::Contour* c = area->contours; c != nullptr; c = c->next)
+    vertexCount += c->count;
+  monotones = NewArray<ChainNode*>(vertexCount);
+  order = NewArray<VertexNode*>(vertexCount);
+
+  std::uint32_t walked = 0;
+  std::uint32_t contours = 0;
+  for (const zelvan::Contour* c = area->contours; c != nullptr; c = c->next) {
+    AddRing(c, walked);
+    ++contours;
+  }
+  if (walked != vertexCount || walked < 3) ERR::Raise(ERR::FAIL);
+  area->triangles.reset();
+  area->triangleCount = walked + 2 * contours - 4;
+  area->triangles = NewArray<zelvan::Triangle>(area->triangleCount);
+  ArrangeOrder(insertionOrder);
+}
+
+// One TriVertex per vertex and one ring of nodes per contour. The first node of the
+// outer contour starts the list of rings; the diagonals bring the holes into it.
+void TRIAGLOBS::AddRing(const zelvan::Contour* contour, std::uint32_t& walked) {
+  ChainNode* first = nullptr;
+  VertexNode* v = contour->head;
+  do {
+    if (walked >= vertexCount) ERR::Raise(ERR::FAIL);
+    ChainNode* node = chainPool.Take();
+    TriVertex* record = vertexPool.Take();
+    v->triVertex = record;
+    if (first == nullptr) first = node->prev = node;
+    node->vertex = v;
+    node->next = first;
+    node->prev = first->prev;
+    first->prev = node->prev->next = node;
+    record->chainNext[0] = v->next;
+    record->chainPos[0] = node;
+    record->slotCount = 1;
+    order[walked++] = v;
+    v = v->next;
+  } while (v != contour->head);
+  if (contour == area->contours) monotones[0] = first;
+}
+
+void TRIAGLOBS::ArrangeOrder(const InsertionOrder& insertionOrder) {
+  if (insertionOrder.positions.empty()) {
+    ShuffleOrder({order.get(), vertexCount}, insertionOrder.seed);
+    return;
+  }
+  if (insertionOrder.positions.size() != vertexCount) ERR::Raise(ERR::FAIL);
+  auto arranged = NewArray<VertexNode*>(vertexCount);
+  for (std::uint32_t i = 0; i < vertexCount; ++i) {
+    const std::uint32_t position = insertionOrder.positions[i];
+    if (position >= vertexCount) ERR::Raise(ERR::FAIL);
+    arranged[i] = order[position];
+  }
+  order = std::move(arranged);
+}
+
+}  // namespace VORNEX
