@@ -61,13 +61,11 @@ std::array<Ring, 2> CommonGrid::Anchors() const {
 
 Mesh CommonGrid::WithoutAnchors(const Mesh& mesh) const {
   const double gap = (input_.low.x - x_.low) / 4;
-  Mesh rest;
-  for (const Mesh& area : SplitAreas(mesh)) {
+  Mesh rest = Without(mesh, [&](const Ring& ring) {
     Box box;
-    box.Add(area.vertices);
-    const bool anchor = box.high.x < input_.low.x - gap || box.low.x > input_.high.x + gap;
-    if (!anchor) Append(rest, area);
-  }
+    box.Add(ring);
+    return box.high.x < input_.low.x - gap || box.low.x > input_.high.x + gap;
+  });
   for (Point& p : rest.vertices) p = Snap(p);
   return rest;
 }

@@ -49,29 +49,25 @@ double Mesh::TriangleArea() const {
   return area;
 }
 
-std::vector<Mesh> SplitAreas(const Mesh& mesh) {
-  std::vector<Mesh> areas;
-  std::vector<std::size_t> area_of;  // per vertex
-  std::vector<int> first;            // the first vertex of each area
+Mesh Without(const Mesh& mesh, const std::function<bool(const Ring&)>& drop) {
+  Mesh rest;
+  std::vector<int> renumbered;  // -1 for a vertex that goes
   for (const Ring& ring : mesh.Rings()) {
-    if (areas.empty() || SignedArea(ring) > 0) {
-      areas.emplace_back();
-      first.push_back(static_cast<int>(area_of.size()));
+    const bool stays = !drop(ring);
+    for (const Point& p : ring) {
+      renumbered.push_back(stays ? static_cast<int>(rest.vertices.size()) : -1);
+      if (stays) rest.vertices.push_back(p);
     }
-    Mesh& area = areas.back();
-    area.contours.push_back(ring.size());
-    area.vertices.insert(area.vertices.end(), ring.begin(), ring.end());
-    area_of.insert(area_of.end(), ring.size(), areas.size() - 1);
+    if (stays) rest.contours.push_back(ring.size());
   }
+  const auto at = [&](int vertex) { return renumbered[static_cast<std::size_t>(vertex)]; };
   for (const MeshEdge& edge : mesh.edges) {
-    const std::size_t a = area_of[static_cast<std::size_t>(edge.from)];
-    areas[a].edges.push_back({edge.from - first[a], edge.to - first[a], edge.diagonal});
+    if (at(edge.from) >= 0) rest.edges.push_back({at(edge.from), at(edge.to), edge.diagonal});
   }
   for (const auto& [p, q, r] : mesh.triangles) {
-    const std::size_t a = area_of[static_cast<std::size_t>(p)];
-    areas[a].triangles.push_back({p - first[a], q - first[a], r - first[a]});
+    if (at(p) >= 0) rest.triangles.push_back({at(p), at(q), at(r)});
   }
-  return areas;
+  return rest;
 }
 
 void Append(Mesh& mesh, const Mesh& part) {

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstddef>
+#include <functional>
 #include <vector>
 
 #include "geometry.h"
@@ -28,9 +29,9 @@ struct Mesh {
   double TriangleArea() const;
 };
 
-// The parts of a mesh that do not hang together: one for each outer contour,
-// with its holes, edges and triangles.
-std::vector<Mesh> SplitAreas(const Mesh& mesh);
+// What is left of a mesh without some of its contours and all that stands on
+// their vertices; `drop` answers for a contour.
+Mesh Without(const Mesh& mesh, const std::function<bool(const Ring&)>& drop);
 
 // Puts a part behind what is there.
 void Append(Mesh& mesh, const Mesh& part);
