@@ -124,8 +124,23 @@ void WriteContours(std::ostream& out, const Mesh& mesh, const Frame& frame, cons
   out << "\"/>\n";
 }
 
-void WriteDiagonals(std::ostream& out, const Mesh& mesh, const Frame& frame) {
-  out << "<path class=\"diagonal\" d=\"";
+// So wide that the diagonals of a polygon cover about a quarter of it, whether
+// they are three or thousands; never wider than `most`.
+double DiagonalWidth(const Mesh& mesh, const Frame& frame, double most) {
+  double length = 0;
+  for (const MeshEdge& edge : mesh.edges) {
+    const Point& from = mesh.vertices[static_cast<std::size_t>(edge.from)];
+    const Point& to = mesh.vertices[static_cast<std::size_t>(edge.to)];
+    if (edge.diagonal) length += frame.Units(std::hypot(to.x - from.x, to.y - from.y));
+  }
+  const double area = frame.Units(frame.Units(mesh.TriangleArea()));
+  const double least = std::min(most, 0.1 * kUnitsPerPixel);
+  return length > 0 ? std::clamp(area / length / 4, least, most) : most;
+}
+
+void WriteDiagonals(std::ostream& out, const Mesh& mesh, const Frame& frame, double most) {
+  out << "<path class=\"diagonal\" stroke-width=\"" << std::lround(DiagonalWidth(mesh, frame, most))
+      << "\" d=\"";
   Path path(out);
   for (const MeshEdge& edge : mesh.edges) {
     if (!edge.diagonal) continue;
@@ -146,7 +161,7 @@ void WriteHead(std::ostream& out, const Frame& frame, double line) {
       << ' ' << size.y << "\">\n<style>\n"
       << "path{fill:none;stroke-linejoin:round;stroke-linecap:round}\n"
       << ".fill{fill-rule:evenodd}\n"
-      << ".diagonal{stroke:#fff;stroke-opacity:.75;stroke-width:" << Shortest(line / 2) << "}\n"
+      << ".diagonal{stroke:#fff;stroke-opacity:.8}\n"
       << ".contour{stroke:#3b4a54;stroke-width:" << Shortest(line) << "}\n";
   for (std::size_t i = 0; i < kTones.size(); ++i) {
     out << ".t" << i << " .fill{fill:" << kTones[i] << "}\n";
@@ -160,7 +175,8 @@ void WriteSvg(std::ostream& out, const std::vector<Item>& items, Show show) {
   Box box;
   for (const Item& item : items) box.Add(item.mesh.vertices);
   const Frame frame(box);
-  WriteHead(out, frame, LineWidth(items, frame));
+  const double line = LineWidth(items, frame);
+  WriteHead(out, frame, line);
   const std::vector<std::size_t> tones = ChooseTones(items, kTones.size(), frame.World(4));
   for (std::size_t i = 0; i < items.size(); ++i) {
     const Item& item = items[i];
@@ -169,7 +185,7 @@ void WriteSvg(std::ostream& out, const std::vector<Item>& items, Show show) {
     if (!item.name.empty()) out << "<title>" << Escaped(item.name) << "</title>";
     out << '\n';
     WriteContours(out, item.mesh, frame, "fill");
-    if (show == Show::kTriangles) WriteDiagonals(out, item.mesh, frame);
+    if (show == Show::kTriangles) WriteDiagonals(out, item.mesh, frame, line / 2);
     WriteContours(out, item.mesh, frame, "contour");
     out << "</g>\n";
   }
