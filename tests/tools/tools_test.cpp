@@ -177,7 +177,7 @@ TEST_F(ToolTest, DrawsThePictureUpright) {
   ASSERT_EQ(Run("triangulate @/house.wkt -o @/house.svg").status, 0);
   const std::string svg = Read("house.svg");
   const auto path = [&](const std::string& name) {
-    const std::size_t at = svg.find("<path class=\"" + name + "\" d=\"");
+    const std::size_t at = svg.find(" d=", svg.find("<path class=\"" + name));
     return at == std::string::npos ? "" : svg.substr(at, svg.find("/>", at) - at);
   };
   const std::string diagonals = path("diagonal");
