@@ -35,6 +35,14 @@ int ZELVAN_CALL Triangulate() {
   return Guarded([] { return workspace.Triangulate(); });
 }
 
+int ZELVAN_CALL Union() {
+  return Guarded([] { return workspace.Union(); });
+}
+
+int ZELVAN_CALL Substruct() {
+  return Guarded([] { return workspace.Substruct(); });
+}
+
 int ZELVAN_CALL GetCounts(int* vertexCount, int* edgeCount, int* faceCount) {
   return workspace.GetCounts(vertexCount, edgeCount, faceCount);
 }
