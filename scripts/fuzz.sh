@@ -15,5 +15,5 @@ cmake --build build/fuzz -j2 --target fuzz_flat
 mkdir -p build/fuzz/found fuzz/corpus
 build/fuzz/fuzz_flat build/fuzz/found fuzz/corpus -max_total_time="$seconds" \
   -max_len=300 -timeout=5 -artifact_prefix=build/fuzz/
-build/fuzz/fuzz_flat -merge=1 fuzz/corpus build/fuzz/found >/dev/null 2>&1
+build/fuzz/fuzz_flat -set_cover_merge=1 fuzz/corpus build/fuzz/found >/dev/null 2>&1
 echo "corpus: $(find fuzz/corpus -type f | wc -l) inputs"
