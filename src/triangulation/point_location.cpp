@@ -5,7 +5,7 @@ namespace VORNEX {
 
 namespace {
 
-bool GoesLeft(GridPoint p, GridPoint other, const VertexNode* e) noexcept {
+bool GoesLeft(GridPoint p, GridPoint other, const Segment& e) noexcept {
   if (!IsEndpoint(p, e)) return LiesLeftOfEdge(p, e);
   if (p.gy == other.gy) return other.gx < p.gx;
   return IsLeftOf(other, e);
@@ -39,7 +39,7 @@ QueryNode* TRIAGLOBS::TakeSink(QueryNode* parent, Trapezoid* trapezoid) {
 //   ---- loP ----
 //        S3 below
 QueryNode* TRIAGLOBS::InitQuery(VertexNode* v) {
-  const bool upward = RunsUpward(v);
+  const bool upward = RunsUpward(SegmentOf(v));
   const GridPoint hiP = upward ? v->next->grid : v->grid;
   const GridPoint loP = upward ? v->grid : v->next->grid;
 
@@ -60,7 +60,7 @@ QueryNode* TRIAGLOBS::InitQuery(VertexNode* v) {
   y2->loChild = s3;
   y2->parent = r;
   x->kind = QNODE_X;
-  x->edge = v;
+  x->edge = SegmentOf(v);
   x->hiChild = s1;
   x->loChild = s2;
   x->parent = y2;

@@ -19,12 +19,13 @@ struct Trapezoid;
 
 enum QueryKind : std::uint32_t { QNODE_Y = 0, QNODE_X = 1, QNODE_SINK = 2 };
 
+// A node holds the points that it tests itself: a search reads one record per step.
 struct QueryNode {
   QueryKind kind;
   union {
-    GridPoint point;         ///< QNODE_Y: the height that the node tests
-    const VertexNode* edge;  ///< QNODE_X
-    Trapezoid* trapezoid;    ///< QNODE_SINK
+    GridPoint point;       ///< QNODE_Y: the height that the node tests
+    Segment edge;          ///< QNODE_X
+    Trapezoid* trapezoid;  ///< QNODE_SINK
   };
   QueryNode* hiChild;  ///< above the point, or right of the edge
   QueryNode* loChild;  ///< below, or left
