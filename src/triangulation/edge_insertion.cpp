@@ -9,6 +9,7 @@
 // an edge that crosses another is found out when the second of the two is inserted.
 #include <zelvan/error.h>
 
+#include <algorithm>
 #include <utility>
 
 #include "triangulation/engine.h"
@@ -118,8 +119,7 @@ Side SideOfPassedVertex(const Trapezoid* t) {
 
 }  // namespace
 
-Trapezoid* TRIAGLOBS::InsertEndpoint(bool isUpper, const QueryNode* root, GridPoint p,
-                                     GridPoint other) {
+Trapezoid* TRIAGLOBS::InsertEndpoint(bool isUpper, QueryNode* root, GridPoint p, GridPoint other) {
   Trapezoid* t = Locate(p, other, root);
   // An end of a side of t is not between hi and lo, so p is a boundary just when it
   // is one of the two.
@@ -198,8 +198,8 @@ Trapezoid* TRIAGLOBS::OneBelow(Trapezoid* t, Trapezoid* tn, const VertexNode* v)
 void TRIAGLOBS::InsertEdge(VertexNode* v) {
   GridPoint upper = v->grid;
   GridPoint lower = v->next->grid;
-  const QueryNode* upperRoot = v->triVertex->root0;
-  const QueryNode* lowerRoot = v->next->triVertex->root1;
+  QueryNode* upperRoot = v->triVertex->root0;
+  QueryNode* lowerRoot = v->next->triVertex->root1;
   if (upper == lower) ERR::Raise(ERR::FAIL);
   if (GreaterThan(lower, upper)) {
     std::swap(upper, lower);
@@ -242,17 +242,40 @@ void TRIAGLOBS::InsertEdge(VertexNode* v) {
 // Vertices are visited in ring order, not in insertion order: neighbours take the
 // same way through the graph, and the order of pure searches does not matter.
 void TRIAGLOBS::RefreshRoots() {
+  SearchBatch batch;
   for (const zelvan::Contour* contour = area->contours; contour != nullptr;
        contour = contour->next) {
     const VertexNode* v = contour->head;
     do {
       TriVertex* record = v->triVertex;
       if (record->root0 != nullptr) {
-        record->root0 = Locate(v->grid, v->next->grid, record->root0)->sink;
-        record->root1 = Locate(v->grid, v->prev->grid, record->root1)->sink;
+        batch.Add(v->grid, v->next->grid, &record->root0);
+        batch.Add(v->grid, v->prev->grid, &record->root1);
+        if (batch.Full()) batch.Run();
       }
       v = v->next;
     } while (v != contour->head);
+  }
+  batch.Run();
+}
+
+// Inserts the edges of `order` before entry `end`. The two ends of some edges to come
+// are looked up together first; their own searches then start close to the goal.
+void TRIAGLOBS::InsertUntil(std::uint32_t end) {
+  SearchBatch batch;
+  while (nextToInsert < end) {
+    const std::uint32_t stop = std::min(end, nextToInsert + SearchBatch::kCapacity / 2);
+    for (std::uint32_t i = nextToInsert; i < stop; ++i) {
+      const VertexNode* v = order[i];
+      batch.Add(v->grid, v->next->grid, &v->triVertex->root0);
+      batch.Add(v->next->grid, v->grid, &v->next->triVertex->root1);
+    }
+    batch.Run();
+    for (; nextToInsert < stop; ++nextToInsert) {
+      VertexNode* v = order[nextToInsert];
+      InsertEdge(v);
+      v->triVertex->root0 = nullptr;  // its own search is over
+    }
   }
 }
 
@@ -263,19 +286,12 @@ void TRIAGLOBS::BuildTrapezoids() {
     record->root0 = record->root1 = root;
   }
   nextToInsert = 1;
-  const auto insertUntil = [&](std::uint32_t end) {
-    for (; nextToInsert < end; ++nextToInsert) {
-      VertexNode* v = order[nextToInsert];
-      InsertEdge(v);
-      v->triVertex->root0 = nullptr;  // its own search is over
-    }
-  };
   const std::uint32_t phases = LogStar(vertexCount);
   for (std::uint32_t h = 1; h <= phases; ++h) {
-    insertUntil(PhaseEnd(vertexCount, h));
+    InsertUntil(PhaseEnd(vertexCount, h));
     if (nextToInsert < vertexCount) RefreshRoots();
   }
-  insertUntil(vertexCount);
+  InsertUntil(vertexCount);
 }
 
 }  // namespace VORNEX

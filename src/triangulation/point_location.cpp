@@ -11,18 +11,37 @@ bool GoesLeft(GridPoint p, GridPoint other, const Segment& e) noexcept {
   return IsLeftOf(other, e);
 }
 
+QueryNode* Step(GridPoint p, GridPoint other, const QueryNode* node) noexcept {
+  if (node->kind == QNODE_X) return GoesLeft(p, other, node->edge) ? node->loChild : node->hiChild;
+  const GridPoint w = p == node->point ? other : p;
+  return GreaterThan(w, node->point) ? node->hiChild : node->loChild;
+}
+
 }  // namespace
 
-Trapezoid* Locate(GridPoint p, GridPoint other, const QueryNode* node) noexcept {
-  while (node->kind != QNODE_SINK) {
-    if (node->kind == QNODE_Y) {
-      const GridPoint w = p == node->point ? other : p;
-      node = GreaterThan(w, node->point) ? node->hiChild : node->loChild;
-    } else {
-      node = GoesLeft(p, other, node->edge) ? node->loChild : node->hiChild;
+QueryNode* LocateSink(GridPoint p, GridPoint other, QueryNode* node) noexcept {
+  while (node->kind != QNODE_SINK) node = Step(p, other, node);
+  return node;
+}
+
+void SearchBatch::Add(GridPoint p, GridPoint other, QueryNode** root) noexcept {
+  searches_[count_++] = {p, other, *root, root};
+}
+
+// The searches go down in step: first all nodes of a round are read, which the
+// machine can do at once, then each search takes its turn.
+void SearchBatch::Run() noexcept {
+  for (;;) {
+    std::uint32_t active = 0;
+    for (std::uint32_t i = 0; i < count_; ++i) active += searches_[i].node->kind != QNODE_SINK;
+    if (active == 0) break;
+    for (std::uint32_t i = 0; i < count_; ++i) {
+      Search& s = searches_[i];
+      if (s.node->kind != QNODE_SINK) s.node = Step(s.p, s.other, s.node);
     }
   }
-  return node->trapezoid;
+  for (std::uint32_t i = 0; i < count_; ++i) *searches_[i].root = searches_[i].node;
+  count_ = 0;
 }
 
 QueryNode* TRIAGLOBS::TakeSink(QueryNode* parent, Trapezoid* trapezoid) {
