@@ -9,7 +9,7 @@ add_library(zelvan_flags INTERFACE)
 if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
   target_compile_options(zelvan_flags INTERFACE
     -ffp-contract=off
-    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wdouble-promotion
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wdouble-promotion
     $<$<COMPILE_LANGUAGE:CXX>:-Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual>)
   if(CMAKE_SIZEOF_VOID_P EQUAL 4 AND CMAKE_SYSTEM_PROCESSOR MATCHES "86")
     target_compile_options(zelvan_flags INTERFACE -msse2 -mfpmath=sse)

@@ -21,64 +21,70 @@ namespace zelvan {
 
 namespace {
 
-bool Before(const InputPoint& a, const InputPoint& b) noexcept {
+bool Before(const WorldPoint& a, const WorldPoint& b) noexcept {
   return a.x < b.x || (a.x == b.x && a.y < b.y);
 }
 
 class ChainSweep {
  public:
-  explicit ChainSweep(const PointList& list)
-      : list_(list), active_(Lower{this}), place_(list.size() - 1) {}
+  explicit ChainSweep(const PointList& list) : list_(list), place_(list.size() - 1) {}
 
   ChainContact Run() {
-    std::vector<std::uint32_t> order(list_.size());
-    std::iota(order.begin(), order.end(), 0u);
-    std::sort(order.begin(), order.end(), [this](std::uint32_t a, std::uint32_t b) {
-      return Before(list_[a], list_[b]) || (!Before(list_[b], list_[a]) && a < b);
-    });
-    for (std::size_t k = 0; k < order.size(); ++k) {
-      if (k > 0 && !Before(list_[order[k - 1]], list_[order[k]])) return ChainContact::kTouch;
-      Handle(order[k]);
+    std::vector<Event> events(list_.size());
+    for (std::uint32_t i = 0; i < events.size(); ++i) events[i] = {At(i), i};
+    std::sort(events.begin(), events.end(),
+              [](const Event& a, const Event& b) { return Before(a.point, b.point); });
+    for (std::size_t k = 0; k < events.size(); ++k) {
+      if (k > 0 && !Before(events[k - 1].point, events[k].point)) return ChainContact::kTouch;
+      Handle(events[k].index);
       if (contact_ != ChainContact::kNone) return contact_;
     }
     return ChainContact::kNone;
   }
 
  private:
+  struct Event {
+    WorldPoint point;
+    std::uint32_t index;
+  };
+  // Points are copied into the entries: a search reads nothing but entries.
+  struct Ends {
+    WorldPoint left;
+    WorldPoint right;
+    std::uint32_t segment;
+  };
   // The segment of an entry is exchanged in place where the chain goes on; the
   // entry's rank stays the same.
   struct Active {
-    mutable std::uint32_t segment;
+    mutable Ends ends;
   };
   struct Lower {
-    const ChainSweep* sweep;
-    bool operator()(const Active& a, const Active& b) const {
-      return sweep->IsBelow(a.segment, b.segment);
-    }
+    bool operator()(const Active& a, const Active& b) const { return IsBelow(a.ends, b.ends); }
   };
   using Status = std::set<Active, Lower>;
   using Place = Status::iterator;
 
-  [[nodiscard]] const InputPoint& Left(std::uint32_t s) const {
-    return std::min(list_[s], list_[s + 1], Before);
-  }
-  [[nodiscard]] const InputPoint& Right(std::uint32_t s) const {
-    return std::max(list_[s], list_[s + 1], Before);
+  [[nodiscard]] WorldPoint At(std::uint32_t i) const { return Planar(list_[i]); }
+
+  [[nodiscard]] Ends EndsOf(std::uint32_t s) const {
+    const WorldPoint a = At(s);
+    const WorldPoint b = At(s + 1);
+    return Before(a, b) ? Ends{a, b, s} : Ends{b, a, s};
   }
 
   // Positive when p lies above segment s.
-  [[nodiscard]] int SideOf(const InputPoint& p, std::uint32_t s) const {
-    return SideSign(Right(s), Left(s), p);
+  [[nodiscard]] static int SideOf(WorldPoint p, const Ends& s) {
+    return SideSign(s.right, s.left, p);
   }
 
   // The order of two active segments, decided where the later one starts.
-  [[nodiscard]] bool IsBelow(std::uint32_t a, std::uint32_t b) const {
-    if (Before(Left(a), Left(b))) {
-      const int side = SideOf(Left(b), a);
-      return side != 0 ? side > 0 : SideOf(Right(b), a) > 0;
+  [[nodiscard]] static bool IsBelow(const Ends& a, const Ends& b) {
+    if (Before(a.left, b.left)) {
+      const int side = SideOf(b.left, a);
+      return side != 0 ? side > 0 : SideOf(b.right, a) > 0;
     }
-    const int side = SideOf(Left(a), b);
-    return side != 0 ? side < 0 : SideOf(Right(a), b) < 0;
+    const int side = SideOf(a.left, b);
+    return side != 0 ? side < 0 : SideOf(a.right, b) < 0;
   }
 
   // Point i is handled: of its one or two segments each starts or ends here.
@@ -87,15 +93,15 @@ class ChainSweep {
     std::uint32_t ends[2];
     int startCount = 0;
     int endCount = 0;
-    const auto add = [&](std::uint32_t s, const InputPoint& other) {
-      if (Before(other, list_[i])) {
+    const auto add = [&](std::uint32_t s, WorldPoint other) {
+      if (Before(other, At(i))) {
         ends[endCount++] = s;
       } else {
         starts[startCount++] = s;
       }
     };
-    if (i > 0) add(i - 1, list_[i - 1]);
-    if (i + 1 < list_.size()) add(i, list_[i + 1]);
+    if (i > 0) add(i - 1, At(i - 1));
+    if (i + 1 < list_.size()) add(i, At(i + 1));
 
     if (startCount == 1 && endCount == 1) {
       Exchange(ends[0], starts[0]);
@@ -107,14 +113,14 @@ class ChainSweep {
 
   void Exchange(std::uint32_t old, std::uint32_t next) {
     place_[next] = place_[old];
-    place_[next]->segment = next;
+    place_[next]->ends = EndsOf(next);
     TestNeighbours(place_[next]);
   }
 
   void Insert(std::uint32_t s) {
-    const auto [place, isNew] = active_.insert(Active{s});
+    const auto [place, isNew] = active_.insert(Active{EndsOf(s)});
     if (!isNew) {
-      Meet(place->segment, s);
+      Meet(place->ends.segment, s);
       return;
     }
     place_[s] = place;
@@ -124,21 +130,19 @@ class ChainSweep {
   void Remove(std::uint32_t s) {
     const Place above = active_.erase(place_[s]);
     if (above != active_.begin() && above != active_.end()) {
-      TestPair(std::prev(above)->segment, above->segment);
+      TestPair(std::prev(above)->ends, above->ends);
     }
   }
 
   void TestNeighbours(Place place) {
-    if (place != active_.begin()) TestPair(std::prev(place)->segment, place->segment);
-    if (std::next(place) != active_.end()) TestPair(place->segment, std::next(place)->segment);
+    if (place != active_.begin()) TestPair(std::prev(place)->ends, place->ends);
+    if (std::next(place) != active_.end()) TestPair(place->ends, std::next(place)->ends);
   }
 
-  void TestPair(std::uint32_t s, std::uint32_t t) {
-    const std::uint32_t first = std::min(s, t);
-    const std::uint32_t second = std::max(s, t);
-    if (second == first + 1 ? FoldsBack(first) : HaveCommonPoint(first, second)) {
-      Meet(first, second);
-    }
+  void TestPair(const Ends& s, const Ends& t) {
+    const std::uint32_t first = std::min(s.segment, t.segment);
+    const std::uint32_t second = std::max(s.segment, t.segment);
+    if (second == first + 1 ? FoldsBack(first) : HaveCommonPoint(s, t)) Meet(first, second);
   }
 
   void Meet(std::uint32_t s, std::uint32_t t) {
@@ -153,16 +157,14 @@ class ChainSweep {
 
   // Do segments s and s + 1 run back over each other?
   [[nodiscard]] bool FoldsBack(std::uint32_t s) const {
-    return SideSign(list_[s], list_[s + 1], list_[s + 2]) == 0 &&
-           Before(list_[s], list_[s + 1]) == Before(list_[s + 2], list_[s + 1]);
+    return SideSign(At(s), At(s + 1), At(s + 2)) == 0 &&
+           Before(At(s), At(s + 1)) == Before(At(s + 2), At(s + 1));
   }
 
-  [[nodiscard]] bool HaveCommonPoint(std::uint32_t s, std::uint32_t t) const {
-    if (Before(Right(s), Left(t)) || Before(Right(t), Left(s))) return false;
-    const int t0 = SideOf(Left(t), s);
-    const int t1 = SideOf(Right(t), s);
-    if (t0 * t1 > 0) return false;
-    return SideOf(Left(s), t) * SideOf(Right(s), t) <= 0;
+  [[nodiscard]] static bool HaveCommonPoint(const Ends& s, const Ends& t) {
+    if (Before(s.right, t.left) || Before(t.right, s.left)) return false;
+    if (SideOf(t.left, s) * SideOf(t.right, s) > 0) return false;
+    return SideOf(s.left, t) * SideOf(s.right, t) <= 0;
   }
 
   const PointList& list_;

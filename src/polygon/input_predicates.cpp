@@ -5,18 +5,10 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
-#include <initializer_list>
 
 namespace zelvan {
 
 namespace {
-
-// Half a unit in the last place of 1, and the bound of the orientation test's
-// rounding relative to the sum of its two products (Shewchuk 1997, section 4.3).
-constexpr double kEpsilon = 1.1102230246251565e-16;
-constexpr double kFilterBound = (3.0 + 16.0 * kEpsilon) * kEpsilon;
-// Below this a product may have lost bits to underflow, and the bound says nothing.
-constexpr double kSmallestTrusted = 1e-270;
 
 // An exact value as an unevaluated sum: the rounded result and its error.
 struct TwoSumResult {
@@ -82,25 +74,16 @@ class Expansion {
   std::size_t size_ = 0;
 };
 
+int Sign(double v) noexcept {
+  return (v > 0.0 ? 1 : 0) - (v < 0.0 ? 1 : 0);
+}
+
 // The binary exponent that brings the largest of three magnitudes below 1.
 int ScaleOf(double a, double b, double c) noexcept {
   const double largest = std::max({std::fabs(a), std::fabs(b), std::fabs(c)});
   int exponent = 0;
   std::frexp(largest, &exponent);
   return exponent;
-}
-
-// Each axis is scaled by a power of two first, so that no product over- or underflows.
-int ExactSideSign(const InputPoint& a, const InputPoint& b, const InputPoint& c) noexcept {
-  const int ex = ScaleOf(a.x, b.x, c.x);
-  const int ey = ScaleOf(a.y, b.y, c.y);
-  const auto difference = [](double u, double v, int exponent) {
-    return TwoSum(std::ldexp(u, -exponent), -std::ldexp(v, -exponent));
-  };
-  Expansion determinant;
-  determinant.AddProduct(difference(a.x, b.x, ex), difference(c.y, b.y, ey), 1.0);
-  determinant.AddProduct(difference(a.y, b.y, ey), difference(c.x, b.x, ex), -1.0);
-  return determinant.Sign();
 }
 
 }  // namespace
@@ -110,16 +93,22 @@ bool IsCollinear(const InputPoint& a, const InputPoint& b, const InputPoint& c) 
   return -kCollinearTolerance < cross && cross < kCollinearTolerance;
 }
 
-int SideSign(const InputPoint& a, const InputPoint& b, const InputPoint& c) noexcept {
-  const double left = (a.x - b.x) * (c.y - b.y);
-  const double right = (a.y - b.y) * (c.x - b.x);
-  const double determinant = left - right;
-  const double size = std::fabs(left) + std::fabs(right);
-  if (size > kSmallestTrusted && std::isfinite(size) &&
-      std::fabs(determinant) > kFilterBound * size) {
-    return determinant > 0.0 ? 1 : -1;
-  }
-  return ExactSideSign(a, b, c);
+// Where the two products differ in sign, or one is zero, that decides: a rounded
+// difference has the sign of the true one. Else each axis is scaled by a power of two,
+// so that no product over- or underflows.
+int detail::ExactSideSign(WorldPoint a, WorldPoint b, WorldPoint c) noexcept {
+  const int left = Sign(a.x - b.x) * Sign(c.y - b.y);
+  const int right = Sign(a.y - b.y) * Sign(c.x - b.x);
+  if (left != right || left == 0) return left > right ? 1 : (left < right ? -1 : 0);
+  const int ex = ScaleOf(a.x, b.x, c.x);
+  const int ey = ScaleOf(a.y, b.y, c.y);
+  const auto difference = [](double u, double v, int exponent) {
+    return TwoSum(std::ldexp(u, -exponent), -std::ldexp(v, -exponent));
+  };
+  Expansion determinant;
+  determinant.AddProduct(difference(a.x, b.x, ex), difference(c.y, b.y, ey), 1.0);
+  determinant.AddProduct(difference(a.y, b.y, ey), difference(c.x, b.x, ex), -1.0);
+  return determinant.Sign();
 }
 
 bool SegmentsCross(const InputPoint& p0, const InputPoint& p1, const InputPoint& q0,

@@ -87,10 +87,11 @@ struct Shape {
   Shape& operator=(const Shape&) = delete;
   ~Shape();
 
-  Area* areas = nullptr;                   ///< first area of the ring, or null
-  VertexTable vertexTable;                 ///< every vertex, contour by contour
-  MeshOwner mesh{nullptr, NoMesh};         ///< the last triangulation, or null
-  std::vector<VertexNode*> contourStarts;  ///< the head of each contour, in table order
+  Area* areas = nullptr;                    ///< first area of the ring, or null
+  VertexTable vertexTable;                  ///< every vertex, contour by contour
+  MeshOwner mesh{nullptr, NoMesh};          ///< the last triangulation, or null
+  std::vector<VertexNode*> contourStarts;   ///< the head of each contour, in table order
+  std::vector<std::uint32_t> contourSizes;  ///< the count of each contour, in table order
   WorldPoint boxMin{};
   WorldPoint boxMax{};
 };

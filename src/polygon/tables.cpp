@@ -20,9 +20,11 @@ ShapeTables MakeTables(const Area* ring) {
   std::vector<VertexNode*> vertices;
   vertices.reserve(vertexCount);
   tables.contourStarts.reserve(contourCount);
+  tables.contourSizes.reserve(contourCount);
   ForEachContour(ring, [&](const Contour* contour) {
     ForEachVertex(contour, [&](VertexNode* v) { vertices.push_back(v); });
     tables.contourStarts.push_back(contour->head);
+    tables.contourSizes.push_back(contour->count);
   });
   tables.vertexTable.Assign(std::move(vertices));
   return tables;
@@ -31,11 +33,13 @@ ShapeTables MakeTables(const Area* ring) {
 void AdoptTables(Shape& shape, ShapeTables&& tables) noexcept {
   shape.vertexTable = std::move(tables.vertexTable);
   shape.contourStarts = std::move(tables.contourStarts);
+  shape.contourSizes = std::move(tables.contourSizes);
 }
 
 void RebuildTables(Shape& shape) {
   shape.vertexTable.Clear();
   shape.contourStarts.clear();
+  shape.contourSizes.clear();
   AdoptTables(shape, MakeTables(shape.areas));
 }
 

@@ -7,7 +7,7 @@
 #include <numeric>
 
 #include "polygon/contour.h"
-#include "support/failing_allocation.h"
+#include "support/failing_allocator.h"
 #include "support/mesh_checker.h"
 #include "support/polygon_families.h"
 #include "triangulation/mesh.h"
@@ -232,27 +232,33 @@ TEST(Triangulation, TheOutputArrayIsGuarded) {
 TEST(Triangulation, EveryFailedAllocationIsReported) {
   zelvan::test::Random random(9);
   const auto shape = MakeShape({zelvan::test::WithHoles(12, random)});
-  int failures = 0;
-  for (;; ++failures) {
+  const std::ptrdiff_t before = support::LiveAllocations();
+  std::size_t failing = 0;
+  for (;; ++failing) {
     ERR::CODE code = ERR::OK;
     {
-      const zelvan::test::FailingAllocation failing(failures);
+      const support::FailingAllocations scope(failing, true);
       code = VORNEX::TriangulateAreas(shape->areas);
     }
     if (code == ERR::OK) break;
-    ASSERT_EQ(code, ERR::NOMEM) << failures;
+    ASSERT_EQ(code, ERR::NOMEM) << failing;
+    ASSERT_EQ(support::LiveAllocations(), before) << failing;
     ASSERT_EQ(shape->areas->triangles, nullptr);
     ASSERT_EQ(shape->areas->triangleCount, 0u);
   }
-  EXPECT_GT(failures, 30);
-  for (int k = 0; k < 200; ++k) {
-    const zelvan::test::FailingAllocation failing(k);
+  EXPECT_GT(failing, 30u);
+
+  // One more for each array of the mesh; the old mesh or a new one is in place.
+  std::size_t meshFailures = 0;
+  for (bool done = false; !done; ++failing) {
+    const support::FailingAllocations scope(failing, true);
     try {
-      if (Triangulate(*shape)) break;
+      done = Triangulate(*shape);
     } catch (const std::bad_alloc&) {
+      ++meshFailures;
     }
   }
-  ASSERT_TRUE(Triangulate(*shape));
+  EXPECT_GE(meshFailures, 3u);
   EXPECT_EQ(zelvan::test::CheckMesh(*shape), "");
 }
 

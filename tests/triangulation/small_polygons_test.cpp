@@ -86,7 +86,7 @@ TEST(SmallPolygons, AllOnAGridOfFourByFour) {
         return;
       }
       const bool simple = zelvan::test::IsSimple({ring});
-            if (!simple) {
+      if (!simple) {
         ++touching;
         EXPECT_TRUE(trial.MustSucceedInAllOrders());
       }

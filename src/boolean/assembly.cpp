@@ -1,0 +1,176 @@
+// Result assembly (assembly.h).
+#include "boolean/assembly.h"
+
+#include <zelvan/error.h>
+
+#include <utility>
+
+#include "boolean/cross_entry.h"
+#include "boolean/op_rules.h"
+#include "boolean/operand.h"
+
+namespace zelvan {
+
+namespace {
+
+// A place on a walk: the vertex reached and the direction in which it goes on.
+struct Step {
+  VertexNode* vertex;
+  Direction direction;
+
+  [[nodiscard]] VertexNode* Holder() const noexcept {
+    return direction == Direction::FORWARD ? vertex : vertex->prev;
+  }
+};
+
+void MarkVisited(VertexNode* holder) noexcept {
+  holder->flags |= VISITED;
+  const EdgeLabel label = LabelOf(holder);
+  if (label == LABEL_SHARED || label == LABEL_SHARED_REVERSED) {
+    holder->crossNext->partner->flags |= VISITED;
+  }
+}
+
+// Where the walk that arrives with `arrival` goes on; straight on when the
+// operation takes no other edge there.
+Step TurnAt(const CrossEntry* arrival, Step straight, BoolOp op) noexcept {
+  for (const CrossEntry* e = arrival->prev; e != arrival; e = e->prev) {
+    if (SameEdge(e, arrival)) continue;
+    if (const auto direction = StartRule(op, HolderOf(e))) return {e->vertex, *direction};
+  }
+  return straight;
+}
+
+Step WalkEdge(Step at, BoolOp op) noexcept {
+  const bool forward = at.direction == Direction::FORWARD;
+  VertexNode* reached = forward ? at.vertex->next : at.vertex->prev;
+  const CrossEntry* arrival = forward ? reached->crossPrev : reached->crossNext;
+  const Step straight{reached, at.direction};
+  return arrival == nullptr ? straight : TurnAt(arrival, straight, op);
+}
+
+// Every step uses up one edge, so a trace is no longer than there are edges.
+OwnedContour TraceContour(Step at, BoolOp op) {
+  Contour* contour = nullptr;
+  try {
+    do {
+      AppendVertex(contour, at.vertex->grid);
+      MarkVisited(at.Holder());
+      at = WalkEdge(at, op);
+    } while ((at.Holder()->flags & VISITED) == 0);
+  } catch (...) {
+    FreeContour(contour);
+    throw;
+  }
+  return OwnedContour(contour);
+}
+
+void DeliverContour(OwnedContour contour, OwnedRing& result, PendingHoles& pendingHoles) {
+  if ((contour->flags & CONTOUR_CCW) == 0) {
+    pendingHoles.Push(std::move(contour));
+    return;
+  }
+  PlaceContour(result.first, contour.get());
+  static_cast<void>(contour.release());
+}
+
+void CollectEdges(const Contour* contour, OwnedRing& result, PendingHoles& pendingHoles,
+                  BoolOp op) {
+  ForEachVertex(contour, [&](VertexNode* v) {
+    if ((v->flags & VISITED) != 0) return;
+    const auto direction = StartRule(op, v);
+    if (!direction) return;
+    OwnedContour traced =
+        TraceContour({*direction == Direction::FORWARD ? v : v->next, *direction}, op);
+    if (FinishContour(traced.get())) DeliverContour(std::move(traced), result, pendingHoles);
+  });
+}
+
+bool IsCollinear(const VertexNode* v) noexcept {
+  const GridPoint a = v->prev->grid;
+  const GridPoint b = v->grid;
+  const GridPoint c = v->next->grid;
+  return std::int64_t{c.gy - b.gy} * (b.gx - a.gx) == std::int64_t{b.gy - a.gy} * (c.gx - b.gx);
+}
+
+bool IsRedundant(const VertexNode* v) noexcept {
+  if (v->prev == v) return false;
+  return v->grid == v->prev->grid || (v->prev != v->next && IsCollinear(v));
+}
+
+// Removes v if it is redundant; its predecessor follows a removed head.
+bool RemoveIfRedundant(Contour* contour, VertexNode* v) noexcept {
+  if (!IsRedundant(v)) return false;
+  if (contour->head == v) contour->head = v->prev;
+  UnlinkAndFree(v);
+  return true;
+}
+
+}  // namespace
+
+PendingHoles::~PendingHoles() {
+  while (!Empty()) static_cast<void>(Pop());
+}
+
+void PendingHoles::Push(OwnedContour hole) noexcept {
+  hole->next = first_;
+  first_ = hole.release();
+}
+
+OwnedContour PendingHoles::Pop() noexcept {
+  OwnedContour hole(first_);
+  first_ = std::exchange(hole->next, nullptr);
+  return hole;
+}
+
+void CollectContour(Contour* contour, OwnedRing& result, PendingHoles& pendingHoles, BoolOp op) {
+  if (LabelOf(contour) == CONTOUR_CROSSED) {
+    CollectEdges(contour, result, pendingHoles, op);
+    return;
+  }
+  const auto direction = ContourRule(op, contour);
+  if (!direction) return;
+  OwnedContour copy(CopyContour(contour, false));
+  copy->flags &= ~ENGINE_BITS;
+  if (!FinishContour(copy.get())) return;
+  if (*direction == Direction::BACKWARD) ReverseContour(copy.get());
+  DeliverContour(std::move(copy), result, pendingHoles);
+}
+
+void PlaceHoles(OwnedRing& result, PendingHoles& pendingHoles) {
+  while (!pendingHoles.Empty()) {
+    OwnedContour hole = pendingHoles.Pop();
+    PlaceContour(result.first, hole.get());
+    static_cast<void>(hole.release());
+  }
+}
+
+void SimplifyContour(Contour* contour) noexcept {
+  VertexNode* v = contour->head;
+  do {
+    VertexNode* const next = v->next;
+    RemoveIfRedundant(contour, v);
+    v = next;
+  } while (v != contour->head);
+  RemoveIfRedundant(contour, contour->head);
+  // A spike whose tip was the old head leaves its two sides' ends in one place.
+  VertexNode* const head = contour->head;
+  while (head->next != head && head->next->grid == head->grid) UnlinkAndFree(head->next);
+}
+
+bool FinishContour(Contour* contour) noexcept {
+  SimplifyContour(contour);
+  contour->count = 0;
+  contour->gridBox = {contour->head->grid, contour->head->grid};
+  ForEachVertex(contour, [&](const VertexNode* v) {
+    ++contour->count;
+    GrowBox(contour->gridBox, v->grid);
+  });
+  const std::int64_t twiceArea = TwiceArea(contour->head);
+  if (contour->count < 3 || twiceArea == 0) return false;
+  contour->flags =
+      twiceArea > 0 ? contour->flags | CONTOUR_CCW : contour->flags & ~CONTOUR_CCW;
+  return true;
+}
+
+}  // namespace zelvan

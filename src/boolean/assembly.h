@@ -1,0 +1,49 @@
+// Result assembly: from labelled edges to the areas of the result.
+//
+// Each operation takes some labelled edges, each in one direction, such that the
+// result lies to the left. Around every pixel the taken edges alternate between
+// arriving and leaving, so turning clockwise from an arriving edge over the
+// result's side leads to the edge that goes on: a traced contour is one boundary
+// walk of one face of the result. Counter-clockwise walks become areas, clockwise
+// ones the holes of the innermost area around them.
+#pragma once
+
+#include "boolean/labels.h"
+#include "polygon/area.h"
+#include "polygon/contour.h"
+
+namespace zelvan {
+
+/// Finished clockwise contours, linked through `next`, newest first; owned.
+class PendingHoles {
+ public:
+  PendingHoles() = default;
+  PendingHoles(const PendingHoles&) = delete;
+  PendingHoles& operator=(const PendingHoles&) = delete;
+  ~PendingHoles();
+
+  void Push(OwnedContour hole) noexcept;
+  [[nodiscard]] OwnedContour Pop() noexcept;
+  [[nodiscard]] bool Empty() const noexcept { return first_ == nullptr; }
+
+ private:
+  Contour* first_ = nullptr;
+};
+
+/// Adds to the result what operation `op` takes of one labelled contour.
+/// Raises ERR::NOMEM.
+void CollectContour(Contour* contour, OwnedRing& result, PendingHoles& pendingHoles, BoolOp op);
+
+/// Places the holes, newest first. Raises ERR::FAIL when an area for one is
+/// missing, ERR::NOMEM.
+void PlaceHoles(OwnedRing& result, PendingHoles& pendingHoles);
+
+/// Removes vertices that equal their predecessor or lie on a line with their
+/// neighbours, tips of spikes included. Leaves no two equal neighbours.
+void SimplifyContour(Contour* contour) noexcept;
+
+/// Simplifies a contour, then sets its count, box and orientation.
+/// @return false when fewer than 3 vertices or no area are left
+bool FinishContour(Contour* contour) noexcept;
+
+}  // namespace zelvan

@@ -1,0 +1,104 @@
+// Crossing analysis (crossing_analysis.h).
+#include "boolean/crossing_analysis.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <vector>
+
+#include "polygon/area.h"
+
+namespace zelvan {
+
+namespace {
+
+using Entries = std::vector<CrossEntry*>;
+
+// Counter-clockwise from +x; of equal directions operand B's first.
+bool AngleBefore(const CrossEntry* a, const CrossEntry* b) noexcept {
+  const std::uint32_t qa = Quadrant(a->dx, a->dy);
+  const std::uint32_t qb = Quadrant(b->dx, b->dy);
+  if (qa != qb) return qa < qb;
+  const std::int64_t turn = std::int64_t{a->dy} * b->dx - std::int64_t{b->dy} * a->dx;
+  if (turn != 0) return turn < 0;
+  return (a->flags & ENTRY_FIRST) == 0 && (b->flags & ENTRY_FIRST) != 0;
+}
+
+// Nothing else meets v: its pixel holds its own two edge ends, which differ.
+bool IsPlain(const VertexNode* v) noexcept {
+  return v->crossNext->next == v->crossPrev && v->crossNext->prev == v->crossPrev &&
+         v->prev->grid != v->next->grid;
+}
+
+void Gather(CrossEntry* start, Entries& entries) {
+  entries.clear();
+  CrossEntry* e = start;
+  do {
+    const GridPoint here = e->vertex->grid;
+    const GridPoint there = FarEndOf(e)->grid;
+    e->dx = there.gx - here.gx;
+    e->dy = there.gy - here.gy;
+    if ((e->vertex->flags & FROM_FIRST) != 0) e->flags |= ENTRY_FIRST;
+    entries.push_back(e);
+    e = e->next;
+  } while (e != start);
+}
+
+void CloseRing(const Entries& entries) noexcept {
+  CrossEntry* last = entries.back();
+  for (CrossEntry* e : entries) {
+    e->flags |= SORTED;
+    e->prev = last;
+    last->next = e;
+    last = e;
+  }
+}
+
+// [first, last) are the copies of one edge in one operand. Of an odd number the
+// last one in the direction of the majority stays.
+void DropCopies(CrossEntry* const* first, CrossEntry* const* last) noexcept {
+  const auto isDropped = [](const CrossEntry* e) { return LabelOf(HolderOf(e)) == LABEL_DROPPED; };
+  if (std::any_of(first, last, isDropped)) return;  // decided at the other end
+  const std::ptrdiff_t toward = std::count_if(first, last, IsTowardPrev);
+  const std::ptrdiff_t away = last - first - toward;
+  const CrossEntry* kept = nullptr;
+  for (CrossEntry* const* e = first; e != last; ++e) {
+    if (IsTowardPrev(*e) == (toward > away)) kept = *e;
+  }
+  if ((toward + away) % 2 == 0) kept = nullptr;
+  for (CrossEntry* const* e = first; e != last; ++e) {
+    if (*e != kept) SetLabel(HolderOf(*e), LABEL_DROPPED);
+  }
+}
+
+void DropAllCopies(const Entries& entries) noexcept {
+  CrossEntry* const* const end = entries.data() + entries.size();
+  for (CrossEntry* const* first = entries.data(); first != end;) {
+    CrossEntry* const* last = first + 1;
+    while (last != end && SameEdge(*first, *last) && OperandOf(*first) == OperandOf(*last)) ++last;
+    if (last - first > 1) DropCopies(first, last);
+    first = last;
+  }
+}
+
+void AnalysePixel(VertexNode* v, Entries& entries) {
+  if (IsPlain(v)) {
+    v->crossPrev = v->crossNext = nullptr;
+    return;
+  }
+  if ((v->crossPrev->flags & SORTED) != 0) return;
+  Gather(v->crossPrev, entries);
+  std::stable_sort(entries.begin(), entries.end(), AngleBefore);
+  DropAllCopies(entries);
+  CloseRing(entries);
+}
+
+}  // namespace
+
+void AnalysePixels(Area* ring) {
+  Entries entries;
+  ForEachContour(ring, [&](Contour* contour) {
+    ForEachVertex(contour, [&](VertexNode* v) { AnalysePixel(v, entries); });
+  });
+}
+
+}  // namespace zelvan

@@ -1,0 +1,33 @@
+// Crossing analysis: the rings of edge ends at the hot pixels, sorted.
+//
+// After it a vertex has entries exactly when something else meets it: another
+// vertex, or an equal edge. Each such ring runs counter-clockwise from the +x
+// direction; of equal edges B's come first. Of the equal edges of one operand an
+// even number cancel, and of an odd number one stays; the others are labelled
+// LABEL_DROPPED. Both ends of a grid edge agree on which, because all copies run
+// between the same two pixels and the end that is looked at first decides.
+// Dropped entries stay in their rings: the labelling passes through them, the
+// assembly passes over them.
+#pragma once
+
+#include <cstdint>
+
+#include "boolean/cross_entry.h"
+#include "polygon/records.h"
+
+namespace zelvan {
+
+/// Quadrant of a non-zero vector, 0 to 3 counter-clockwise, each with the axis
+/// that it starts from: 0 with +x, 1 with +y, 2 with -x, 3 with -y.
+[[nodiscard]] constexpr std::uint32_t Quadrant(std::int32_t dx, std::int32_t dy) noexcept {
+  if (dx > 0 && dy >= 0) return 0;
+  if (dx <= 0 && dy > 0) return 1;
+  if (dx < 0 && dy <= 0) return 2;
+  return 3;
+}
+
+/// Analyses the pixels of every vertex of a ring of areas, each pixel once.
+/// Throws std::bad_alloc.
+void AnalysePixels(Area* ring);
+
+}  // namespace zelvan

@@ -1,0 +1,68 @@
+// The events of the sweep and the queue that hands them out in their order.
+//
+// The order is strict and total: column by column; in a column the crossings left
+// of the column's line, then everything on it, then the crossings right of it; in
+// each by row, then by the side of the row; at one place ends before crossings
+// before starts; and at last by age. So crossings that round to one grid point
+// come in the order of their true places relative to that point.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace zelvan {
+
+struct Segment;
+
+inline constexpr std::uint32_t EVENT_END = 0;
+inline constexpr std::uint32_t EVENT_CROSS = 1;
+inline constexpr std::uint32_t EVENT_START = 2;
+
+struct SweepEvent {
+  std::uint32_t flags;  ///< bits 0-1 kind, bits 2-3 xFrac, bits 4-5 yFrac
+  std::uint32_t seq;    ///< creation number
+  std::int32_t x;       ///< grid place, rounded for a crossing
+  std::int32_t y;
+  Segment* first;   ///< the segment that starts or ends; of a crossing the lower one
+  Segment* second;  ///< of a crossing the upper one, else null
+
+  [[nodiscard]] std::uint32_t Kind() const noexcept { return flags & 3; }
+};
+
+/// The flags of a crossing whose true place lies on these sides (-1, 0, +1) of
+/// the rounded one.
+[[nodiscard]] constexpr std::uint32_t CrossFlags(std::int32_t xSign, std::int32_t ySign) noexcept {
+  const auto bits = [](std::int32_t sign) { return static_cast<std::uint32_t>(sign) & 3; };
+  return EVENT_CROSS | bits(xSign) << 2 | bits(ySign) << 4;
+}
+
+/// Does e1 come before e2?
+[[nodiscard]] bool EventBefore(const SweepEvent& e1, const SweepEvent& e2) noexcept;
+
+/// A batch of events that are known at the start, sorted once, and a binary heap
+/// of those that come later. Throws std::bad_alloc.
+class EventQueue {
+ public:
+  /// Takes over the first events, in any order; the queue must be empty.
+  void Fill(std::vector<SweepEvent> events);
+
+  void Insert(const SweepEvent& event);
+
+  /// The smallest event; the queue must not be empty.
+  [[nodiscard]] const SweepEvent& Min() const noexcept;
+
+  /// Removes the smallest event and returns it.
+  SweepEvent PopMin() noexcept;
+
+  [[nodiscard]] bool Empty() const noexcept { return next_ == batch_.size() && heap_.empty(); }
+
+ private:
+  [[nodiscard]] bool MinIsInBatch() const noexcept;
+
+  std::vector<SweepEvent> batch_;
+  std::size_t next_ = 0;  // batch_[next_...] is still pending
+  std::vector<SweepEvent> heap_;
+};
+
+}  // namespace zelvan

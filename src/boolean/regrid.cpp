@@ -1,0 +1,86 @@
+// Moves between grids (regrid.h).
+#include "boolean/regrid.h"
+
+#include <limits>
+#include <vector>
+
+#include "boolean/operand.h"
+#include "boolean/soundness.h"
+#include "polygon/contour.h"
+#include "polygon/grid_mapping.h"
+
+namespace zelvan {
+
+namespace {
+
+template <class Visit>
+void ForEachVertexOf(const Area* ring, Visit visit) {
+  ForEachContour(ring, [&](const Contour* contour) { ForEachVertex(contour, visit); });
+}
+
+void ResetBoxes(Area* ring) noexcept {
+  ForEachContour(ring, [](Contour* contour) {
+    contour->gridBox = {contour->head->grid, contour->head->grid};
+    ForEachVertex(contour, [&](const VertexNode* v) { GrowBox(contour->gridBox, v->grid); });
+  });
+}
+
+bool HasEqualNeighbours(const Area* ring) noexcept {
+  bool found = false;
+  ForEachVertexOf(ring, [&](const VertexNode* v) { found |= v->grid == v->next->grid; });
+  return found;
+}
+
+bool IsProper(const WorldBox& box) noexcept {
+  return box.min.x < box.max.x && box.min.y < box.max.y;
+}
+
+bool IsSame(const WorldBox& a, const WorldBox& b) noexcept {
+  return a.min.x == b.min.x && a.min.y == b.min.y && a.max.x == b.max.x && a.max.y == b.max.y;
+}
+
+}  // namespace
+
+WorldBox WorldBoxOf(const Area* ring, const WorldBox& gridBox) noexcept {
+  constexpr double largest = std::numeric_limits<double>::max();
+  WorldBox box{{largest, largest}, {-largest, -largest}};
+  ForEachVertexOf(ring, [&](const VertexNode* v) {
+    const WorldPoint p = Unsnap(v->grid, gridBox.min, gridBox.max);
+    MergeBoxes(box.min, box.max, p, p);
+  });
+  return box;
+}
+
+Area* CopyOnGrid(const Area* ring, const WorldBox& from, const WorldBox& to) {
+  OwnedRing copy(CopyOperand(ring));
+  if (IsSame(from, to)) return copy.release();
+  UnsnapShape(copy.first, from.min, from.max);
+  SnapRing(copy.first, to.min, to.max);
+  return copy.release();
+}
+
+// Vertices only ever fall together when doubles cannot tell them apart: the own
+// grid is at least as fine as the one before. A vertex that lies on another edge
+// can be moved across it.
+WorldBox MoveToOwnGrid(Area* ring, const WorldBox& box) {
+  if (ring == nullptr) return box;
+  const WorldBox own = WorldBoxOf(ring, box);
+  if (!IsProper(own)) return box;
+  std::vector<GridPoint> before;
+  bool moved = false;
+  ForEachVertexOf(ring, [&](const VertexNode* v) { before.push_back(v->grid); });
+  ForEachVertexOf(ring, [&](VertexNode* v) {
+    const GridPoint old = v->grid;
+    v->grid = Snap(Unsnap(old, box.min, box.max), own.min, own.max);
+    moved |= v->grid != old;
+  });
+  if (moved && (HasEqualNeighbours(ring) || !IsSound(ring))) {
+    std::size_t i = 0;
+    ForEachVertexOf(ring, [&](VertexNode* v) { v->grid = before[i++]; });
+    return box;
+  }
+  ResetBoxes(ring);
+  return own;
+}
+
+}  // namespace zelvan

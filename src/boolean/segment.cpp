@@ -1,0 +1,39 @@
+// Segments (segment.h).
+#include "boolean/segment.h"
+
+#include "polygon/area.h"
+
+namespace zelvan {
+
+namespace {
+
+bool ComesFirst(GridPoint a, GridPoint b) noexcept {
+  return a.gx < b.gx || (a.gx == b.gx && a.gy < b.gy);
+}
+
+}  // namespace
+
+void FillSegments(SegmentTable& table, const Area* ring) {
+  ForEachContour(ring, [&](const Contour* contour) {
+    ForEachVertex(contour, [&](VertexNode* v) {
+      const bool forward = ComesFirst(v->grid, v->next->grid);
+      Segment s{};
+      s.lower = forward ? v : v->next;
+      s.upper = forward ? v->next : v;
+      s.forward = forward ? 1 : 0;
+      table.push_back(s);
+    });
+  });
+}
+
+bool IsAbove(const Segment* s, const Segment* t) noexcept {
+  const GridPoint a = t->lower->grid;
+  const GridPoint b = t->upper->grid;
+  const GridPoint p = s->lower->grid;
+  if (a.gx == b.gx) return p.gy >= b.gy;
+  const std::int64_t side = Cross(a, b, p);
+  if (side != 0) return side > 0;
+  return Cross(a, b, s->upper->grid) > 0;
+}
+
+}  // namespace zelvan

@@ -1,0 +1,39 @@
+// Segments: one per edge of both operands, and the table that holds them.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "polygon/records.h"
+
+namespace zelvan {
+
+struct StatusNode;
+
+struct Segment {
+  VertexNode* lower;  ///< the end that comes first in (x, then y) order
+  VertexNode* upper;
+  Segment* above;         ///< next segment upward in the status list
+  Segment* below;         ///< next segment downward
+  StatusNode* node;       ///< place in the list's index while active
+  std::uint8_t forward;  ///< 1 when the contour runs from lower to upper
+};
+
+using SegmentTable = std::vector<Segment>;
+
+/// Appends one segment per edge of a ring in grid form: areas in ring order,
+/// contours in list order, edges from each contour's head. Throws std::bad_alloc.
+void FillSegments(SegmentTable& table, const Area* ring);
+
+/// Is the point above segment t, where it is not on its line? For t not vertical;
+/// positive, negative or 0.
+[[nodiscard]] inline std::int64_t SideOf(GridPoint p, const Segment* t) noexcept {
+  return Cross(t->lower->grid, t->upper->grid, p);
+}
+
+/// Where a new segment s goes in the status list: true when it lies above the
+/// listed segment t, decided at s's lower end and, on t's line, by the slope. A
+/// segment that runs along t lies below it.
+[[nodiscard]] bool IsAbove(const Segment* s, const Segment* t) noexcept;
+
+}  // namespace zelvan

@@ -1,0 +1,26 @@
+// Unite and Subtract: the Boolean engine on whole shapes, each on the grid of its
+// own box.
+//
+// Copies of both are brought to one common grid over their merged box, combined
+// there, and the result goes to the grid of its own box. The first shape takes it
+// over only when nothing can fail any more: after a failure both shapes are as
+// they were. The second shape is never changed.
+//
+// The result stays on the common grid, with the common box as its own, where its
+// own grid cannot hold it: when moving there would let contours cross, edges
+// coincide or vertices fall together.
+#pragma once
+
+#include "polygon/records.h"
+
+namespace zelvan {
+
+/// Replaces the shape's region by the union with the other's. The triangulation
+/// stays, stale. Raises ERR::FAIL when the merged box has no finite extent,
+/// ERR::NOMEM.
+void Unite(Shape& shape, const Shape& other);
+
+/// The same for the region of `shape` less that of `other`.
+void Subtract(Shape& shape, const Shape& other);
+
+}  // namespace zelvan

@@ -1,0 +1,146 @@
+// Snap rounding of one column (snap_rounding.h).
+//
+// Which segments can pass through a hot pixel of column x, once its events are
+// handled and the list is sorted at x + 1/2? Those of the column's own events are
+// tried one by one. Let any other segment s have a row in common with the pixel;
+// it crosses nothing in the strip. Segments that leave the strip in the pixel's
+// row are neighbours in the list. Below them, let t come between s and the pixel,
+// span the strip and miss the pixel: it passes under the whole pixel, and s under
+// t, so s misses it too. Hence the walks up and down from the pixel's row end at
+// the first segment that spans the strip and misses the pixel.
+#include "boolean/snap_rounding.h"
+
+#include <algorithm>
+
+#include "boolean/exact.h"
+#include "boolean/sweep.h"
+#include "polygon/contour.h"
+
+namespace zelvan {
+
+namespace {
+
+void LinkBefore(CrossEntry* place, CrossEntry* e) noexcept {
+  e->next = place;
+  e->prev = place->prev;
+  place->prev->next = e;
+  place->prev = e;
+}
+
+}  // namespace
+
+std::int32_t YAt(const Segment* s, std::int32_t twiceX) noexcept {
+  const GridPoint a = s->lower->grid;
+  const std::int64_t twiceDx = 2 * (s->upper->grid.gx - a.gx);
+  const std::int64_t dy = s->upper->grid.gy - a.gy;
+  return RoundRatio(a.gy * twiceDx + (twiceX - 2 * a.gx) * dy, twiceDx).value;
+}
+
+RowSpan SpanInColumn(const Segment* s, std::int32_t x) noexcept {
+  const GridPoint a = s->lower->grid;
+  const GridPoint b = s->upper->grid;
+  return {a.gx == x ? a.gy : YAt(s, 2 * x - 1), b.gx == x ? b.gy : YAt(s, 2 * x + 1)};
+}
+
+void OnSnappedVertex(CrossEntry*& ringHead, VertexNode* vertex, EntryPool& pool) {
+  if (vertex->crossPrev != nullptr) return;
+  CrossEntry* toPrev = pool.Take();
+  CrossEntry* toNext = pool.Take();
+  toPrev->flags = TOWARD_PREV;
+  toPrev->vertex = toNext->vertex = vertex;
+  if (ringHead == nullptr) {
+    ringHead = toNext->next = toNext->prev = toNext;
+  } else {
+    LinkBefore(ringHead, toNext);
+  }
+  LinkBefore(toNext, toPrev);
+  vertex->crossPrev = toPrev;
+  vertex->crossNext = toNext;
+}
+
+void Sweep::SnapColumn(std::int32_t x) {
+  CollectRows();
+  CollectCandidates(x);
+  for (Segment* s : candidates_) SplitAtRows(s, x);
+}
+
+// One row for each height at which the column has an event, from the lowest up.
+void Sweep::CollectRows() {
+  rows_.clear();
+  for (const SweepEvent& e : column_) rows_.push_back({e.y, nullptr});
+  std::sort(rows_.begin(), rows_.end(),
+            [](const HotRow& a, const HotRow& b) { return a.y < b.y; });
+  const auto last = std::unique(rows_.begin(), rows_.end(),
+                                [](const HotRow& a, const HotRow& b) { return a.y == b.y; });
+  rows_.erase(last, rows_.end());
+}
+
+// The segments that may meet a row, in table order.
+void Sweep::CollectCandidates(std::int32_t x) {
+  candidates_.clear();
+  for (const SweepEvent& e : column_) {
+    candidates_.push_back(e.first);
+    if (e.Kind() == EVENT_CROSS) candidates_.push_back(e.second);
+  }
+  // With about as many events as segments the plain way costs no more.
+  if (search_ == ColumnSearch::kEverySegment || 8 * column_.size() >= status_.Size()) {
+    CollectAll();
+  } else {
+    for (const HotRow& row : rows_) CollectNearRow(x, row.y);
+  }
+  std::sort(candidates_.begin(), candidates_.end());
+  candidates_.erase(std::unique(candidates_.begin(), candidates_.end()), candidates_.end());
+}
+
+void Sweep::CollectAll() {
+  for (Segment* s = status_.Bottom(); !status_.IsEnd(s); s = s->above) candidates_.push_back(s);
+}
+
+void Sweep::CollectNearRow(std::int32_t x, std::int32_t y) {
+  // Adds s if it meets the row; @return whether a segment beyond it still may.
+  const auto visit = [&](Segment* s) {
+    const RowSpan span = SpanInColumn(s, x);
+    const bool meets =
+        std::min(span.enter, span.leave) <= y && y <= std::max(span.enter, span.leave);
+    if (meets) candidates_.push_back(s);
+    return meets || s->lower->grid.gx == x;
+  };
+  Segment* const place =
+      status_.FirstNot([&](const Segment* t) { return YAt(t, 2 * x + 1) < y; });
+  for (Segment* s = place; !status_.IsEnd(s) && visit(s); s = s->above) continue;
+  for (Segment* s = place->below; !status_.IsEnd(s) && visit(s); s = s->below) continue;
+}
+
+// The rows come from the segment's lower end toward its upper one, so the new
+// vertices stand in their order along the edge.
+void Sweep::SplitAtRows(Segment* s, std::int32_t x) {
+  const RowSpan span = SpanInColumn(s, x);
+  const auto below = [](const HotRow& row, std::int32_t y) { return row.y < y; };
+  const std::int32_t low = std::min(span.enter, span.leave);
+  const std::int32_t high = std::max(span.enter, span.leave);
+  auto first = std::lower_bound(rows_.begin(), rows_.end(), low, below);
+  auto last = first;
+  while (last != rows_.end() && last->y <= high) ++last;
+  if (span.enter <= span.leave) {
+    for (; first != last; ++first) SplitAt(s, *first, x);
+  } else {
+    while (last != first) SplitAt(s, *--last, x);
+  }
+}
+
+void Sweep::SplitAt(Segment* s, HotRow& row, std::int32_t x) {
+  const GridPoint centre{x, row.y};
+  VertexNode* vertex;
+  if (s->lower->grid == centre) {
+    vertex = s->lower;
+  } else if (s->upper->grid == centre) {
+    vertex = s->upper;
+  } else {
+    vertex = NewVertex(centre);
+    vertex->flags = s->lower->flags;
+    LinkBefore(s->forward != 0 ? s->upper : s->upper->next, vertex);
+  }
+  OnSnappedVertex(row.entries, vertex, entries_);
+}
+
+}  // namespace zelvan

@@ -1,0 +1,77 @@
+// StatusList: the active segments of a sweep from bottom to top.
+//
+// A doubly linked list, with a search tree over it whose in-order walk is the
+// list (a treap: Seidel and Aragon 1996). The tree finds the place of a new
+// segment, and counts modulo 2 the segments of each operand below a given one, in
+// expected logarithmic time. A search asks a predicate that holds for all
+// segments up to some place and for none above it; what the tree then finds is
+// what a walk from the bottom would find.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "boolean/labels.h"
+#include "boolean/segment.h"
+#include "memory/block_pool.h"
+
+namespace zelvan {
+
+struct StatusNode {
+  StatusNode* left;
+  StatusNode* right;
+  StatusNode* parent;
+  Segment* segment;
+  std::uint32_t priority;  ///< no child has a larger one
+  OperandSet sum;          ///< operands of the subtree's segments, each modulo 2
+};
+
+class StatusList {
+ public:
+  StatusList() noexcept { sentinel_.above = sentinel_.below = &sentinel_; }
+  StatusList(const StatusList&) = delete;
+  StatusList& operator=(const StatusList&) = delete;
+
+  [[nodiscard]] bool IsEnd(const Segment* s) const noexcept { return s == &sentinel_; }
+  [[nodiscard]] Segment* Bottom() noexcept { return sentinel_.above; }
+  [[nodiscard]] std::size_t Size() const noexcept { return pool_.Count(); }
+
+  /// The first segment from the bottom for which `holds` is false; the end of the
+  /// list when there is none.
+  template <class Predicate>
+  [[nodiscard]] Segment* FirstNot(Predicate holds) noexcept {
+    Segment* found = &sentinel_;
+    for (StatusNode* n = root_; n != nullptr;) {
+      if (holds(n->segment)) {
+        n = n->right;
+      } else {
+        found = n->segment;
+        n = n->left;
+      }
+    }
+    return found;
+  }
+
+  /// Inserts s directly below t, which may be the end. Raises ERR::NOMEM.
+  void InsertBelow(Segment* s, Segment* t);
+
+  void Remove(Segment* s) noexcept;
+
+  /// Swaps two neighbours, `first` directly below `second`.
+  void Swap(Segment* first, Segment* second) noexcept;
+
+  /// The operands that have an odd number of segments below s.
+  [[nodiscard]] OperandSet ParityBelow(const Segment* s) const noexcept;
+
+ private:
+  void Attach(StatusNode* node, Segment* s, Segment* t) noexcept;
+  void RotateUp(StatusNode* node) noexcept;
+  void AddToAncestors(StatusNode* node, OperandSet change) noexcept;
+
+  Segment sentinel_{};
+  StatusNode* root_ = nullptr;
+  BlockPool<StatusNode> pool_;
+  std::uint32_t taken_ = 0;  // numbers the nodes for their priorities
+};
+
+}  // namespace zelvan

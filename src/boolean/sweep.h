@@ -1,0 +1,93 @@
+// The sweep: finds every crossing of the edges of both operands, exactly, and
+// splits the edges at hot pixels, column by column (Bentley and Ottmann 1979;
+// Hobby 1999 for the columns).
+//
+// Between two columns the status list is sorted by height at the boundary, and
+// every pair of neighbours that converge to the right and cross has its crossing
+// queued. In a column the crossings left of its line come in the order of their
+// rows, not of their true abscissas, so the list is there in some order between
+// that of the column's start and that of its line; it is sorted again at the line
+// itself, where segments start and end. It ends because each event handled queues
+// at most two more, and a pair is swapped at most once: swapped, it diverges.
+//
+// The sweep inserts vertices into the operands' rings but never changes a
+// segment: all geometry stays that of the straight edges.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "boolean/cross_entry.h"
+#include "boolean/event_queue.h"
+#include "boolean/segment.h"
+#include "boolean/status_list.h"
+
+namespace zelvan {
+
+/// A hot pixel of the current column.
+struct HotRow {
+  std::int32_t y;
+  CrossEntry* entries;  ///< head of the pixel's ring, null until the first vertex arrives
+};
+
+/// Where segments start: one vertex there, and the operands in which the point
+/// just left of it lies, by the number modulo 2 of segments below.
+struct Seed {
+  VertexNode* vertex;
+  OperandSet inside;
+};
+
+/// How a column finds the segments that may pass through its hot pixels: by the
+/// index of the status list, or by looking at every active segment. Both give the
+/// same vertices and entries in the same order.
+enum class ColumnSearch { kIndexed, kEverySegment };
+
+class Sweep {
+ public:
+  explicit Sweep(EntryPool& entries, ColumnSearch search = ColumnSearch::kIndexed) noexcept
+      : entries_(entries), search_(search) {}
+
+  /// Splits the rings that the table was filled from and gives every vertex its
+  /// entries. Raises ERR::NOMEM or throws std::bad_alloc; the rings stay whole.
+  void Run(SegmentTable& table);
+
+  /// One seed for each place where segments start, in (x, then y) order.
+  [[nodiscard]] const std::vector<Seed>& Seeds() const noexcept { return seeds_; }
+
+  /// Number of events handled, for the bounds in the tests.
+  [[nodiscard]] std::uint64_t EventCount() const noexcept { return eventCount_; }
+  [[nodiscard]] std::uint64_t CrossingCount() const noexcept { return crossingCount_; }
+
+ private:
+  void FillQueue(SegmentTable& table);
+  void Handle(const SweepEvent& event);
+  void Start(Segment* s);
+  void Cross(Segment* first, Segment* second);
+  void CheckPair(Segment* a, Segment* b);
+  void RecordSeed(const Segment* s);
+
+  // snap_rounding.cpp
+  void SnapColumn(std::int32_t x);
+  void CollectRows();
+  void CollectCandidates(std::int32_t x);
+  void CollectNearRow(std::int32_t x, std::int32_t y);
+  void CollectAll();
+  void SplitAtRows(Segment* s, std::int32_t x);
+  void SplitAt(Segment* s, HotRow& row, std::int32_t x);
+
+  EntryPool& entries_;
+  ColumnSearch search_;
+  EventQueue queue_;
+  StatusList status_;
+  std::uint32_t sequence_ = 0;
+  std::vector<Seed> seeds_;
+  std::uint64_t eventCount_ = 0;
+  std::uint64_t crossingCount_ = 0;
+
+  // The current column; storage is kept from column to column.
+  std::vector<SweepEvent> column_;
+  std::vector<HotRow> rows_;
+  std::vector<Segment*> candidates_;
+};
+
+}  // namespace zelvan

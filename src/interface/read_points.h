@@ -1,0 +1,15 @@
+// The host's array of coordinates as a stored polygon.
+#pragma once
+
+#include <memory>
+
+#include "polygon/records.h"
+
+namespace zelvan {
+
+/// Reads count / 3 points, (x, y, z) each, and builds the polygon they describe.
+/// @return null, nothing thrown, when they are no usable polygon, when `xyz` is
+///         null, or when memory runs out
+[[nodiscard]] std::unique_ptr<Shape> ReadPoints(int count, const double* xyz) noexcept;
+
+}  // namespace zelvan

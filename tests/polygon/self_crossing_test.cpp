@@ -1,0 +1,115 @@
+// The predicates on input contours and the self-crossing test, against the test of
+// all pairs.
+#include "polygon/self_crossing.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+
+#include "polygon/input_predicates.h"
+#include "support/random.h"
+
+namespace zelvan {
+namespace {
+
+bool AllPairsCross(const PointList& p) {
+  for (std::size_t i = 0; i + 2 < p.size(); ++i) {
+    for (std::size_t j = i + 2; j + 1 < p.size(); ++j) {
+      if (SegmentsCross(p[i], p[i + 1], p[j], p[j + 1])) return true;
+    }
+  }
+  return false;
+}
+
+PointList Turned(PointList list, double degrees, double dx = 0, double dy = 0) {
+  const double c = std::cos(degrees * 0.017453292519943295);
+  const double s = std::sin(degrees * 0.017453292519943295);
+  for (InputPoint& p : list) p = {c * p.x - s * p.y + dx, s * p.x + c * p.y + dy, 0};
+  return list;
+}
+
+TEST(Side, IsExactWhereRoundingWouldDecide) {
+  support::Random random(4);
+  for (int round = 0; round < 20000; ++round) {
+    SCOPED_TRACE(round);
+    // b, then b + k u and b + m u on one line, all exact on the integers, at any
+    // scale a contour of finite area can have.
+    const auto integer = [&] { return static_cast<double>(random.Between(-1000000, 1000000)); };
+    const double sx = std::ldexp(1.0, random.Between(-500, 450));
+    const double sy = std::ldexp(1.0, random.Between(-500, 450));
+    const double ux = integer(), uy = integer(), bx = integer() * 1e9, by = integer() * 1e9;
+    const double k = random.Between(1, 1000), m = random.Between(1, 1000);
+    WorldPoint a{(bx + k * ux) * sx, (by + k * uy) * sy};
+    WorldPoint b{bx * sx, by * sy};
+    WorldPoint c{(bx + m * ux) * sx, (by + m * uy) * sy};
+    ASSERT_EQ(SideSign(a, b, c), 0);
+    if (ux == 0 || a.x == 0 || c.y == 0) continue;
+    WorldPoint up = c;
+    up.y = std::nextafter(c.y, HUGE_VAL);
+    const int sign = ux > 0 ? 1 : -1;
+    EXPECT_EQ(SideSign(a, b, up), sign);
+    EXPECT_EQ(SideSign(up, b, a), -sign);
+    EXPECT_EQ(SideSign(b, up, a), sign);
+    EXPECT_EQ(SideSign(up, a, b), sign);
+  }
+}
+
+TEST(HasSelfCrossing, GivesTheVerdictOfAllPairs) {
+  support::Random random(5);
+  int crossings = 0;
+  int touches = 0;
+  for (int round = 0; round < 300000; ++round) {
+    // Few points on a tiny lattice: every kind of touch and overlap. Some rounds
+    // are turned, so that the contacts are decided by rounded coordinates.
+    const std::int32_t size = random.Between(1, 9);
+    PointList list(random.Below(10));
+    for (InputPoint& p : list) {
+      p = {static_cast<double>(random.Between(0, size)),
+           static_cast<double>(random.Between(0, size)), 0};
+    }
+    if (round % 3 == 0) list = Turned(list, 30, 1e6, -1e5);
+    const bool expected = AllPairsCross(list);
+    ASSERT_EQ(HasSelfCrossing(list), expected) << "seed 5, round " << round;
+    ASSERT_EQ(HasSelfCrossingByBoxes(list), expected) << "seed 5, round " << round;
+    crossings += expected ? 1 : 0;
+    touches += !expected && FindContactBySweep(list) == ChainContact::kTouch ? 1 : 0;
+  }
+  EXPECT_GT(crossings, 20000);
+  EXPECT_GT(touches, 20000);
+}
+
+TEST(HasSelfCrossing, FindsOneCrossingInALongChain) {
+  support::Random random(6);
+  for (int round = 0; round < 300; ++round) {
+    // A star is simple; exchanging two points at times makes it cross.
+    const std::uint32_t n = 20 + random.Below(60);
+    PointList list;
+    for (std::uint32_t i = 0; i < n; ++i) {
+      const double angle = 6.283185307179586 * i / n;
+      const double r = random.Between(0.2, 1.0);
+      list.push_back({r * std::cos(angle), r * std::sin(angle), 0});
+    }
+    if (round % 2 == 0) {
+      const std::uint32_t k = random.Below(n - 3);
+      std::swap(list[k], list[k + 1 + random.Below(2)]);
+    }
+    std::rotate(list.begin(), list.begin() + random.Below(n), list.end());
+    ASSERT_EQ(HasSelfCrossing(list), AllPairsCross(list)) << "seed 6, round " << round;
+  }
+}
+
+TEST(HasSelfCrossing, ACombDrawnAtThirtyDegreesDoesNotCross) {
+  for (const double tooth : {1.0, 1e5, 1e9}) {
+    PointList comb{{0, -1, 0}};
+    for (int i = 0; i < 400; ++i) {
+      comb.push_back({static_cast<double>(i), 0, 0});
+      comb.push_back({i + 0.25, tooth, 0});
+      comb.push_back({i + 0.5, 0, 0});
+    }
+    EXPECT_FALSE(HasSelfCrossing(Turned(comb, 30, 3e5, 7e6)));
+  }
+}
+
+}  // namespace
+}  // namespace zelvan

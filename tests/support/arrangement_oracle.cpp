@@ -1,0 +1,263 @@
+// The brute-force oracle (arrangement_oracle.h).
+#include "support/arrangement_oracle.h"
+
+#include <algorithm>
+#include <map>
+#include <optional>
+#include <set>
+#include <sstream>
+#include <utility>
+
+namespace oracle {
+
+namespace {
+
+struct Line {
+  Point a;  // a < b
+  Point b;
+  unsigned operand;
+};
+
+std::int64_t Cross(Point o, Point a, Point b) {
+  return (a.x - o.x) * (b.y - o.y) - (a.y - o.y) * (b.x - o.x);
+}
+
+int Sign(std::int64_t v) { return (v > 0) - (v < 0); }
+
+std::int64_t FloorDiv(std::int64_t n, std::int64_t d) {
+  return n / d - ((n % d != 0) && ((n < 0) != (d < 0)) ? 1 : 0);
+}
+
+std::int64_t Nearest(std::int64_t n, std::int64_t d) { return FloorDiv(2 * n + d, 2 * d); }
+
+template <class Visit>
+void ForEachEdge(const Ring& ring, Visit visit) {
+  for (std::size_t i = 0; i < ring.size(); ++i) visit(ring[i], ring[(i + 1) % ring.size()]);
+}
+
+void AddLines(std::vector<Line>& lines, const Rings& rings, unsigned operand) {
+  for (const Ring& ring : rings) {
+    ForEachEdge(ring, [&](Point p, Point q) {
+      lines.push_back({std::min(p, q), std::max(p, q), operand});
+    });
+  }
+}
+
+std::optional<Point> CrossingPixel(const Line& s, const Line& t) {
+  if (Sign(Cross(s.a, s.b, t.a)) * Sign(Cross(s.a, s.b, t.b)) >= 0) return std::nullopt;
+  if (Sign(Cross(t.a, t.b, s.a)) * Sign(Cross(t.a, t.b, s.b)) >= 0) return std::nullopt;
+  std::int64_t n = Cross(t.a, t.b, s.a);  // s.a + n / (n - m) * (s.b - s.a)
+  std::int64_t d = n - Cross(t.a, t.b, s.b);
+  if (d < 0) {
+    n = -n;
+    d = -d;
+  }
+  return Point{Nearest(s.a.x * d + n * (s.b.x - s.a.x), d),
+               Nearest(s.a.y * d + n * (s.b.y - s.a.y), d)};
+}
+
+// Does the line take a height in [y - 1/2, y + 1/2) over [x - 1/2, x + 1/2]?
+bool Meets(const Line& s, Point pixel) {
+  if (s.b.x < pixel.x || pixel.x < s.a.x) return false;
+  const std::int64_t dx = s.b.x - s.a.x;
+  if (dx == 0) return s.a.y <= pixel.y && pixel.y <= s.b.y;
+  // Twice the abscissas of the clipped ends, then 2 dx times twice the heights.
+  const std::int64_t x0 = std::max(2 * s.a.x, 2 * pixel.x - 1);
+  const std::int64_t x1 = std::min(2 * s.b.x, 2 * pixel.x + 1);
+  const auto height = [&](std::int64_t x) {
+    return 2 * dx * s.a.y + (x - 2 * s.a.x) * (s.b.y - s.a.y);
+  };
+  const std::int64_t low = std::min(height(x0), height(x1));
+  const std::int64_t high = std::max(height(x0), height(x1));
+  return high >= dx * (2 * pixel.y - 1) && low < dx * (2 * pixel.y + 1);
+}
+
+std::vector<Point> Route(const Line& s, const std::vector<Point>& hot) {
+  std::vector<Point> route;
+  for (const Point& p : hot) {
+    if (Meets(s, p)) route.push_back(p);
+  }
+  if (s.b.y < s.a.y) {  // falling: within a column from the top down
+    std::sort(route.begin(), route.end(), [](Point p, Point q) {
+      return p.x != q.x ? p.x < q.x : p.y > q.y;
+    });
+  }
+  return route;
+}
+
+// Which of the edges (p, q) lie below, or for a vertical edge left of, the
+// midpoint of e: the operands for which their number is odd.
+template <class Edges>
+unsigned Below(Point from, Point to, const Edges& edges) {
+  const Point m{from.x + to.x, from.y + to.y};  // doubled
+  const bool vertical = from.x == to.x;
+  unsigned parity = 0;
+  for (const auto& e : edges) {
+    Point p{2 * e.from.x, 2 * e.from.y};
+    Point q{2 * e.to.x, 2 * e.to.y};
+    if (vertical) {
+      std::swap(p.x, p.y);
+      std::swap(q.x, q.y);
+    }
+    if (q < p) std::swap(p, q);
+    const Point at = vertical ? Point{m.y, m.x} : m;
+    if (p.x <= at.x && at.x < q.x && Cross(p, q, at) > 0) parity ^= e.bounds;
+  }
+  return parity;
+}
+
+bool Combine(unsigned members, int op) {
+  const bool a = (members & 1) != 0;
+  const bool b = (members & 2) != 0;
+  switch (op) {
+    case 0: return a || b;
+    case 1: return a && b;
+    case 2: return a && !b;
+    default: return a != b;
+  }
+}
+
+std::vector<DirectedEdge> CutRing(const Ring& ring, const std::vector<Point>& hot) {
+  std::vector<DirectedEdge> cut;
+  ForEachEdge(ring, [&](Point p, Point q) {
+    std::vector<Point> on{p, q};
+    for (const Point& h : hot) {
+      const auto [low, high] = std::minmax(p, q);
+      if (low < h && h < high && Cross(p, q, h) == 0) on.push_back(h);
+    }
+    std::sort(on.begin(), on.end());
+    if (q < p) std::reverse(on.begin(), on.end());
+    for (std::size_t i = 1; i < on.size(); ++i) cut.push_back({on[i - 1], on[i]});
+  });
+  return cut;
+}
+
+struct BoundedEdge {
+  Point from;
+  Point to;
+  unsigned bounds;
+};
+
+// Is the point just left of `edge` inside the ring? No edge of the ring may pass
+// through the middle of `edge` but `edge` itself.
+bool LeftIsInside(const DirectedEdge& edge, const Ring& ring, const std::vector<Point>& hot) {
+  std::vector<BoundedEdge> edges;
+  unsigned own = 0;
+  for (const DirectedEdge& e : CutRing(ring, hot)) {
+    edges.push_back({e.from, e.to, 1});
+    if (std::minmax(e.from, e.to) == std::minmax(edge.from, edge.to)) own ^= 1;
+  }
+  const unsigned below = Below(edge.from, edge.to, edges);  // or left, when vertical
+  const bool leftIsBelow =
+      edge.from.x == edge.to.x ? edge.from.y < edge.to.y : edge.to.x < edge.from.x;
+  return (leftIsBelow ? below : below ^ own) != 0;
+}
+
+// The area whose outer boundary is the innermost around the left of `edge`.
+std::size_t InnermostAround(const DirectedEdge& edge, const Areas& areas,
+                            const std::vector<Point>& hot) {
+  std::size_t best = areas.size();
+  for (std::size_t i = 0; i < areas.size(); ++i) {
+    if (!LeftIsInside(edge, areas[i][0], hot)) continue;
+    if (best == areas.size() || TwiceArea(areas[i][0]) < TwiceArea(areas[best][0])) best = i;
+  }
+  return best;
+}
+
+}  // namespace
+
+Arrangement Snap(const Rings& a, const Rings& b) {
+  std::vector<Line> lines;
+  AddLines(lines, a, 1);
+  AddLines(lines, b, 2);
+  Arrangement result;
+  std::set<Point> hot;
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    hot.insert({lines[i].a, lines[i].b});
+    for (std::size_t j = 0; j < i; ++j) {
+      if (const auto pixel = CrossingPixel(lines[i], lines[j])) {
+        hot.insert(*pixel);
+        ++result.crossings;
+      }
+    }
+  }
+  result.hot.assign(hot.begin(), hot.end());
+
+  std::map<std::pair<Point, Point>, std::array<unsigned, 3>> copies;
+  for (const Line& line : lines) {
+    const std::vector<Point> route = Route(line, result.hot);
+    for (std::size_t i = 1; i < route.size(); ++i) {
+      ++copies[std::minmax(route[i - 1], route[i])][line.operand];
+    }
+  }
+  for (const auto& [ends, count] : copies) {
+    const unsigned bounds = count[1] % 2 + 2 * (count[2] % 2);
+    if (count[1] > 1 || count[2] > 1) ++result.cancelled;
+    result.edges.push_back({ends.first, ends.second, bounds, count[1] + count[2], 0, 0});
+  }
+  for (Edge& e : result.edges) {
+    const unsigned below = Below(e.from, e.to, result.edges);
+    e.left = e.from.x == e.to.x ? below : below ^ e.bounds;
+    e.right = e.left ^ e.bounds;
+  }
+  return result;
+}
+
+Boundary BoundaryOf(const Arrangement& arrangement, int op) {
+  Boundary boundary;
+  for (const Edge& e : arrangement.edges) {
+    const bool left = Combine(e.left, op);
+    if (left == Combine(e.right, op)) continue;
+    boundary.push_back(left ? DirectedEdge{e.from, e.to} : DirectedEdge{e.to, e.from});
+  }
+  std::sort(boundary.begin(), boundary.end());
+  return boundary;
+}
+
+Boundary Cut(const Areas& areas, const std::vector<Point>& hot) {
+  Boundary boundary;
+  for (const Rings& rings : areas) {
+    for (const Ring& ring : rings) {
+      const Boundary cut = CutRing(ring, hot);
+      boundary.insert(boundary.end(), cut.begin(), cut.end());
+    }
+  }
+  std::sort(boundary.begin(), boundary.end());
+  return boundary;
+}
+
+std::string Faults(const Areas& areas, const std::vector<Point>& hot) {
+  std::ostringstream faults;
+  for (std::size_t i = 0; i < areas.size(); ++i) {
+    for (std::size_t k = 0; k < areas[i].size(); ++k) {
+      const Ring& ring = areas[i][k];
+      const auto where = [&] { return " (area " + std::to_string(i) + ", contour " +
+                                      std::to_string(k) + ")\n"; };
+      if (ring.size() < 3) faults << "fewer than 3 vertices" << where();
+      if ((TwiceArea(ring) > 0) != (k == 0)) faults << "wrong orientation" << where();
+      ForEachEdge(ring, [&](Point p, Point q) {
+        if (p == q) faults << "equal neighbours" << where();
+      });
+      if (InnermostAround(CutRing(ring, hot).front(), areas, hot) != i) {
+        faults << "not in the innermost area around it" << where();
+      }
+    }
+  }
+  return faults.str();
+}
+
+std::int64_t TwiceArea(const Ring& ring) {
+  std::int64_t sum = 0;
+  ForEachEdge(ring, [&](Point p, Point q) { sum += p.x * q.y - p.y * q.x; });
+  return sum;
+}
+
+std::int64_t TwiceArea(const Areas& areas) {
+  std::int64_t sum = 0;
+  for (const Rings& rings : areas) {
+    for (const Ring& ring : rings) sum += TwiceArea(ring);
+  }
+  return sum;
+}
+
+}  // namespace oracle

@@ -1,0 +1,69 @@
+// An exact oracle for the Boolean engine that shares nothing with it.
+//
+// Snap rounding by brute force: the crossings of all pairs of edges as fractions,
+// every edge routed through all hot pixels that it meets; then the membership of
+// both sides of every grid edge by casting a ray. Quadratic and cubic loops: for
+// a few dozen edges on a small grid. Any closed rings are taken, by the even-odd
+// rule.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace oracle {
+
+struct Point {
+  std::int64_t x;
+  std::int64_t y;
+  auto operator<=>(const Point&) const = default;
+};
+using Ring = std::vector<Point>;
+using Rings = std::vector<Ring>;
+using Areas = std::vector<Rings>;  // each the outer boundary, then its holes
+
+/// A grid edge, directed: the region lies to the left of from -> to.
+struct DirectedEdge {
+  Point from;
+  Point to;
+  auto operator<=>(const DirectedEdge&) const = default;
+};
+using Boundary = std::vector<DirectedEdge>;  // sorted
+
+/// An edge of the snapped arrangement, from < to, with the operands (1, 2) that
+/// contain the points just left and just right of it.
+struct Edge {
+  Point from;
+  Point to;
+  unsigned bounds;  // operands with an odd number of copies
+  unsigned copies;  // edges of both operands that lie on it
+  unsigned left;
+  unsigned right;
+};
+
+struct Arrangement {
+  std::vector<Point> hot;  // sorted
+  std::vector<Edge> edges;
+  std::size_t crossings = 0;  // pairs of edges that cross in their interiors
+  std::size_t cancelled = 0;  // edges that an operand has more than once
+};
+
+Arrangement Snap(const Rings& a, const Rings& b);
+
+/// Boundary of the region of an operation: 0 union, 1 intersection, 2 difference,
+/// 3 symmetric difference.
+Boundary BoundaryOf(const Arrangement& arrangement, int op);
+
+/// The edges of all rings, cut at the hot pixels that lie on them.
+Boundary Cut(const Areas& areas, const std::vector<Point>& hot);
+
+/// What is wrong with the structure of a result whose edges are cut at `hot`:
+/// orientation, equal neighbours, holes outside their area, areas that overlap.
+/// Empty when it is sound.
+std::string Faults(const Areas& areas, const std::vector<Point>& hot);
+
+std::int64_t TwiceArea(const Ring& ring);
+std::int64_t TwiceArea(const Areas& areas);
+
+}  // namespace oracle
