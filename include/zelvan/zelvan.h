@@ -27,7 +27,8 @@
  *     and every triangle runs strictly counter-clockwise.
  *  4. MeshIsConsistent. A region of n vertices, h holes and a areas has
  *     n + 2h - 2a triangles. Each inner edge has two faces, each contour edge
- *     one; vertices are shared, no vertex is added.
+ *     one (a bridge that a contour runs there and back has two); vertices are
+ *     shared, no vertex is added.
  *  5. SnapIsBounded. A vertex is read back within half a grid step of where it
  *     was given: half of (extent of the contour's box) / 1048575, per axis.
  *  6. SameBytes. The same calls give the same bytes on every machine and in

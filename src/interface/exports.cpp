@@ -23,6 +23,10 @@ int Guarded(Operation operation) noexcept {
 
 }  // namespace
 
+zelvan::Workspace& zelvan::ProcessWorkspace() noexcept {
+  return workspace;
+}
+
 int ZELVAN_CALL SetMainContour(int count, const double* xyz) {
   return Guarded([=] { return workspace.SetMainContour(count, xyz); });
 }

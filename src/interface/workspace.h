@@ -34,6 +34,9 @@ class Workspace {
   [[nodiscard]] int GetContourIndex(int contour) const noexcept;
   [[nodiscard]] int GetContourSize(int contour) const noexcept;
 
+  /// The main polygon or null, for those inside the library.
+  [[nodiscard]] const Shape* Main() const noexcept { return main_.get(); }
+
  private:
   using Operation = void (*)(Shape& shape, const Shape& other);
   int CombineQueue(Operation operation);
@@ -42,5 +45,8 @@ class Workspace {
   std::list<std::unique_ptr<Shape>> holes_;  // oldest first
   std::unique_ptr<Shape> main_;              // or null
 };
+
+/// The one workspace of the process.
+[[nodiscard]] Workspace& ProcessWorkspace() noexcept;
 
 }  // namespace zelvan
