@@ -25,11 +25,12 @@ inline void AddPolar(Xyz& contour, double radius, double angle) {
   Add(contour, radius * std::cos(angle), radius * std::sin(angle));
 }
 
+/// Radii apart so far that a million spikes stay apart on the grid.
 inline Xyz Star(int n) {
   std::mt19937_64 bits(1);
   Xyz contour;
   for (int i = 0; i < n; ++i) {
-    AddPolar(contour, 1e6 * Between(bits, 0.3, 1.0), 6.283185307179586 * i / n);
+    AddPolar(contour, 1e6 * Between(bits, 0.7, 1.0), 6.283185307179586 * i / n);
   }
   return contour;
 }

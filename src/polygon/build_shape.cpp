@@ -16,7 +16,8 @@ namespace zelvan {
 
 namespace {
 
-// Everything that follows works on numbers whose differences are numbers.
+// Everything that follows works on numbers whose differences are numbers, also
+// when the way back from the grid multiplies them by up to GRID_MAX.
 void RequireFiniteExtent(const PointList& list) {
   if (list.empty()) return;
   WorldPoint boxMin{list[0].x, list[0].y};
@@ -25,7 +26,8 @@ void RequireFiniteExtent(const PointList& list) {
     if (!std::isfinite(p.x) || !std::isfinite(p.y)) throw ZelvanLib::BadPolyError();
     MergeBoxes(boxMin, boxMax, {p.x, p.y}, {p.x, p.y});
   }
-  if (!std::isfinite(boxMax.x - boxMin.x) || !std::isfinite(boxMax.y - boxMin.y)) {
+  if (!std::isfinite((boxMax.x - boxMin.x) * GRID_MAX) ||
+      !std::isfinite((boxMax.y - boxMin.y) * GRID_MAX)) {
     throw ZelvanLib::BadPolyError();
   }
 }

@@ -40,12 +40,12 @@ TEST(Side, IsExactWhereRoundingWouldDecide) {
     const double sy = std::ldexp(1.0, random.Between(-500, 450));
     const double ux = integer(), uy = integer(), bx = integer() * 1e9, by = integer() * 1e9;
     const double k = random.Between(1, 1000), m = random.Between(1, 1000);
-    InputPoint a{(bx + k * ux) * sx, (by + k * uy) * sy, 0};
-    InputPoint b{bx * sx, by * sy, 0};
-    InputPoint c{(bx + m * ux) * sx, (by + m * uy) * sy, 0};
+    WorldPoint a{(bx + k * ux) * sx, (by + k * uy) * sy};
+    WorldPoint b{bx * sx, by * sy};
+    WorldPoint c{(bx + m * ux) * sx, (by + m * uy) * sy};
     ASSERT_EQ(SideSign(a, b, c), 0);
     if (ux == 0 || a.x == 0 || c.y == 0) continue;
-    InputPoint up = c;
+    WorldPoint up = c;
     up.y = std::nextafter(c.y, HUGE_VAL);
     const int sign = ux > 0 ? 1 : -1;
     EXPECT_EQ(SideSign(a, b, up), sign);

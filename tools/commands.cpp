@@ -1,0 +1,51 @@
+// What the commands share: reading all inputs, and the kinds of files.
+#include "commands.h"
+
+#include <algorithm>
+#include <cctype>
+#include <filesystem>
+#include <iostream>
+
+#include "report.h"
+
+namespace tool {
+
+std::string Extension(const std::string& path) {
+  std::string extension = std::filesystem::path(path).extension().string();
+  std::transform(extension.begin(), extension.end(), extension.begin(), [](char c) {
+    return static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  });
+  return extension;
+}
+
+std::vector<Input> ReadInputs(const Options& options, Geos& geos, int& status) {
+  std::vector<Input> inputs;
+  for (const std::string& file : options.inputs) {
+    try {
+      inputs.push_back(ReadInput(file, options, geos));
+    } catch (const UnreadableFile& error) {
+      std::cerr << file << ": " << error.what() << '\n';
+      status = kUnusable;
+      continue;
+    }
+    const Input& input = inputs.back();
+    for (const Refusal& refusal : input.refusals) PrintRefusal(refusal);
+    if (!input.refusals.empty()) status = std::max(status, kSomeRefused);
+    if (options.repair) {
+      std::cout << file << ": " << input.repaired
+                << (input.repaired == 1 ? " invalid polygon repaired\n"
+                                        : " invalid polygons repaired\n");
+    }
+  }
+  for (const std::string& name : options.only) {
+    const bool found = std::any_of(inputs.begin(), inputs.end(), [&](const Input& input) {
+      return std::find(input.chosen.begin(), input.chosen.end(), name) != input.chosen.end();
+    });
+    if (found) continue;
+    std::cerr << "no feature is called " << name << '\n';
+    status = std::max(status, kSomeRefused);
+  }
+  return inputs;
+}
+
+}  // namespace tool

@@ -1,0 +1,42 @@
+// Files in: GeoJSON and WKT to features with polygons. What cannot be used is
+// named and left out; a file that cannot be read at all is an exception.
+#pragma once
+
+#include <cstddef>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "geometry.h"
+#include "geos.h"
+#include "options.h"
+
+namespace tool {
+
+struct Refusal {
+  std::string file;
+  std::string place;  // "feature 12 (Sudan), polygon 3"
+  std::string reason;
+};
+
+struct Input {
+  std::string file;
+  std::vector<Feature> features;
+  std::vector<Refusal> refusals;
+  std::size_t repaired = 0;
+  std::vector<std::string> chosen;  // names out of options.only that are there
+};
+
+struct UnreadableFile : std::runtime_error {
+  using std::runtime_error::runtime_error;
+};
+
+// Reads one file, .geojson or .json as GeoJSON, .wkt as one or many WKT
+// geometries; with options.repair mends its invalid polygons, with options.only
+// keeps the features of these names. Throws UnreadableFile.
+Input ReadInput(const std::string& file, const Options& options, Geos& geos);
+
+// The place of a polygon, counted from 0, for messages.
+std::string PlaceOf(const Feature& feature, std::size_t polygon);
+
+}  // namespace tool

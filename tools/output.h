@@ -1,0 +1,41 @@
+// Files out: what the extension of each says.
+#pragma once
+
+#include <cstddef>
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+#include "mesh.h"
+
+namespace tool {
+
+// One polygon of the input, or the result of a combination.
+struct Item {
+  std::string name;         // of its feature, may be empty
+  std::size_t feature = 0;  // number within its file, from 1; 0 for a combination
+  std::size_t polygon = 0;  // number within its feature, from 1
+  Mesh mesh;
+};
+
+enum class Show { kTriangles, kRegion };
+
+// The reason why these outputs cannot be meant: an extension that is not known
+// or a file that is also read. Empty when all is well.
+std::string CheckOutputs(const std::vector<std::string>& outputs,
+                         const std::vector<std::string>& inputs);
+
+// Writes every output; .obj always shows triangles. Throws std::runtime_error
+// for a file that cannot be written.
+void WriteOutputs(const std::vector<std::string>& outputs, const std::vector<Item>& items,
+                  Show show);
+
+// Shortest text that reads back as the same double.
+std::string Shortest(double value);
+
+void WriteSvg(std::ostream& out, const std::vector<Item>& items, Show show);
+void WriteObj(std::ostream& out, const std::vector<Item>& items);
+void WriteGeoJson(std::ostream& out, const std::vector<Item>& items, Show show);
+void WriteWkt(std::ostream& out, const std::vector<Item>& items, Show show);
+
+}  // namespace tool

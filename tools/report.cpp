@@ -1,0 +1,73 @@
+#include "report.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdio>
+#include <iostream>
+#include <ostream>
+
+namespace tool {
+namespace {
+
+constexpr std::size_t kColumns = 7;
+using Cells = std::array<std::string, kColumns>;
+
+std::string Number(const char* format, double value) {
+  if (std::isnan(value)) return "";
+  std::array<char, 64> text{};
+  std::snprintf(text.data(), text.size(), format, value);
+  return text.data();
+}
+
+Cells CellsOf(const Row& row) {
+  return {row.name,
+          std::to_string(row.polygons),
+          std::to_string(row.vertices),
+          std::to_string(row.triangles),
+          Number("%.9g", row.area_in),
+          Number("%.9g", row.area_out),
+          Number("%.3f s", row.seconds)};
+}
+
+}  // namespace
+
+Row& Row::operator+=(const Row& other) {
+  polygons += other.polygons;
+  vertices += other.vertices;
+  triangles += other.triangles;
+  area_in += other.area_in;
+  area_out += other.area_out;
+  seconds += other.seconds;
+  return *this;
+}
+
+void PrintTable(std::ostream& out, const std::vector<Row>& rows, bool with_total) {
+  std::vector<Cells> table{
+      {"input", "polygons", "vertices", "triangles", "area in", "area out", "time"}};
+  Row total;
+  total.name = "total";
+  for (const Row& row : rows) {
+    table.push_back(CellsOf(row));
+    total += row;
+  }
+  if (with_total && rows.size() > 1) table.push_back(CellsOf(total));
+
+  std::array<std::size_t, kColumns> width{};
+  for (const Cells& cells : table) {
+    for (std::size_t i = 0; i < kColumns; ++i) width[i] = std::max(width[i], cells[i].size());
+  }
+  for (const Cells& cells : table) {
+    out << cells[0] << std::string(width[0] - cells[0].size(), ' ');
+    for (std::size_t i = 1; i < kColumns; ++i) {
+      out << std::string(width[i] - cells[i].size() + 2, ' ') << cells[i];
+    }
+    out << '\n';
+  }
+}
+
+void PrintRefusal(const Refusal& refusal) {
+  std::cerr << refusal.file << ": " << refusal.place << ": " << refusal.reason << '\n';
+}
+
+}  // namespace tool

@@ -1,0 +1,31 @@
+// The table at the end and the refusals on the way.
+#pragma once
+
+#include <cstddef>
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+#include "input.h"
+
+namespace tool {
+
+struct Row {
+  std::string name;
+  std::size_t polygons = 0;
+  std::size_t vertices = 0;
+  std::size_t triangles = 0;
+  double area_in = 0;
+  double area_out = 0;
+  double seconds = 0;  // inside the library's functions, copying included
+
+  Row& operator+=(const Row& other);
+};
+
+// Rows and, unless there is but one, their total when asked for. Areas are in
+// squared input units; one that is not a number is left open.
+void PrintTable(std::ostream& out, const std::vector<Row>& rows, bool with_total);
+
+void PrintRefusal(const Refusal& refusal);
+
+}  // namespace tool
