@@ -133,11 +133,6 @@ WorldRing RandomCircle(Random& random) {
 }
 
 WorldRing RotatedSquare(Random& random) {
-  WorldRing square = Circle(100 * Unit(random), 100 * Unit(random), 12, 4);
-  return square;
-}
-
-WorldRing TiltedSquare(Random& random) {
   const double u = 10 * Unit(random) + 1;
   const double v = 10 * Unit(random) + 1;
   const double x = std::floor(100 * Unit(random));
@@ -160,7 +155,6 @@ TEST(Chains, FiftyStepsEachSoundAndTriangulated) {
   const std::vector<std::pair<const char*, Maker>> families = {{"guillotine cuts", Guillotine},
                                                                {"circles", RandomCircle},
                                                                {"rotated squares", RotatedSquare},
-                                                               {"tilted squares", TiltedSquare},
                                                                {"contacts on a line", OnALine}};
   for (const auto& [name, make] : families) {
     for (std::uint64_t seed = 0; seed < 4; ++seed) {
@@ -299,8 +293,8 @@ TEST(Regridding, HugeOffsetsWithTinyExtents) {
 }
 
 TEST(Failures, InfiniteExtentsAreRefusedBeforeAnythingIsTouched) {
-  const auto shape = ShapeOf({{-1.5e308, 0}, {-1.4e308, 0}, {-1.4e308, 1}});
-  const auto other = ShapeOf({{1.4e308, 0}, {1.5e308, 0}, {1.5e308, 1}});
+  const auto shape = ShapeOf({{-1.5e308, 0}, {-1.5e308 + 1e302, 0}, {-1.5e308, 1}});
+  const auto other = ShapeOf({{1.5e308 - 1e302, 0}, {1.5e308, 0}, {1.5e308, 1}});
   const auto before = fixtures::AreasOf(shape->areas);
   for (const bool unite : {true, false}) {
     try {
