@@ -11,6 +11,7 @@
 #include "boolean/snap_rounding.h"
 
 #include <algorithm>
+#include <cstddef>
 
 #include "boolean/exact.h"
 #include "boolean/sweep.h"
@@ -77,12 +78,17 @@ void Sweep::CollectRows() {
 // The segments that may meet a row, in table order.
 void Sweep::CollectCandidates(std::int32_t x) {
   candidates_.clear();
+  std::size_t starts = 0;
   for (const SweepEvent& e : column_) {
     candidates_.push_back(e.first);
     if (e.Kind() == EVENT_CROSS) candidates_.push_back(e.second);
+    if (e.Kind() == EVENT_START) ++starts;
   }
-  // With about as many events as segments the plain way costs no more.
-  if (search_ == ColumnSearch::kEverySegment || 8 * column_.size() >= status_.Size()) {
+  // The walks pass over started segments. Where they might pass over more than there
+  // are segments, or rows are many, looking at every segment costs no more.
+  const std::size_t active = status_.Size();
+  if (search_ == ColumnSearch::kEverySegment || 8 * rows_.size() >= active ||
+      rows_.size() * starts >= active) {
     CollectAll();
   } else {
     for (const HotRow& row : rows_) CollectNearRow(x, row.y);
