@@ -140,7 +140,11 @@ TEST(Assembly, SimplifiedContoursHaveNoEqualNeighbours) {
 
 TEST(Soundness, FaultsAreSeen) {
   const auto sound = [](const Areas& areas) { return IsSound(fixtures::RingOf(areas).first); };
-  EXPECT_TRUE(sound({{Box(0, 0, 8, 8), {{0, 0}, {2, 4}, {4, 2}}}})) << "hole at a corner";
+  EXPECT_FALSE(sound({{Box(0, 0, 8, 8), {{0, 0}, {2, 4}, {4, 2}}}})) << "hole at a corner";
+  EXPECT_FALSE(sound({{Box(0, 0, 8, 8), {{0, 4}, {4, 6}, {4, 2}}}})) << "hole at an edge";
+  EXPECT_FALSE(sound({{{{0, 0}, {8, 0}, {8, 8}, {4, 0}, {0, 8}}}})) << "neck of no width";
+  EXPECT_TRUE(sound({{{{0, 8}, {0, 0}, {2, 4}, {4, 2}, {0, 0}, {8, 0}, {8, 8}}}}))
+      << "the hole at the corner, as one contour";
   EXPECT_TRUE(sound({{Box(0, 0, 4, 8)}, {{{4, 4}, {6, 2}, {6, 6}}}})) << "touch from outside";
   EXPECT_FALSE(sound({{Box(0, 0, 4, 8)}, {{{3, 4}, {6, 2}, {6, 6}}}})) << "crossing";
   EXPECT_FALSE(sound({{Box(0, 0, 4, 8)}, {Box(4, 2, 6, 6)}})) << "edges that coincide in part";
