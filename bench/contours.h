@@ -66,7 +66,7 @@ inline Xyz Coast(int n) {
   std::mt19937_64 bits(2);
   std::vector<double> height(static_cast<std::size_t>(n), 0.0);
   double noise = 2e5;
-  for (std::size_t period = height.size(); period > 1; period /= 2, noise *= 0.6) {
+  for (std::size_t period = height.size(); period > 0; period /= 2, noise *= 0.6) {
     double from = 0.0;
     double to = Between(bits, -noise, noise);
     for (std::size_t i = 0; i < height.size(); ++i) {
