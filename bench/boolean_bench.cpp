@@ -72,18 +72,26 @@ void Stars(benchmark::State& state, Operation op) {
   const bench::Xyz star = bench::Star(static_cast<int>(state.range(0)));
   Combine(state, star, Turned(star, 0.5), op);
 }
-BENCHMARK_CAPTURE(Stars, unite, zelvan::Unite)->RangeMultiplier(10)->Range(100, 100000)
+BENCHMARK_CAPTURE(Stars, unite, zelvan::Unite)
+    ->RangeMultiplier(10)
+    ->Range(100, 100000)
     ->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(Stars, subtract, zelvan::Subtract)->RangeMultiplier(10)->Range(100, 100000)
+BENCHMARK_CAPTURE(Stars, subtract, zelvan::Subtract)
+    ->RangeMultiplier(10)
+    ->Range(100, 100000)
     ->Unit(benchmark::kMillisecond);
 
 void Coasts(benchmark::State& state, Operation op) {
   const bench::Xyz coast = bench::Coast(static_cast<int>(state.range(0)));
   Combine(state, coast, Moved(coast, 1e3, 2e3), op);
 }
-BENCHMARK_CAPTURE(Coasts, unite, zelvan::Unite)->RangeMultiplier(10)->Range(1000, 100000)
+BENCHMARK_CAPTURE(Coasts, unite, zelvan::Unite)
+    ->RangeMultiplier(10)
+    ->Range(1000, 100000)
     ->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(Coasts, subtract, zelvan::Subtract)->RangeMultiplier(10)->Range(1000, 100000)
+BENCHMARK_CAPTURE(Coasts, subtract, zelvan::Subtract)
+    ->RangeMultiplier(10)
+    ->Range(1000, 100000)
     ->Unit(benchmark::kMillisecond);
 
 // k x k holes, one Subtract each.

@@ -1,8 +1,6 @@
 // Result assembly (assembly.h).
 #include "boolean/assembly.h"
 
-#include <zelvan/error.h>
-
 #include <utility>
 
 #include "boolean/cross_entry.h"
@@ -108,21 +106,6 @@ bool RemoveIfRedundant(Contour* contour, VertexNode* v) noexcept {
 
 }  // namespace
 
-PendingHoles::~PendingHoles() {
-  while (!Empty()) static_cast<void>(Pop());
-}
-
-void PendingHoles::Push(OwnedContour hole) noexcept {
-  hole->next = first_;
-  first_ = hole.release();
-}
-
-OwnedContour PendingHoles::Pop() noexcept {
-  OwnedContour hole(first_);
-  first_ = std::exchange(hole->next, nullptr);
-  return hole;
-}
-
 void CollectContour(Contour* contour, OwnedRing& result, PendingHoles& pendingHoles, BoolOp op) {
   if (LabelOf(contour) == CONTOUR_CROSSED) {
     CollectEdges(contour, result, pendingHoles, op);
@@ -135,14 +118,6 @@ void CollectContour(Contour* contour, OwnedRing& result, PendingHoles& pendingHo
   if (!FinishContour(copy.get())) return;
   if (*direction == Direction::BACKWARD) ReverseContour(copy.get());
   DeliverContour(std::move(copy), result, pendingHoles);
-}
-
-void PlaceHoles(OwnedRing& result, PendingHoles& pendingHoles) {
-  while (!pendingHoles.Empty()) {
-    OwnedContour hole = pendingHoles.Pop();
-    PlaceContour(result.first, hole.get());
-    static_cast<void>(hole.release());
-  }
 }
 
 void SimplifyContour(Contour* contour) noexcept {
@@ -168,8 +143,7 @@ bool FinishContour(Contour* contour) noexcept {
   });
   const std::int64_t twiceArea = TwiceArea(contour->head);
   if (contour->count < 3 || twiceArea == 0) return false;
-  contour->flags =
-      twiceArea > 0 ? contour->flags | CONTOUR_CCW : contour->flags & ~CONTOUR_CCW;
+  contour->flags = twiceArea > 0 ? contour->flags | CONTOUR_CCW : contour->flags & ~CONTOUR_CCW;
   return true;
 }
 

@@ -8,35 +8,16 @@
 // ones the holes of the innermost area around them.
 #pragma once
 
+#include "boolean/hole_placement.h"
 #include "boolean/labels.h"
 #include "polygon/area.h"
 #include "polygon/contour.h"
 
 namespace zelvan {
 
-/// Finished clockwise contours, linked through `next`, newest first; owned.
-class PendingHoles {
- public:
-  PendingHoles() = default;
-  PendingHoles(const PendingHoles&) = delete;
-  PendingHoles& operator=(const PendingHoles&) = delete;
-  ~PendingHoles();
-
-  void Push(OwnedContour hole) noexcept;
-  [[nodiscard]] OwnedContour Pop() noexcept;
-  [[nodiscard]] bool Empty() const noexcept { return first_ == nullptr; }
-
- private:
-  Contour* first_ = nullptr;
-};
-
 /// Adds to the result what operation `op` takes of one labelled contour.
 /// Raises ERR::NOMEM.
 void CollectContour(Contour* contour, OwnedRing& result, PendingHoles& pendingHoles, BoolOp op);
-
-/// Places the holes, newest first. Raises ERR::FAIL when an area for one is
-/// missing, ERR::NOMEM.
-void PlaceHoles(OwnedRing& result, PendingHoles& pendingHoles);
 
 /// Removes vertices that equal their predecessor or lie on a line with their
 /// neighbours, tips of spikes included. Leaves no two equal neighbours.

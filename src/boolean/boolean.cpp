@@ -46,9 +46,7 @@ void SweepAndLabel(Area* a, Area* b, EntryPool& entries) {
 Area* Assemble(const Area* a, const Area* b, BoolOp op) {
   OwnedRing result;
   PendingHoles pendingHoles;
-  const auto collect = [&](Contour* contour) {
-    CollectContour(contour, result, pendingHoles, op);
-  };
+  const auto collect = [&](Contour* contour) { CollectContour(contour, result, pendingHoles, op); };
   ForEachContour(const_cast<Area*>(a), collect);
   ForEachContour(const_cast<Area*>(b), collect);
   PlaceHoles(result, pendingHoles);

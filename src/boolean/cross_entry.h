@@ -23,8 +23,8 @@ inline constexpr std::uint32_t FLOODED = 8;      ///< the pixel's edges are labe
 struct CrossEntry {
   CrossEntry* next;  ///< counter-clockwise once sorted
   CrossEntry* prev;
-  VertexNode* vertex;   ///< the vertex at the pixel that owns this edge end
-  std::int32_t dx;      ///< from the pixel to the far end of the edge
+  VertexNode* vertex;  ///< the vertex at the pixel that owns this edge end
+  std::int32_t dx;     ///< from the pixel to the far end of the edge
   std::int32_t dy;
   std::uint32_t flags;
   VertexNode* partner;  ///< of a shared edge, the first vertex of the other operand's copy

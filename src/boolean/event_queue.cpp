@@ -45,7 +45,14 @@ bool After(const SweepEvent& e1, const SweepEvent& e2) noexcept {
 void EventQueue::Fill(std::vector<SweepEvent> events) {
   batch_ = std::move(events);
   next_ = 0;
-  std::sort(batch_.begin(), batch_.end(), EventBefore);
+  order_.clear();
+  order_.reserve(batch_.size());
+  for (const SweepEvent& e : batch_) {
+    order_.push_back({Key(e), e.seq, static_cast<std::uint32_t>(order_.size())});
+  }
+  std::sort(order_.begin(), order_.end(), [](const Place& a, const Place& b) {
+    return a.key != b.key ? a.key < b.key : a.seq < b.seq;
+  });
 }
 
 void EventQueue::Insert(const SweepEvent& event) {
@@ -55,15 +62,15 @@ void EventQueue::Insert(const SweepEvent& event) {
 
 bool EventQueue::MinIsInBatch() const noexcept {
   if (heap_.empty()) return true;
-  return next_ < batch_.size() && EventBefore(batch_[next_], heap_.front());
+  return next_ < order_.size() && EventBefore(batch_[order_[next_].index], heap_.front());
 }
 
 const SweepEvent& EventQueue::Min() const noexcept {
-  return MinIsInBatch() ? batch_[next_] : heap_.front();
+  return MinIsInBatch() ? batch_[order_[next_].index] : heap_.front();
 }
 
 SweepEvent EventQueue::PopMin() noexcept {
-  if (MinIsInBatch()) return batch_[next_++];
+  if (MinIsInBatch()) return batch_[order_[next_++].index];
   std::pop_heap(heap_.begin(), heap_.end(), After);
   const SweepEvent event = heap_.back();
   heap_.pop_back();

@@ -55,13 +55,21 @@ class EventQueue {
   /// Removes the smallest event and returns it.
   SweepEvent PopMin() noexcept;
 
-  [[nodiscard]] bool Empty() const noexcept { return next_ == batch_.size() && heap_.empty(); }
+  [[nodiscard]] bool Empty() const noexcept { return next_ == order_.size() && heap_.empty(); }
 
  private:
+  // An event's place in the order, and where it stands in the batch.
+  struct Place {
+    std::uint64_t key;
+    std::uint32_t seq;
+    std::uint32_t index;
+  };
+
   [[nodiscard]] bool MinIsInBatch() const noexcept;
 
   std::vector<SweepEvent> batch_;
-  std::size_t next_ = 0;  // batch_[next_...] is still pending
+  std::vector<Place> order_;
+  std::size_t next_ = 0;  // order_[next_...] is still pending
   std::vector<SweepEvent> heap_;
 };
 

@@ -197,8 +197,7 @@ void LabelContours(Area* ring) noexcept {
     if (crossed) {
       SetLabel(contour, CONTOUR_CROSSED);
     } else {
-      SetLabel(contour,
-               LabelOf(contour->head) == LABEL_INSIDE ? CONTOUR_INSIDE : CONTOUR_OUTSIDE);
+      SetLabel(contour, LabelOf(contour->head) == LABEL_INSIDE ? CONTOUR_INSIDE : CONTOUR_OUTSIDE);
     }
   });
 }

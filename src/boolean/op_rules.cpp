@@ -23,10 +23,10 @@ constexpr std::uint32_t kReversed = Bit(LABEL_SHARED_REVERSED);
 
 // Indexed by operation, then by operand: A, B.
 constexpr Rule kRules[4][2] = {
-    {{kOutside | kShared, 0}, {kOutside | kShared, 0}},      // UNION
-    {{kInside | kShared, 0}, {kInside | kShared, 0}},        // INTERSECT
+    {{kOutside | kShared, 0}, {kOutside | kShared, 0}},     // UNION
+    {{kInside | kShared, 0}, {kInside | kShared, 0}},       // INTERSECT
     {{kOutside | kReversed, 0}, {0, kInside | kReversed}},  // SUBTRACT
-    {{kOutside, kInside}, {kOutside, kInside}},              // XOR
+    {{kOutside, kInside}, {kOutside, kInside}},             // XOR
 };
 
 std::optional<Direction> Apply(BoolOp op, OperandSet operand, EdgeLabel label,

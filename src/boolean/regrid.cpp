@@ -1,7 +1,7 @@
 // Moves between grids (regrid.h).
 #include "boolean/regrid.h"
 
-#include <limits>
+#include <cstdint>
 #include <vector>
 
 #include "boolean/operand.h"
@@ -41,14 +41,22 @@ bool IsSame(const WorldBox& a, const WorldBox& b) noexcept {
 
 }  // namespace
 
+// Unsnapping keeps the order of coordinates, so the corners suffice; the ends of the
+// grid are the corners of its box without rounding, so a box that is filled stays.
 WorldBox WorldBoxOf(const Area* ring, const WorldBox& gridBox) noexcept {
-  constexpr double largest = std::numeric_limits<double>::max();
-  WorldBox box{{largest, largest}, {-largest, -largest}};
-  ForEachVertexOf(ring, [&](const VertexNode* v) {
-    const WorldPoint p = Unsnap(v->grid, gridBox.min, gridBox.max);
-    MergeBoxes(box.min, box.max, p, p);
+  GridBox box = ring->contours->gridBox;
+  ForEachContour(ring, [&](const Contour* contour) {
+    GrowBox(box, contour->gridBox.min);
+    GrowBox(box, contour->gridBox.max);
   });
-  return box;
+  WorldBox world{Unsnap(box.min, gridBox.min, gridBox.max),
+                 Unsnap(box.max, gridBox.min, gridBox.max)};
+  constexpr std::int32_t last = GRID_MAX - GRID_OFFSET;
+  if (box.min.gx == -GRID_OFFSET) world.min.x = gridBox.min.x;
+  if (box.min.gy == -GRID_OFFSET) world.min.y = gridBox.min.y;
+  if (box.max.gx == last) world.max.x = gridBox.max.x;
+  if (box.max.gy == last) world.max.y = gridBox.max.y;
+  return world;
 }
 
 Area* CopyOnGrid(const Area* ring, const WorldBox& from, const WorldBox& to) {
@@ -65,7 +73,7 @@ Area* CopyOnGrid(const Area* ring, const WorldBox& from, const WorldBox& to) {
 WorldBox MoveToOwnGrid(Area* ring, const WorldBox& box) {
   if (ring == nullptr) return box;
   const WorldBox own = WorldBoxOf(ring, box);
-  if (!IsProper(own)) return box;
+  if (IsSame(own, box) || !IsProper(own)) return box;
   std::vector<GridPoint> before;
   bool moved = false;
   ForEachVertexOf(ring, [&](const VertexNode* v) { before.push_back(v->grid); });

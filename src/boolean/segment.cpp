@@ -14,16 +14,31 @@ bool ComesFirst(GridPoint a, GridPoint b) noexcept {
 }  // namespace
 
 void FillSegments(SegmentTable& table, const Area* ring) {
-  ForEachContour(ring, [&](const Contour* contour) {
-    ForEachVertex(contour, [&](VertexNode* v) {
-      const bool forward = ComesFirst(v->grid, v->next->grid);
-      Segment s{};
-      s.lower = forward ? v : v->next;
-      s.upper = forward ? v->next : v;
-      s.forward = forward ? 1 : 0;
-      table.push_back(s);
-    });
+  ForEachContour(ring, [&](const Contour* contour) { FillSegments(table, contour); });
+}
+
+void FillSegments(SegmentTable& table, const Contour* contour) {
+  ForEachVertex(contour, [&](VertexNode* v) {
+    const bool forward = ComesFirst(v->grid, v->next->grid);
+    Segment s{};
+    s.lower = forward ? v : v->next;
+    s.upper = forward ? v->next : v;
+    s.forward = forward ? 1 : 0;
+    table.push_back(s);
   });
+}
+
+std::vector<SweepEvent> EndEvents(SegmentTable& table) {
+  std::vector<SweepEvent> events;
+  events.reserve(2 * table.size());
+  std::uint32_t seq = 0;
+  for (Segment& s : table) {
+    const GridPoint a = s.lower->grid;
+    const GridPoint b = s.upper->grid;
+    events.push_back({EVENT_START, seq++, a.gx, a.gy, &s, nullptr});
+    events.push_back({EVENT_END, seq++, b.gx, b.gy, &s, nullptr});
+  }
+  return events;
 }
 
 bool IsAbove(const Segment* s, const Segment* t) noexcept {

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "boolean/event_queue.h"
 #include "polygon/records.h"
 
 namespace zelvan {
@@ -13,9 +14,9 @@ struct StatusNode;
 struct Segment {
   VertexNode* lower;  ///< the end that comes first in (x, then y) order
   VertexNode* upper;
-  Segment* above;         ///< next segment upward in the status list
-  Segment* below;         ///< next segment downward
-  StatusNode* node;       ///< place in the list's index while active
+  Segment* above;        ///< next segment upward in the status list
+  Segment* below;        ///< next segment downward
+  StatusNode* node;      ///< place in the list's index while active
   std::uint8_t forward;  ///< 1 when the contour runs from lower to upper
 };
 
@@ -24,12 +25,10 @@ using SegmentTable = std::vector<Segment>;
 /// Appends one segment per edge of a ring in grid form: areas in ring order,
 /// contours in list order, edges from each contour's head. Throws std::bad_alloc.
 void FillSegments(SegmentTable& table, const Area* ring);
+void FillSegments(SegmentTable& table, const Contour* contour);
 
-/// Is the point above segment t, where it is not on its line? For t not vertical;
-/// positive, negative or 0.
-[[nodiscard]] inline std::int64_t SideOf(GridPoint p, const Segment* t) noexcept {
-  return Cross(t->lower->grid, t->upper->grid, p);
-}
+/// The start and the end of every segment, numbered in table order from 0.
+[[nodiscard]] std::vector<SweepEvent> EndEvents(SegmentTable& table);
 
 /// Where a new segment s goes in the status list: true when it lies above the
 /// listed segment t, decided at s's lower end and, on t's line, by the slope. A

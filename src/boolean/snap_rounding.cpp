@@ -11,6 +11,7 @@
 #include "boolean/snap_rounding.h"
 
 #include <algorithm>
+#include <cstddef>
 
 #include "boolean/exact.h"
 #include "boolean/sweep.h"
@@ -68,8 +69,7 @@ void Sweep::SnapColumn(std::int32_t x) {
 void Sweep::CollectRows() {
   rows_.clear();
   for (const SweepEvent& e : column_) rows_.push_back({e.y, nullptr});
-  std::sort(rows_.begin(), rows_.end(),
-            [](const HotRow& a, const HotRow& b) { return a.y < b.y; });
+  std::sort(rows_.begin(), rows_.end(), [](const HotRow& a, const HotRow& b) { return a.y < b.y; });
   const auto last = std::unique(rows_.begin(), rows_.end(),
                                 [](const HotRow& a, const HotRow& b) { return a.y == b.y; });
   rows_.erase(last, rows_.end());
@@ -78,12 +78,17 @@ void Sweep::CollectRows() {
 // The segments that may meet a row, in table order.
 void Sweep::CollectCandidates(std::int32_t x) {
   candidates_.clear();
+  std::size_t starts = 0;
   for (const SweepEvent& e : column_) {
     candidates_.push_back(e.first);
     if (e.Kind() == EVENT_CROSS) candidates_.push_back(e.second);
+    if (e.Kind() == EVENT_START) ++starts;
   }
-  // With about as many events as segments the plain way costs no more.
-  if (search_ == ColumnSearch::kEverySegment || 8 * column_.size() >= status_.Size()) {
+  // The walks pass over started segments. Where they might pass over more than there
+  // are segments, or rows are many, looking at every segment costs no more.
+  const std::size_t active = status_.Size();
+  if (search_ == ColumnSearch::kEverySegment || 8 * rows_.size() >= active ||
+      rows_.size() * starts >= active) {
     CollectAll();
   } else {
     for (const HotRow& row : rows_) CollectNearRow(x, row.y);
@@ -105,8 +110,7 @@ void Sweep::CollectNearRow(std::int32_t x, std::int32_t y) {
     if (meets) candidates_.push_back(s);
     return meets || s->lower->grid.gx == x;
   };
-  Segment* const place =
-      status_.FirstNot([&](const Segment* t) { return YAt(t, 2 * x + 1) < y; });
+  Segment* const place = status_.FirstNot([&](const Segment* t) { return YAt(t, 2 * x + 1) < y; });
   for (Segment* s = place; !status_.IsEnd(s) && visit(s); s = s->above) continue;
   for (Segment* s = place->below; !status_.IsEnd(s) && visit(s); s = s->below) continue;
 }

@@ -1,4 +1,4 @@
-// Is a ring of areas a region: contours that may touch but not cross, no edges
+// Is a ring of areas a region: contours that touch from outside at the most, no edges
 // that coincide, and the region to the left of every edge?
 #pragma once
 

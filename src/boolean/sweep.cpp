@@ -1,14 +1,13 @@
 // The sweep over the columns (sweep.h).
 #include "boolean/sweep.h"
 
-#include <utility>
-
 #include "boolean/exact.h"
 
 namespace zelvan {
 
 void Sweep::Run(SegmentTable& table) {
-  FillQueue(table);
+  queue_.Fill(EndEvents(table));
+  sequence_ = static_cast<std::uint32_t>(2 * table.size());
   while (!queue_.Empty()) {
     const std::int32_t x = queue_.Min().x;
     column_.clear();
@@ -19,19 +18,6 @@ void Sweep::Run(SegmentTable& table) {
     eventCount_ += column_.size();
     SnapColumn(x);
   }
-}
-
-void Sweep::FillQueue(SegmentTable& table) {
-  std::vector<SweepEvent> events;
-  events.reserve(2 * table.size());
-  for (Segment& s : table) {
-    const GridPoint a = s.lower->grid;
-    const GridPoint b = s.upper->grid;
-    events.push_back({EVENT_START, sequence_, a.gx, a.gy, &s, nullptr});
-    events.push_back({EVENT_END, sequence_ + 1, b.gx, b.gy, &s, nullptr});
-    sequence_ += 2;
-  }
-  queue_.Fill(std::move(events));
 }
 
 void Sweep::Handle(const SweepEvent& event) {

@@ -7,8 +7,9 @@
 // queued. In a column the crossings left of its line come in the order of their
 // rows, not of their true abscissas, so the list is there in some order between
 // that of the column's start and that of its line; it is sorted again at the line
-// itself, where segments start and end. It ends because each event handled queues
-// at most two more, and a pair is swapped at most once: swapped, it diverges.
+// itself, where segments start and end. It ends because each start and each swap
+// queues at most two crossings and each end one, and a pair is swapped at most once:
+// swapped, it diverges.
 //
 // The sweep inserts vertices into the operands' rings but never changes a
 // segment: all geometry stays that of the straight edges.
@@ -59,7 +60,6 @@ class Sweep {
   [[nodiscard]] std::uint64_t CrossingCount() const noexcept { return crossingCount_; }
 
  private:
-  void FillQueue(SegmentTable& table);
   void Handle(const SweepEvent& event);
   void Start(Segment* s);
   void Cross(Segment* first, Segment* second);

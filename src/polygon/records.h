@@ -43,6 +43,7 @@ struct VertexNode {
   union {
     CrossEntry* crossPrev;         ///< Boolean engine: entry of the edge toward prev
     VORNEX::TriVertex* triVertex;  ///< triangulation engine
+    std::int32_t number;           ///< mesh: the vertex's number while it is filled
     VertexNode* copy;              ///< operand copies: the vertex and its copy
   };
   CrossEntry* crossNext;  ///< Boolean engine: entry of the edge toward next

@@ -4,6 +4,9 @@
 #include <zelvan/error.h>
 
 #include <new>
+#include <numeric>
+#include <span>
+#include <utility>
 
 #include "polygon/contour.h"
 
@@ -93,16 +96,22 @@ void TRIAGLOBS::AddRing(const zelvan::Contour* contour, std::uint32_t& walked) {
 }
 
 void TRIAGLOBS::ArrangeOrder(const InsertionOrder& insertionOrder) {
-  if (insertionOrder.positions.empty()) {
-    ShuffleOrder({order.get(), vertexCount}, insertionOrder.seed);
-    return;
+  std::unique_ptr<std::uint32_t[]> drawn;
+  std::span<const std::uint32_t> positions = insertionOrder.positions;
+  if (positions.empty()) {
+    drawn = NewArray<std::uint32_t>(vertexCount);
+    const std::span<std::uint32_t> all(drawn.get(), vertexCount);
+    std::iota(all.begin(), all.end(), 0u);
+    ShuffleOrder(all, insertionOrder.seed);
+    const auto scratch = NewArray<std::uint32_t>(vertexCount);
+    SortRounds(all, {scratch.get(), vertexCount});
+    positions = all;
   }
-  if (insertionOrder.positions.size() != vertexCount) ERR::Raise(ERR::FAIL);
+  if (positions.size() != vertexCount) ERR::Raise(ERR::FAIL);
   auto arranged = NewArray<VertexNode*>(vertexCount);
   for (std::uint32_t i = 0; i < vertexCount; ++i) {
-    const std::uint32_t position = insertionOrder.positions[i];
-    if (position >= vertexCount) ERR::Raise(ERR::FAIL);
-    arranged[i] = order[position];
+    if (positions[i] >= vertexCount) ERR::Raise(ERR::FAIL);
+    arranged[i] = order[positions[i]];
   }
   order = std::move(arranged);
 }

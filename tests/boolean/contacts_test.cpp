@@ -69,7 +69,8 @@ const std::vector<Contact> kContacts = {
     {"diamonds in a row on the outline", {Diamond(2, 2, 2), Diamond(6, 2, 2), Diamond(10, 2, 2)}},
     {"diamonds around a diamond",
      {Diamond(4, 6, 2), Diamond(8, 6, 2), Diamond(6, 4, 2), Diamond(6, 8, 2)}},
-    {"bridge of points", {Diamond(2, 5, 2), Diamond(6, 5, 2), Diamond(10, 5, 2), Diamond(13, 6, 1)}},
+    {"bridge of points",
+     {Diamond(2, 5, 2), Diamond(6, 5, 2), Diamond(10, 5, 2), Diamond(13, 6, 1)}},
 };
 
 std::unique_ptr<Shape> ShapeOf(const Ring& ring) {

@@ -2,8 +2,8 @@
 // expected contours written out, and the plain cases of every operation.
 #include <gtest/gtest.h>
 
-#include "boolean/boolean.h"
 #include "boolean/assembly.h"
+#include "boolean/boolean.h"
 #include "boolean/fixtures.h"
 #include "boolean/operand.h"
 #include "boolean/soundness.h"
@@ -78,8 +78,7 @@ TEST(Boolean, OddRunsOfEqualEdgesKeepOne) {
 // Where the edges of two vertices cancel in one pixel, the walk goes on from one
 // vertex to the other.
 TEST(Boolean, WalksGoOnAcrossVerticesWhoseOtherEdgesCancel) {
-  ExpectRight({{{{0, 1}, {2, 1}, {1, 3}}}},
-              {{{{2, 4}, {0, 4}, {2, 3}, {1, 0}, {2, 2}, {4, 4}}}});
+  ExpectRight({{{{0, 1}, {2, 1}, {1, 3}}}}, {{{{2, 4}, {0, 4}, {2, 3}, {1, 0}, {2, 2}, {4, 4}}}});
 }
 
 // No boundary runs where the areas of one operand touch along an edge.
@@ -140,10 +139,12 @@ TEST(Assembly, SimplifiedContoursHaveNoEqualNeighbours) {
 }
 
 TEST(Soundness, FaultsAreSeen) {
-  const auto sound = [](const Areas& areas) {
-    return IsSound(fixtures::RingOf(areas).first);
-  };
-  EXPECT_TRUE(sound({{Box(0, 0, 8, 8), {{0, 0}, {2, 4}, {4, 2}}}})) << "hole at a corner";
+  const auto sound = [](const Areas& areas) { return IsSound(fixtures::RingOf(areas).first); };
+  EXPECT_FALSE(sound({{Box(0, 0, 8, 8), {{0, 0}, {2, 4}, {4, 2}}}})) << "hole at a corner";
+  EXPECT_FALSE(sound({{Box(0, 0, 8, 8), {{0, 4}, {4, 6}, {4, 2}}}})) << "hole at an edge";
+  EXPECT_FALSE(sound({{{{0, 0}, {8, 0}, {8, 8}, {4, 0}, {0, 8}}}})) << "neck of no width";
+  EXPECT_TRUE(sound({{{{0, 8}, {0, 0}, {2, 4}, {4, 2}, {0, 0}, {8, 0}, {8, 8}}}}))
+      << "the hole at the corner, as one contour";
   EXPECT_TRUE(sound({{Box(0, 0, 4, 8)}, {{{4, 4}, {6, 2}, {6, 6}}}})) << "touch from outside";
   EXPECT_FALSE(sound({{Box(0, 0, 4, 8)}, {{{3, 4}, {6, 2}, {6, 6}}}})) << "crossing";
   EXPECT_FALSE(sound({{Box(0, 0, 4, 8)}, {Box(4, 2, 6, 6)}})) << "edges that coincide in part";

@@ -19,8 +19,8 @@ namespace {
 zelvan::Contour* ContourOf(const Ring& ring) {
   zelvan::Contour* contour = nullptr;
   for (const Point& p : ring) {
-    zelvan::AppendVertex(contour, zelvan::GridPoint{static_cast<std::int32_t>(p.x),
-                                                    static_cast<std::int32_t>(p.y)});
+    zelvan::AppendVertex(
+        contour, zelvan::GridPoint{static_cast<std::int32_t>(p.x), static_cast<std::int32_t>(p.y)});
   }
   if (oracle::TwiceArea(ring) > 0) contour->flags |= zelvan::CONTOUR_CCW;
   return contour;
@@ -30,7 +30,9 @@ std::int64_t Cross(Point o, Point a, Point b) {
   return (a.x - o.x) * (b.y - o.y) - (a.y - o.y) * (b.x - o.x);
 }
 
-int Sign(std::int64_t v) { return (v > 0) - (v < 0); }
+int Sign(std::int64_t v) {
+  return (v > 0) - (v < 0);
+}
 
 bool Touch(Point a, Point b, Point c, Point d) {
   const int s = Sign(Cross(a, b, c)) * Sign(Cross(a, b, d));
@@ -129,12 +131,14 @@ Rings RotatedSquares(Random& random, std::int64_t size) {
 
 }  // namespace
 
-const std::vector<Family> kFamilies = {
-    {"wild", Wild},       {"simple", Simple},   {"stars", Stars},
-    {"rectilinear", Rectilinear}, {"slivers", Slivers}, {"bundles", Bundles},
-    {"combs", Combs},     {"rotated squares", RotatedSquares}};
+const std::vector<Family> kFamilies = {{"wild", Wild},       {"simple", Simple},
+                                       {"stars", Stars},     {"rectilinear", Rectilinear},
+                                       {"slivers", Slivers}, {"bundles", Bundles},
+                                       {"combs", Combs},     {"rotated squares", RotatedSquares}};
 
-zelvan::OwnedRing RingOf(const Rings& rings) { return RingOf(Areas{rings}); }
+zelvan::OwnedRing RingOf(const Rings& rings) {
+  return RingOf(Areas{rings});
+}
 
 zelvan::OwnedRing RingOf(const Areas& areas) {
   zelvan::Area* first = nullptr;
@@ -204,7 +208,8 @@ Ring SimplePolygon(Random& random, std::int64_t size, std::int64_t n) {
   std::sort(ring.begin(), ring.end());
   ring.erase(std::unique(ring.begin(), ring.end()), ring.end());
   for (std::size_t i = ring.size(); i > 1; --i) {
-    std::swap(ring[i - 1], ring[static_cast<std::size_t>(random.Below(static_cast<std::int64_t>(i)))]);
+    std::swap(ring[i - 1],
+              ring[static_cast<std::size_t>(random.Below(static_cast<std::int64_t>(i)))]);
   }
   // Two-opt moves, a bounded number: what is still tangled then stays so.
   for (int round = 0; round < 200; ++round) {

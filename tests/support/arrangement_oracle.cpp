@@ -22,13 +22,17 @@ std::int64_t Cross(Point o, Point a, Point b) {
   return (a.x - o.x) * (b.y - o.y) - (a.y - o.y) * (b.x - o.x);
 }
 
-int Sign(std::int64_t v) { return (v > 0) - (v < 0); }
+int Sign(std::int64_t v) {
+  return (v > 0) - (v < 0);
+}
 
 std::int64_t FloorDiv(std::int64_t n, std::int64_t d) {
   return n / d - ((n % d != 0) && ((n < 0) != (d < 0)) ? 1 : 0);
 }
 
-std::int64_t Nearest(std::int64_t n, std::int64_t d) { return FloorDiv(2 * n + d, 2 * d); }
+std::int64_t Nearest(std::int64_t n, std::int64_t d) {
+  return FloorDiv(2 * n + d, 2 * d);
+}
 
 template <class Visit>
 void ForEachEdge(const Ring& ring, Visit visit) {
@@ -78,9 +82,8 @@ std::vector<Point> Route(const Line& s, const std::vector<Point>& hot) {
     if (Meets(s, p)) route.push_back(p);
   }
   if (s.b.y < s.a.y) {  // falling: within a column from the top down
-    std::sort(route.begin(), route.end(), [](Point p, Point q) {
-      return p.x != q.x ? p.x < q.x : p.y > q.y;
-    });
+    std::sort(route.begin(), route.end(),
+              [](Point p, Point q) { return p.x != q.x ? p.x < q.x : p.y > q.y; });
   }
   return route;
 }
@@ -110,10 +113,14 @@ bool Combine(unsigned members, int op) {
   const bool a = (members & 1) != 0;
   const bool b = (members & 2) != 0;
   switch (op) {
-    case 0: return a || b;
-    case 1: return a && b;
-    case 2: return a && !b;
-    default: return a != b;
+    case 0:
+      return a || b;
+    case 1:
+      return a && b;
+    case 2:
+      return a && !b;
+    default:
+      return a != b;
   }
 }
 
@@ -231,8 +238,9 @@ std::string Faults(const Areas& areas, const std::vector<Point>& hot) {
   for (std::size_t i = 0; i < areas.size(); ++i) {
     for (std::size_t k = 0; k < areas[i].size(); ++k) {
       const Ring& ring = areas[i][k];
-      const auto where = [&] { return " (area " + std::to_string(i) + ", contour " +
-                                      std::to_string(k) + ")\n"; };
+      const auto where = [&] {
+        return " (area " + std::to_string(i) + ", contour " + std::to_string(k) + ")\n";
+      };
       if (ring.size() < 3) faults << "fewer than 3 vertices" << where();
       if ((TwiceArea(ring) > 0) != (k == 0)) faults << "wrong orientation" << where();
       ForEachEdge(ring, [&](Point p, Point q) {

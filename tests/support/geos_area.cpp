@@ -47,18 +47,21 @@ class Geos {
       const Geometry raw = Own(polygon);
       polygons.push_back(GEOSMakeValid_r(handle_, raw.get()));
     }
-    const Geometry all = Own(GEOSGeom_createCollection_r(handle_, GEOS_GEOMETRYCOLLECTION,
-                                                         polygons.data(),
-                                                         static_cast<unsigned>(polygons.size())));
+    const Geometry all = Own(GEOSGeom_createCollection_r(
+        handle_, GEOS_GEOMETRYCOLLECTION, polygons.data(), static_cast<unsigned>(polygons.size())));
     return Own(GEOSUnaryUnion_r(handle_, all.get()));
   }
 
   Geometry Combine(const Geometry& a, const Geometry& b, int op) const {
     switch (op) {
-      case 0: return Own(GEOSUnion_r(handle_, a.get(), b.get()));
-      case 1: return Own(GEOSIntersection_r(handle_, a.get(), b.get()));
-      case 2: return Own(GEOSDifference_r(handle_, a.get(), b.get()));
-      default: return Own(GEOSSymDifference_r(handle_, a.get(), b.get()));
+      case 0:
+        return Own(GEOSUnion_r(handle_, a.get(), b.get()));
+      case 1:
+        return Own(GEOSIntersection_r(handle_, a.get(), b.get()));
+      case 2:
+        return Own(GEOSDifference_r(handle_, a.get(), b.get()));
+      default:
+        return Own(GEOSSymDifference_r(handle_, a.get(), b.get()));
     }
   }
 

@@ -69,7 +69,7 @@ TEST(InsertionOrder, ShufflesByTheStatedDraws) {
   const auto shape = MakeShape({{zelvan::test::Convex(100, 400000)}});
   std::vector<zelvan::VertexNode*> order(shape->vertexTable.begin(), shape->vertexTable.end());
   std::vector<zelvan::VertexNode*> expected = order;
-  VORNEX::ShuffleOrder(order, 77);
+  VORNEX::ShuffleOrder(std::span(order), 77);
   std::uint64_t state = 77;
   const auto draw = [&] {
     state = (state * 214013 + 2531011) % (std::uint64_t{1} << 32);
@@ -80,6 +80,21 @@ TEST(InsertionOrder, ShufflesByTheStatedDraws) {
     std::swap(expected[i], expected[(first * 65535 + draw()) % expected.size()]);
   }
   EXPECT_EQ(order, expected);
+}
+
+TEST(InsertionOrder, RoundsKeepTheirEdgesAndFollowTheContours) {
+  for (const std::uint32_t n : {1u, 2u, 3u, 8u, 9u, 1000u}) {
+    std::vector<std::uint32_t> positions(n);
+    std::iota(positions.begin(), positions.end(), 0u);
+    VORNEX::ShuffleOrder(std::span(positions), 5);
+    std::vector<std::uint32_t> expected = positions;
+    for (std::size_t begin = 1; begin < n; begin *= 2) {
+      std::sort(expected.begin() + begin, expected.begin() + std::min<std::size_t>(2 * begin, n));
+    }
+    std::vector<std::uint32_t> scratch(n);
+    VORNEX::SortRounds(positions, scratch);
+    EXPECT_EQ(positions, expected) << n;
+  }
 }
 
 TEST(Predicates, SidesOfEdges) {

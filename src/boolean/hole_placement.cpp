@@ -1,0 +1,125 @@
+// Placing holes (hole_placement.h).
+//
+// By sweep: take a hole at the first place, in (x, then y) order, where it starts.
+// Nothing else of its face touches that place from the left, and the segment right
+// below it bounds the same face from below. Its contour is the outer boundary of
+// the area sought, or a hole of it that started earlier.
+#include "boolean/hole_placement.h"
+
+#include <zelvan/error.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <utility>
+#include <vector>
+
+#include "boolean/event_queue.h"
+#include "boolean/segment.h"
+#include "boolean/status_list.h"
+
+namespace zelvan {
+
+namespace {
+
+class AreaSearch {
+ public:
+  AreaSearch(const OwnedRing& result, const PendingHoles& pendingHoles) {
+    ForEachArea(result.first, [&](Area* area) { Add(area->contours, area); });
+    firstHole_ = areas_.size();
+    for (const Contour* hole = pendingHoles.First(); hole != nullptr; hole = hole->next) {
+      Add(hole, nullptr);
+    }
+  }
+
+  /// The area of each hole, newest hole first, null where there is none.
+  std::vector<Area*> Run() {
+    EventQueue queue;
+    queue.Fill(EndEvents(table_));
+    StatusList status;
+    while (!queue.Empty()) {
+      const SweepEvent event = queue.PopMin();
+      Segment* s = event.first;
+      if (event.Kind() == EVENT_END) {
+        status.Remove(s);
+        continue;
+      }
+      status.InsertBelow(s, status.FirstNot([s](const Segment* t) { return IsAbove(s, t); }));
+      Area*& area = areas_[ContourOf(s)];
+      if (area == nullptr && !status.IsEnd(s->below)) area = areas_[ContourOf(s->below)];
+    }
+    return {areas_.begin() + static_cast<std::ptrdiff_t>(firstHole_), areas_.end()};
+  }
+
+ private:
+  void Add(const Contour* contour, Area* area) {
+    FillSegments(table_, contour);
+    contours_.resize(table_.size(), static_cast<std::uint32_t>(areas_.size()));
+    areas_.push_back(area);
+  }
+
+  [[nodiscard]] std::size_t ContourOf(const Segment* s) const noexcept {
+    return contours_[static_cast<std::size_t>(s - table_.data())];
+  }
+
+  SegmentTable table_;
+  std::vector<std::uint32_t> contours_;  // of each segment
+  std::vector<Area*> areas_;             // of each contour, null while not known
+  std::size_t firstHole_ = 0;
+};
+
+// Is it less work to test each hole than to sweep over all contours?
+bool TestsAreCheaper(const OwnedRing& result, const PendingHoles& pendingHoles) noexcept {
+  std::size_t perHole = 0;
+  ForEachArea(result.first, [&](const Area* area) { perHole += 1 + area->contours->count; });
+  std::size_t holes = 0;
+  std::size_t vertices = perHole;
+  for (const Contour* hole = pendingHoles.First(); hole != nullptr; hole = hole->next) {
+    ++holes;
+    vertices += hole->count;
+  }
+  return holes * perHole <= 64 * vertices;
+}
+
+}  // namespace
+
+PendingHoles::~PendingHoles() {
+  while (!Empty()) static_cast<void>(Pop());
+}
+
+void PendingHoles::Push(OwnedContour hole) noexcept {
+  hole->next = first_;
+  first_ = hole.release();
+}
+
+OwnedContour PendingHoles::Pop() noexcept {
+  OwnedContour hole(first_);
+  first_ = std::exchange(hole->next, nullptr);
+  return hole;
+}
+
+void PlaceHoles(OwnedRing& result, PendingHoles& pendingHoles) {
+  if (TestsAreCheaper(result, pendingHoles)) {
+    PlaceHolesByTests(result, pendingHoles);
+  } else {
+    PlaceHolesBySweep(result, pendingHoles);
+  }
+}
+
+void PlaceHolesByTests(OwnedRing& result, PendingHoles& pendingHoles) {
+  while (!pendingHoles.Empty()) {
+    OwnedContour hole = pendingHoles.Pop();
+    PlaceContour(result.first, hole.get());
+    static_cast<void>(hole.release());
+  }
+}
+
+void PlaceHolesBySweep(OwnedRing& result, PendingHoles& pendingHoles) {
+  for (Area* area : AreaSearch(result, pendingHoles).Run()) {
+    if (area == nullptr) ERR::Raise(ERR::FAIL);
+    Contour* hole = pendingHoles.Pop().release();
+    hole->next = area->contours->next;
+    area->contours->next = hole;
+  }
+}
+
+}  // namespace zelvan

@@ -1,0 +1,38 @@
+// Placing the holes of a result: each goes behind the outer boundary of the
+// innermost area around it.
+#pragma once
+
+#include "polygon/area.h"
+#include "polygon/contour.h"
+
+namespace zelvan {
+
+/// Finished clockwise contours, linked through `next`, newest first; owned.
+class PendingHoles {
+ public:
+  PendingHoles() = default;
+  PendingHoles(const PendingHoles&) = delete;
+  PendingHoles& operator=(const PendingHoles&) = delete;
+  ~PendingHoles();
+
+  void Push(OwnedContour hole) noexcept;
+  [[nodiscard]] OwnedContour Pop() noexcept;
+  [[nodiscard]] bool Empty() const noexcept { return first_ == nullptr; }
+  [[nodiscard]] const Contour* First() const noexcept { return first_; }
+
+ private:
+  Contour* first_ = nullptr;
+};
+
+/// Places the holes, newest first, by the cheaper of the two ways below. Raises
+/// ERR::FAIL when an area for one is missing, ERR::NOMEM.
+void PlaceHoles(OwnedRing& result, PendingHoles& pendingHoles);
+
+/// Tests each hole against each area: for any contours.
+void PlaceHolesByTests(OwnedRing& result, PendingHoles& pendingHoles);
+
+/// Finds all areas by one sweep: for contours that bound faces of one region, which
+/// do not cross and have the region to their left.
+void PlaceHolesBySweep(OwnedRing& result, PendingHoles& pendingHoles);
+
+}  // namespace zelvan
