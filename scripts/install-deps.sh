@@ -8,6 +8,7 @@ packages=(
   libgeos-dev libcli11-dev nlohmann-json3-dev # host program
   libgtest-dev libeigen3-dev       # tests
   libbenchmark-dev                 # benchmarks
+  doxygen python3                  # API pages, Python example
   clang-format                     # format check
 )
 

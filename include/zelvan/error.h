@@ -1,9 +1,10 @@
-// The error model: the codes of the library and the exceptions that carry them.
-//
-// Inside the library a failure is an exception, thrown as a pointer that derives
-// from CException, or one of two values (ZelvanLib::BadPolyError for an unusable
-// contour, std::bad_alloc). The engines turn whatever reaches them into a code
-// with ERR::Clear; the flat interface turns every failure into its result 0.
+/// @file
+/// The error model: the codes of the library and the exceptions that carry them.
+///
+/// Inside the library a failure is an exception, thrown as a pointer that derives
+/// from CException, or one of two values (ZelvanLib::BadPolyError for an unusable
+/// contour, std::bad_alloc). The engines turn whatever reaches them into a code
+/// with ERR::Clear; the flat interface turns every failure into its result 0.
 #ifndef ZELVAN_ERROR_H
 #define ZELVAN_ERROR_H
 
@@ -12,6 +13,7 @@
 
 #include <cstdint>
 
+/// The library's result codes, and what raises and reads them.
 namespace ERR {
 
 /// The library's result codes. The numbers between them are never produced.
@@ -53,14 +55,16 @@ ZELVAN_API CODE Clear();
 /// The library's own exception: an ERR::CODE, thrown as a pointer.
 class ZELVAN_API CErrException : public CException {
  public:
+  /// An exception that carries `errorCode`.
   explicit CErrException(ERR::CODE errorCode) : code(errorCode) {}
   [[nodiscard]] const CRuntimeClass* GetRuntimeClass() const noexcept override;
 
-  ERR::CODE code;
+  ERR::CODE code;  ///< what ERR::Ident and ERR::Delete answer
 
-  static const CRuntimeClass classCErrException;
+  static const CRuntimeClass classCErrException;  ///< this class's record
 };
 
+/// What the library throws by value.
 namespace ZelvanLib {
 /// A contour that is no usable polygon. Thrown by value; carries nothing.
 class BadPolyError {};

@@ -1,11 +1,12 @@
-// The exception classes of the host's application framework, in the shape in
-// which the error model (zelvan/error.h) needs them: a root class with run-time
-// class identity, an exception base that is thrown by pointer and releases
-// itself, and the memory and file exceptions with the functions that throw them.
-//
-// What holds here: every exception is thrown as a pointer; the one who catches
-// it calls Delete exactly once. An exception on the heap frees itself then; a
-// shared one, as the memory exception, which must be had without memory, stays.
+/// @file
+/// The exception classes of the host's application framework, in the shape in
+/// which the error model (zelvan/error.h) needs them: a root class with run-time
+/// class identity, an exception base that is thrown by pointer and releases
+/// itself, and the memory and file exceptions with the functions that throw them.
+///
+/// What holds here: every exception is thrown as a pointer; the one who catches
+/// it calls Delete exactly once. An exception on the heap frees itself then; a
+/// shared one, as the memory exception, which must be had without memory, stays.
 #ifndef ZELVAN_FRAMEWORK_H
 #define ZELVAN_FRAMEWORK_H
 
@@ -30,6 +31,7 @@ struct CRuntimeClass {
 /// Root of the framework's classes. The virtual operations keep this order.
 class ZELVAN_API CObject {
  public:
+  /// The record of the object's own class.
   [[nodiscard]] virtual const CRuntimeClass* GetRuntimeClass() const noexcept;
   virtual ~CObject() = default;
   virtual void Serialize(void* archive);   ///< does nothing
@@ -39,12 +41,12 @@ class ZELVAN_API CObject {
   /// True when the object's class is `runtimeClass` or derives from it.
   [[nodiscard]] bool IsKindOf(const CRuntimeClass* runtimeClass) const noexcept;
 
-  static const CRuntimeClass classCObject;
+  static const CRuntimeClass classCObject;  ///< this class's record
 
  protected:
   CObject() = default;
-  CObject(const CObject&) = default;
-  CObject& operator=(const CObject&) = default;
+  CObject(const CObject&) = default;             ///< copied by derived classes alone
+  CObject& operator=(const CObject&) = default;  ///< assigned by derived classes alone
 };
 
 /// Base of all exceptions that travel as pointers.
@@ -70,10 +72,10 @@ class ZELVAN_API CException : public CObject {
   /// @return 1, as for a dismissed message box.
   virtual int ReportError(unsigned int type = 0, unsigned int messageId = 0);
 
-  static const CRuntimeClass classCException;
+  static const CRuntimeClass classCException;  ///< this class's record
 
  protected:
-  std::int32_t m_bAutoDelete = 1;
+  std::int32_t m_bAutoDelete = 1;  ///< not 0: Delete frees the object
 };
 
 /// Out of memory. One shared object, so that throwing it needs none.
@@ -83,7 +85,7 @@ class ZELVAN_API CMemoryException : public CException {
   [[nodiscard]] const CRuntimeClass* GetRuntimeClass() const noexcept override;
   int GetErrorMessage(char* buffer, unsigned int bufferSize,
                       unsigned int* helpContext = nullptr) override;
-  static const CRuntimeClass classCMemoryException;
+  static const CRuntimeClass classCMemoryException;  ///< this class's record
 };
 
 /// A file operation failed.
@@ -95,10 +97,10 @@ class ZELVAN_API CFileException : public CException {
   [[nodiscard]] const CRuntimeClass* GetRuntimeClass() const noexcept override;
   int GetErrorMessage(char* buffer, unsigned int bufferSize,
                       unsigned int* helpContext = nullptr) override;
-  static const CRuntimeClass classCFileException;
+  static const CRuntimeClass classCFileException;  ///< this class's record
 
-  int m_cause;
-  std::int32_t m_lOsError;
+  int m_cause;              ///< 1 is the generic cause
+  std::int32_t m_lOsError;  ///< the operating system's error number, -1 when unknown
 };
 
 /// Throws a CMemoryException pointer.

@@ -1,20 +1,21 @@
-// The toolkit's 4x4 matrix: products, determinant, inverse, and the builders that
-// fill it with a rotation about any axis.
-//
-// Points are row vectors, multiplied from the left: p goes to (x, y, z, 1) * M.
-// Rows 0 to 2 are the images of the axes, row 3 that of the origin. So A * B
-// applies A first, then B. Every matrix built here has (0, 0, 0, 1) in column 3.
-//
-//              | Xx Xy Xz 0 |     where the x axis goes
-//     M   =    | Yx Yy Yz 0 |     where the y axis goes
-//              | Zx Zy Zz 0 |     where the z axis goes
-//              | Tx Ty Tz 1 |     where the origin goes
-//
-// Angles are in radians; a positive one turns counter-clockwise as seen from the
-// tip of the axis: about +Z it moves (1, 0, 0) towards +Y.
-//
-// Products and inverse are bit for bit the same on every target. The builders are
-// as exact as the C library's sin, cos, atan and acos.
+/// @file
+/// The toolkit's 4x4 matrix: products, determinant, inverse, and the builders that
+/// fill it with a rotation about any axis.
+///
+/// Points are row vectors, multiplied from the left: p goes to (x, y, z, 1) * M.
+/// Rows 0 to 2 are the images of the axes, row 3 that of the origin. So A * B
+/// applies A first, then B. Every matrix built here has (0, 0, 0, 1) in column 3.
+///
+///              | Xx Xy Xz 0 |     where the x axis goes
+///     M   =    | Yx Yy Yz 0 |     where the y axis goes
+///              | Zx Zy Zz 0 |     where the z axis goes
+///              | Tx Ty Tz 1 |     where the origin goes
+///
+/// Angles are in radians; a positive one turns counter-clockwise as seen from the
+/// tip of the axis: about +Z it moves (1, 0, 0) towards +Y.
+///
+/// Products and inverse are bit for bit the same on every target. The builders are
+/// as exact as the C library's sin, cos, atan and acos.
 #ifndef ZELVAN_MATRIX_H
 #define ZELVAN_MATRIX_H
 
@@ -35,7 +36,7 @@
 
 /// 4x4 matrix, row by row: m[row][column]. Plain data, copied whole; unset until filled.
 struct ZELVAN_API MATRX {
-  double m[4][4];
+  double m[4][4];  ///< by row, then column
 
   /// Determinant by expansion along row 0, without pivoting or tolerance.
   [[nodiscard]] double det() const noexcept;
@@ -51,6 +52,7 @@ struct ZELVAN_API MATRX {
   /// then a scaling of x, y and z by the components of `scale`; `center` stays
   /// fixed throughout: p -> (p - center) * B + center.
   /// @param center  null for the origin
+  /// @param angle   in radians
   /// @param axis    of any length; zero is read as +Z
   /// @param scale   null for none
   void RotateScale(const VECTF* center, const VECTF& axis, double angle,
@@ -73,6 +75,7 @@ struct ZELVAN_API MATRX {
 
 /// Image of a point. Column 3 is not read and nothing is divided.
 ZELVAN_API VECTF& operator*=(VECTF& v, const MATRX& m) noexcept;
+/// As operator*=, into a new point.
 [[nodiscard]] ZELVAN_FREE_INLINE inline VECTF operator*(const VECTF& v, const MATRX& m) noexcept {
 #ifdef ZELVAN_ROUNDS_EACH_OPERATION
   return {v.x * m.m[0][0] + v.y * m.m[1][0] + v.z * m.m[2][0] + m.m[3][0],

@@ -1,5 +1,6 @@
-// Circular arcs, the angle at a vertex, and bearings in gon. The intersections
-// and the nearest point are members of `vec` (zelvan/vector.h).
+/// @file
+/// Circular arcs, the angle at a vertex, and bearings in gon. The intersections
+/// and the nearest point are members of `vec` (zelvan/vector.h).
 #ifndef ZELVAN_QUERY_H
 #define ZELVAN_QUERY_H
 

@@ -1,15 +1,16 @@
-// Transforms: a matrix kept together with its inverse, so that going back never
-// costs an inversion; view frames; directions; projection along a line.
-//
-// A point p goes to p * t.mDir, and back by p * t.mInv. As with matrices, a * b
-// applies a first, then b. Angles in radians, counter-clockwise about an axis
-// seen from its tip. Every operation writes both matrices, and they stay inverse
-// to each other within rounding, but for two cases that are the caller's to
-// avoid: S with a factor of 0, and view_tform with axes not at right angles.
-//
-//     const TFORM t = TFORM::R(0, 0, angle) * TFORM::T(10, 0, 0);   // turn, then move
-//     const VECTF there = p * t.mDir;
-//     const VECTF back = there * t.mInv;
+/// @file
+/// Transforms: a matrix kept together with its inverse, so that going back never
+/// costs an inversion; view frames; directions; projection along a line.
+///
+/// A point p goes to p * t.mDir, and back by p * t.mInv. As with matrices, a * b
+/// applies a first, then b. Angles in radians, counter-clockwise about an axis
+/// seen from its tip. Every operation writes both matrices, and they stay inverse
+/// to each other within rounding, but for two cases that are the caller's to
+/// avoid: S with a factor of 0, and view_tform with axes not at right angles.
+///
+///     const TFORM t = TFORM::R(0, 0, angle) * TFORM::T(10, 0, 0);   // turn, then move
+///     const VECTF there = p * t.mDir;
+///     const VECTF back = there * t.mInv;
 #ifndef ZELVAN_TRANSFORM_H
 #define ZELVAN_TRANSFORM_H
 
@@ -26,12 +27,15 @@ struct ZELVAN_API TFORM {
   [[nodiscard]] static const TFORM& E() noexcept;
   /// Translation.
   [[nodiscard]] static TFORM T(double x, double y, double z) noexcept;
+  /// Translation by v.
   [[nodiscard]] static TFORM T(const VECTF& v) noexcept;
   /// Scaling along the axes. A factor of 0 puts an infinity into mInv.
   [[nodiscard]] static TFORM S(double sx, double sy, double sz) noexcept;
+  /// Scaling by the components of v.
   [[nodiscard]] static TFORM S(const VECTF& v) noexcept;
   /// Rotation about the fixed axes X, then Y, then Z (radians).
   [[nodiscard]] static TFORM R(double ax, double ay, double az) noexcept;
+  /// Rotation by the components of v (radians).
   [[nodiscard]] static TFORM R(const VECTF& v) noexcept;
 
   /// The two matrices exchanged; no arithmetic.

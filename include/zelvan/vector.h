@@ -1,18 +1,19 @@
-// Vectors of the geometry toolkit: a point or free vector of three doubles, its
-// homogeneous form, and the class `vec` of constants, distances and queries.
-//
-// Axes are right-handed: x right, y up the page, z towards the viewer. The planar
-// functions read x and y alone and say so. Coordinates are in the host's own
-// units; every tolerance is absolute in the quantity named with it.
-//
-// Nothing here allocates, throws or fails loudly: failure is a result, and then
-// no output is written. Outputs may be the same objects as inputs. Numbers that
-// are not finite propagate into the result. The squares of the coordinates must
-// be in the range of a double (about 1e-150 to 1e150): lengths are not rescaled.
-//
-//     VECTF out;
-//     const VECTF a(0, 0, 0), b(10, 0, 0), q(5, 3, 0);
-//     const double t = vec::nearest(a, b, q, &out);     // 0.5, out = (5, 0, 0)
+/// @file
+/// Vectors of the geometry toolkit: a point or free vector of three doubles, its
+/// homogeneous form, and the class `vec` of constants, distances and queries.
+///
+/// Axes are right-handed: x right, y up the page, z towards the viewer. The planar
+/// functions read x and y alone and say so. Coordinates are in the host's own
+/// units; every tolerance is absolute in the quantity named with it.
+///
+/// Nothing here allocates, throws or fails loudly: failure is a result, and then
+/// no output is written. Outputs may be the same objects as inputs. Numbers that
+/// are not finite propagate into the result. The squares of the coordinates must
+/// be in the range of a double (about 1e-150 to 1e150): lengths are not rescaled.
+///
+///     VECTF out;
+///     const VECTF a(0, 0, 0), b(10, 0, 0), q(5, 3, 0);
+///     const double t = vec::nearest(a, b, q, &out);     // 0.5, out = (5, 0, 0)
 #ifndef ZELVAN_VECTOR_H
 #define ZELVAN_VECTOR_H
 
@@ -24,20 +25,21 @@ struct MATRX;
 /// Homogeneous point: (x, y, z) with a weight w, 1.0 when made from a VECTF.
 /// Nothing in the toolkit divides by w.
 struct VECTH {
-  double x;
-  double y;
-  double z;
-  double w;
+  double x;  ///< first coordinate
+  double y;  ///< second coordinate
+  double z;  ///< third coordinate
+  double w;  ///< weight
 };
 
 /// Point or free vector. Plain data, copied member by member.
 struct ZELVAN_API VECTF {
-  double x;
-  double y;
-  double z;
+  double x;  ///< first coordinate
+  double y;  ///< second coordinate
+  double z;  ///< third coordinate
 
   /// Leaves the components unset.
   ZELVAN_API_INLINE VECTF() noexcept {}
+  /// Takes the three coordinates.
   ZELVAN_API_INLINE constexpr VECTF(double x_, double y_, double z_) noexcept
       : x(x_), y(y_), z(z_) {}
   /// Reads three numbers, which are not kept.
@@ -45,8 +47,8 @@ struct ZELVAN_API VECTF {
   /// Reads three numbers and widens them.
   ZELVAN_API_INLINE constexpr VECTF(const float* p) noexcept
       : x(static_cast<double>(p[0])), y(static_cast<double>(p[1])), z(static_cast<double>(p[2])) {}
-  VECTF(const VECTF& v) = default;
-  ZELVAN_API_INLINE VECTF& operator=(const VECTF& v) = default;
+  VECTF(const VECTF& v) = default;                               ///< copies the coordinates
+  ZELVAN_API_INLINE VECTF& operator=(const VECTF& v) = default;  ///< copies the coordinates
 
   /// True when every component is exactly 0; -0.0 is, 1e-300 is not.
   [[nodiscard]] ZELVAN_API_INLINE bool IsZero() const noexcept {
@@ -59,15 +61,17 @@ struct ZELVAN_API VECTF {
   /// Becomes its Normal().
   void Normalize() noexcept;
 
+  /// The point with weight 1.
   ZELVAN_API_INLINE operator VECTH() const noexcept { return {x, y, z, 1.0}; }
 };
 
 /// Static vector operations; an object of this class holds nothing.
 class ZELVAN_API vec {
  public:
+  /// There is nothing to assign.
   ZELVAN_API_INLINE vec& operator=(const vec&) noexcept { return *this; }
   vec() = default;
-  vec(const vec&) = default;
+  vec(const vec&) = default;  ///< there is nothing to copy
 
   /// @name Constants
   /// The same object on every call; static initialisers of the host may use them.

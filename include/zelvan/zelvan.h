@@ -1,4 +1,5 @@
-/* Zelvan's flat interface: polygons in, triangles out. Plain C.
+/** @file
+ * Zelvan's flat interface: polygons in, triangles out. Plain C.
  *
  * One process-wide workspace holds a main polygon and a queue of further
  * contours. The host sets the main contour, queues others, unites or subtracts
@@ -53,81 +54,97 @@
 extern "C" {
 #endif
 
-/* Replaces the main polygon and empties the queue of further contours.
- *
- * count  number of doubles; count / 3 points are read, one or two trailing
- *        doubles are ignored.
- * xyz    count doubles, consecutive (x, y, z) triples in contour order, in
- *        either direction; the last point need not repeat the first. Not kept.
+/**
+ * Replaces the main polygon and empties the queue of further contours.
  *
  * Points that lie within tolerance on a line with their neighbours are removed:
- * those whose cross product with them is below 1e-5 in squared units.
+ * those whose cross product with them is below 1e-5 in squared units. The edge
+ * that closes the contour is not tested for crossings.
  *
- * Returns 1 when a main polygon now exists. Returns 0, and leaves neither a
- * main polygon nor a queue, when the contour is unusable: fewer than three
- * points left, two edges cross, zero area, a number that is not finite, a null
- * pointer, no memory. The edge that closes the contour is not tested for
- * crossings. A contour that collapses on its grid gives 1 and a main polygon
- * without vertices. */
+ * @param count  number of doubles; count / 3 points are read, one or two trailing
+ *               doubles are ignored
+ * @param xyz    count doubles, consecutive (x, y, z) triples in contour order, in
+ *               either direction; the last point need not repeat the first. Not
+ *               kept.
+ * @return 1 when a main polygon now exists; a contour that collapses on its grid
+ *         gives one without vertices. 0, and then there is neither a main polygon
+ *         nor a queue, when the contour is unusable: fewer than three points left,
+ *         two edges cross, zero area, a number that is not finite, a null pointer,
+ *         no memory. */
 ZELVAN_API int ZELVAN_CALL SetMainContour(int count, const double* xyz);
 
-/* Queues one more contour for Union or Substruct. Arguments as SetMainContour;
+/**
+ * Queues one more contour for Union or Substruct. Arguments as SetMainContour;
  * no main polygon is needed yet.
  *
- * Returns 1 when queued, 0 when the contour is unusable; then nothing changed. */
+ * @param count  number of doubles
+ * @param xyz    the contour's points
+ * @return 1 when queued; 0 when the contour is unusable, then nothing changed */
 ZELVAN_API int ZELVAN_CALL SetHole(int count, const double* xyz);
 
-/* Adds every queued contour to the main polygon, oldest first, and empties the
+/**
+ * Adds every queued contour to the main polygon, oldest first, and empties the
  * queue. The result is on the grid of its own box; contours that touched or
  * overlapped are one, and may have holes. An earlier triangulation stays, stale,
  * until the next Triangulate.
  *
- * Returns 1, also when nothing is queued. Returns 0 when contours are queued but
- * there is no main polygon, or when an operation failed: what was combined before
- * it stays combined, and the whole queue stays for another try. */
+ * @return 1, also when nothing is queued. 0 when contours are queued but there is
+ *         no main polygon, or when an operation failed: what was combined before
+ *         it stays combined, and the whole queue stays for another try. */
 ZELVAN_API int ZELVAN_CALL Union(void);
 
-/* As Union, but takes every queued contour from the main polygon: this is how
- * holes are made. A main polygon of which nothing is left has no vertices. */
+/**
+ * As Union, but takes every queued contour from the main polygon: this is how
+ * holes are made. A main polygon of which nothing is left has no vertices.
+ *
+ * @return as Union */
 ZELVAN_API int ZELVAN_CALL Substruct(void);
 
-/* Cuts the main polygon into triangles of its own vertices, to be read with
+/**
+ * Cuts the main polygon into triangles of its own vertices, to be read with
  * GetCounts, GetEdges and GetFaces.
  *
- * Returns 1 on success. Returns 0 when there is no main polygon, when it has no
- * area, or when it cannot be triangulated (it crosses itself through its
- * closing edge, for example); an earlier triangulation is then still there. */
+ * @return 1 on success. 0 when there is no main polygon, when it has no area, or
+ *         when it cannot be triangulated (it crosses itself through its closing
+ *         edge, for example); an earlier triangulation is then still there. */
 ZELVAN_API int ZELVAN_CALL Triangulate(void);
 
-/* Reports the sizes that GetVertices, GetEdges and GetFaces need.
+/**
+ * Reports the sizes that GetVertices, GetEdges and GetFaces need.
  *
- * Returns 1 when all three were stored. Returns 0 when there is no main polygon
- * or a pointer is null (nothing stored), or when it has not been triangulated
- * (only *vertexCount stored). */
+ * @param vertexCount  receives the number of vertices
+ * @param edgeCount    receives the number of edges
+ * @param faceCount    receives the number of triangles
+ * @return 1 when all three were stored. 0 when there is no main polygon or a
+ *         pointer is null (nothing stored), or when it has not been triangulated
+ *         (the number of vertices alone is stored). */
 ZELVAN_API int ZELVAN_CALL GetCounts(int* vertexCount, int* edgeCount, int* faceCount);
 
-/* Writes the vertices of the main polygon, contour by contour, as (x, y, 0.0):
+/**
+ * Writes the vertices of the main polygon, contour by contour, as (x, y, 0.0).
  *
  *     double* xyz = malloc(3 * vertices * sizeof *xyz);
  *     GetVertices(xyz);
  *     for (i = 0; i < vertices; ++i) use(xyz[3 * i], xyz[3 * i + 1]);
  *
- * out  room for 3 * vertexCount doubles.
- * Returns 1; 0, with nothing written, without a main polygon or with a null pointer. */
+ * @param out  room for 3 * vertexCount doubles
+ * @return 1; 0, with nothing written, without a main polygon or with a null pointer */
 ZELVAN_API int ZELVAN_CALL GetVertices(double* out);
 
-/* Writes the edges of the triangulation as (vertex, vertex, kind), kind 0 for
- * an edge of a contour and 2 for a diagonal inside:
+/**
+ * Writes the edges of the triangulation as (vertex, vertex, kind), kind 0 for
+ * an edge of a contour and 2 for a diagonal inside.
  *
  *     int* edge = malloc(3 * edges * sizeof *edge);
  *     GetEdges(edge);
  *     for (e = 0; e < edges; ++e) line(edge[3 * e], edge[3 * e + 1]);
  *
- * out  room for 3 * edgeCount integers.
- * Returns 1; 0, with nothing written, without a triangulation or with a null pointer. */
+ * @param out  room for 3 * edgeCount integers
+ * @return 1; 0, with nothing written, without a triangulation or with a null pointer */
 ZELVAN_API int ZELVAN_CALL GetEdges(int* out);
 
-/* Writes the triangles, each as three edge numbers in clockwise order:
+/**
+ * Writes the triangles, each as three edge numbers in clockwise order.
  *
  *     int* face = malloc(3 * faces * sizeof *face);
  *     GetFaces(face);
@@ -138,26 +155,37 @@ ZELVAN_API int ZELVAN_CALL GetEdges(int* out);
  *       triangle(a[0], a[1], third);
  *     }
  *
- * out  room for 3 * faceCount integers.
- * Returns 1; 0, with nothing written, without a triangulation or with a null pointer. */
+ * @param out  room for 3 * faceCount integers
+ * @return 1; 0, with nothing written, without a triangulation or with a null pointer */
 ZELVAN_API int ZELVAN_CALL GetFaces(int* out);
 
-/* Returns the number of contours of the main polygon: for each area its outer
- * contour, then its holes. 0 without a main polygon. */
+/**
+ * The number of contours of the main polygon: for each area its outer contour,
+ * then its holes.
+ *
+ * @return the number, 0 without a main polygon */
 ZELVAN_API int ZELVAN_CALL GetContourCount(void);
 
-/* Returns the number of the first vertex of a contour, or -1 when there is no
- * such contour. Contour i owns GetContourSize(i) consecutive vertices:
+/**
+ * The number of the first vertex of a contour. Contour i owns GetContourSize(i)
+ * consecutive vertices:
  *
  *     for (i = 0; i < GetContourCount(); ++i)
  *       ring(xyz + 3 * GetContourIndex(i), GetContourSize(i));
  *
  * The vertex is found by its place: where an earlier contour touches this one
  * at its first vertex, the earlier vertex is named. Add up the sizes where
- * that matters. */
+ * that matters.
+ *
+ * @param contour  0 for the first
+ * @return the number, -1 when there is no such contour */
 ZELVAN_API int ZELVAN_CALL GetContourIndex(int contour);
 
-/* Returns the number of vertices of a contour, or -1 when there is no such contour. */
+/**
+ * The number of vertices of a contour.
+ *
+ * @param contour  0 for the first
+ * @return the number, -1 when there is no such contour */
 ZELVAN_API int ZELVAN_CALL GetContourSize(int contour);
 
 #ifdef __cplusplus

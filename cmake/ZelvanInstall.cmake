@@ -1,0 +1,54 @@
+# What `cmake --install` and cpack put where: the shared library, its headers with
+# all that finds them, and the host program. Three components, which are the three
+# Debian packages; the .zip holds all of them.
+include(CMakePackageConfigHelpers)
+
+install(TARGETS zelvan EXPORT zelvan-targets
+  RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT library
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT library NAMELINK_COMPONENT dev
+  ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT dev)
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/zelvan
+  DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT dev FILES_MATCHING PATTERN "*.h")
+if(WIN32 AND EXISTS ${PROJECT_SOURCE_DIR}/src/interface/zelvan.def)
+  # From this, compilers that cannot read the import library make their own.
+  install(FILES ${PROJECT_SOURCE_DIR}/src/interface/zelvan.def
+    DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT dev)
+endif()
+
+set(config_folder ${CMAKE_INSTALL_LIBDIR}/cmake/zelvan)
+install(EXPORT zelvan-targets NAMESPACE zelvan:: DESTINATION ${config_folder} COMPONENT dev)
+configure_package_config_file(
+  ${CMAKE_CURRENT_LIST_DIR}/zelvan-config.cmake.in ${PROJECT_BINARY_DIR}/zelvan-config.cmake
+  INSTALL_DESTINATION ${config_folder} NO_SET_AND_CHECK_MACRO)
+write_basic_package_version_file(
+  ${PROJECT_BINARY_DIR}/zelvan-config-version.cmake COMPATIBILITY SameMajorVersion)
+install(FILES
+  ${PROJECT_BINARY_DIR}/zelvan-config.cmake ${PROJECT_BINARY_DIR}/zelvan-config-version.cmake
+  DESTINATION ${config_folder} COMPONENT dev)
+
+# The prefix is found from where the .pc file lies: what is installed can be moved.
+file(RELATIVE_PATH ZELVAN_PC_TO_PREFIX
+  /prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig /prefix)
+string(REGEX REPLACE "/$" "" ZELVAN_PC_TO_PREFIX "${ZELVAN_PC_TO_PREFIX}")
+configure_file(${CMAKE_CURRENT_LIST_DIR}/zelvan.pc.in ${PROJECT_BINARY_DIR}/zelvan.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/zelvan.pc
+  DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT dev)
+
+if(TARGET zelvan_tool)
+  install(TARGETS zelvan_tool RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools)
+  if(UNIX)
+    install(FILES ${PROJECT_SOURCE_DIR}/docs/man/zelvan.1
+      DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tools)
+    # The system's own folder is searched anyway; elsewhere the program looks beside itself.
+    if(NOT CMAKE_INSTALL_PREFIX STREQUAL "/usr")
+      file(RELATIVE_PATH to_library
+        /prefix/${CMAKE_INSTALL_BINDIR} /prefix/${CMAKE_INSTALL_LIBDIR})
+      set_target_properties(zelvan_tool PROPERTIES INSTALL_RPATH "$ORIGIN/${to_library}")
+    endif()
+  endif()
+endif()
+install(FILES ${PROJECT_SOURCE_DIR}/README.md ${PROJECT_SOURCE_DIR}/CHANGELOG.md
+  ${PROJECT_SOURCE_DIR}/LICENSE
+  DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT doc)
+
+include(ZelvanPackages)
