@@ -32,6 +32,8 @@
  *     shared, no vertex is added.
  *  5. SnapIsBounded. A vertex is read back within half a grid step of where it
  *     was given: half of (extent of the contour's box) / 1048575, per axis.
+ *     Each contour united or subtracted moves it by at most one step more, of
+ *     the box of both; edges move as far.
  *  6. SameBytes. The same calls give the same bytes on every machine and in
  *     every run. The host's own random generator is never touched.
  *  7. FailureLeavesNothingBehind. A failed call leaks nothing, exhausted memory
