@@ -27,7 +27,8 @@
  *     and every triangle runs strictly counter-clockwise.
  *  4. MeshIsConsistent. A region of n vertices, h holes and a areas has
  *     n + 2h - 2a triangles. Each inner edge has two faces, each contour edge
- *     one; vertices are shared, no vertex is added.
+ *     one (a bridge that a contour runs there and back has two); vertices are
+ *     shared, no vertex is added.
  *  5. SnapIsBounded. A vertex is read back within half a grid step of where it
  *     was given: half of (extent of the contour's box) / 1048575, per axis.
  *  6. SameBytes. The same calls give the same bytes on every machine and in
@@ -75,6 +76,20 @@ ZELVAN_API int ZELVAN_CALL SetMainContour(int count, const double* xyz);
  *
  * Returns 1 when queued, 0 when the contour is unusable; then nothing changed. */
 ZELVAN_API int ZELVAN_CALL SetHole(int count, const double* xyz);
+
+/* Adds every queued contour to the main polygon, oldest first, and empties the
+ * queue. The result is on the grid of its own box; contours that touched or
+ * overlapped are one, and may have holes. An earlier triangulation stays, stale,
+ * until the next Triangulate.
+ *
+ * Returns 1, also when nothing is queued. Returns 0 when contours are queued but
+ * there is no main polygon, or when an operation failed: what was combined before
+ * it stays combined, and the whole queue stays for another try. */
+ZELVAN_API int ZELVAN_CALL Union(void);
+
+/* As Union, but takes every queued contour from the main polygon: this is how
+ * holes are made. A main polygon of which nothing is left has no vertices. */
+ZELVAN_API int ZELVAN_CALL Substruct(void);
 
 /* Cuts the main polygon into triangles of its own vertices, to be read with
  * GetCounts, GetEdges and GetFaces.

@@ -23,6 +23,10 @@ int Guarded(Operation operation) noexcept {
 
 }  // namespace
 
+zelvan::Workspace& zelvan::ProcessWorkspace() noexcept {
+  return workspace;
+}
+
 int ZELVAN_CALL SetMainContour(int count, const double* xyz) {
   return Guarded([=] { return workspace.SetMainContour(count, xyz); });
 }
@@ -33,6 +37,14 @@ int ZELVAN_CALL SetHole(int count, const double* xyz) {
 
 int ZELVAN_CALL Triangulate() {
   return Guarded([] { return workspace.Triangulate(); });
+}
+
+int ZELVAN_CALL Union() {
+  return Guarded([] { return workspace.Union(); });
+}
+
+int ZELVAN_CALL Substruct() {
+  return Guarded([] { return workspace.Substruct(); });
 }
 
 int ZELVAN_CALL GetCounts(int* vertexCount, int* edgeCount, int* faceCount) {

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <utility>
 
+#include "boolean/shape_boolean.h"
 #include "interface/read_points.h"
 #include "polygon/grid_mapping.h"
 #include "triangulation/mesh.h"
@@ -26,6 +27,22 @@ int Workspace::SetHole(int count, const double* xyz) {
 
 int Workspace::Triangulate() {
   return main_ != nullptr && zelvan::Triangulate(*main_) ? 1 : 0;
+}
+
+int Workspace::CombineQueue(Operation operation) {
+  if (holes_.empty()) return 1;
+  if (main_ == nullptr) return 0;
+  for (const std::unique_ptr<Shape>& hole : holes_) operation(*main_, *hole);
+  holes_.clear();
+  return 1;
+}
+
+int Workspace::Union() {
+  return CombineQueue(Unite);
+}
+
+int Workspace::Substruct() {
+  return CombineQueue(Subtract);
 }
 
 int Workspace::GetCounts(int* vertexCount, int* edgeCount, int* faceCount) const noexcept {

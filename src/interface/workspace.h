@@ -19,6 +19,12 @@ class Workspace {
   int SetHole(int count, const double* xyz);
   int Triangulate();
 
+  /// Add the queued contours to the main polygon, or take them from it, oldest
+  /// first, and empty the queue. On failure what was combined before stays
+  /// combined, and the whole queue stays.
+  int Union();
+  int Substruct();
+
   int GetCounts(int* vertexCount, int* edgeCount, int* faceCount) const noexcept;
   int GetVertices(double* out) const noexcept;
   int GetEdges(int* out) const noexcept;
@@ -28,10 +34,19 @@ class Workspace {
   [[nodiscard]] int GetContourIndex(int contour) const noexcept;
   [[nodiscard]] int GetContourSize(int contour) const noexcept;
 
+  /// The main polygon or null, for those inside the library.
+  [[nodiscard]] const Shape* Main() const noexcept { return main_.get(); }
+
  private:
+  using Operation = void (*)(Shape& shape, const Shape& other);
+  int CombineQueue(Operation operation);
+
   // In this order, so that the main shape goes first when the library is unloaded.
   std::list<std::unique_ptr<Shape>> holes_;  // oldest first
   std::unique_ptr<Shape> main_;              // or null
 };
+
+/// The one workspace of the process.
+[[nodiscard]] Workspace& ProcessWorkspace() noexcept;
 
 }  // namespace zelvan

@@ -9,6 +9,7 @@
 // an edge that crosses another is found out when the second of the two is inserted.
 #include <zelvan/error.h>
 
+#include <algorithm>
 #include <utility>
 
 #include "triangulation/engine.h"
@@ -28,14 +29,16 @@ Trapezoid*& SlotOf(Trapezoid*& link0, Trapezoid*& link1, const Trapezoid* t) {
 }
 
 // One upper neighbour above the first trapezoid: one of the parts closes at the
-// top when an edge meets the new one there, else u gets a second lower neighbour.
-void TopCusp(Trapezoid* t, Trapezoid* tn, GridPoint upper) {
+// top when an edge meets the new one there, else u gets a second lower neighbour. A
+// side of t ends at its top just when u has another edge there; to ask the edge for
+// its ends would cost a look at far memory.
+void TopCusp(Trapezoid* t, Trapezoid* tn) {
   Trapezoid* u = t->up0;
   Trapezoid*& slot = SlotOf(u->down0, u->down1, t);
-  if (IsEndpoint(upper, t->leftEdge)) {
+  if (t->leftEdge != u->leftEdge) {
     slot = tn;
     t->up0 = nullptr;
-  } else if (IsEndpoint(upper, t->rightEdge)) {
+  } else if (t->rightEdge != u->rightEdge) {
     slot = t;
     tn->up0 = nullptr;
   } else {
@@ -44,13 +47,13 @@ void TopCusp(Trapezoid* t, Trapezoid* tn, GridPoint upper) {
 }
 
 // The mirror: one lower neighbour below the last trapezoid.
-void BottomCusp(Trapezoid* t, Trapezoid* tn, GridPoint lower) {
+void BottomCusp(Trapezoid* t, Trapezoid* tn) {
   Trapezoid* d = t->down0;
   Trapezoid*& slot = SlotOf(d->up0, d->up1, t);
-  if (IsEndpoint(lower, t->leftEdge)) {
+  if (t->leftEdge != d->leftEdge) {
     slot = tn;
     t->down0 = nullptr;
-  } else if (IsEndpoint(lower, t->rightEdge)) {
+  } else if (t->rightEdge != d->rightEdge) {
     slot = t;
     tn->down0 = nullptr;
   } else {
@@ -58,10 +61,10 @@ void BottomCusp(Trapezoid* t, Trapezoid* tn, GridPoint lower) {
   }
 }
 
-void LinkTop(Trapezoid* t, Trapezoid* tn, GridPoint upper) {
+void LinkTop(Trapezoid* t, Trapezoid* tn) {
   if (t->up0 == nullptr) return;
   if (t->up1 == nullptr) {
-    TopCusp(t, tn, upper);
+    TopCusp(t, tn);
     return;
   }
   tn->up0 = t->up1;
@@ -70,10 +73,10 @@ void LinkTop(Trapezoid* t, Trapezoid* tn, GridPoint upper) {
   t->up1 = nullptr;
 }
 
-void LinkBottom(Trapezoid* t, Trapezoid* tn, GridPoint lower) {
+void LinkBottom(Trapezoid* t, Trapezoid* tn) {
   if (t->down0 == nullptr) return;
   if (t->down1 == nullptr) {
-    BottomCusp(t, tn, lower);
+    BottomCusp(t, tn);
     return;
   }
   t->down0->up0 = t;
@@ -91,7 +94,7 @@ void LinkBottom(Trapezoid* t, Trapezoid* tn, GridPoint lower) {
 Trapezoid* TwoBelow(Trapezoid* t, Trapezoid* tn, const VertexNode* v) noexcept {
   Trapezoid* d0 = t->down0;
   Trapezoid* d1 = t->down1;
-  if (!LiesLeftOfEdge(t->lo, v)) {
+  if (!LiesLeftOfEdge(t->lo, SegmentOf(v))) {
     d1->up0 = tn;
     d0->up1 = tn;
     t->down1 = nullptr;
@@ -108,19 +111,19 @@ Trapezoid* TwoBelow(Trapezoid* t, Trapezoid* tn, const VertexNode* v) noexcept {
 Side SideOfPassedVertex(const Trapezoid* t) {
   const Trapezoid* d = t->down0;
   if (d->up0 != nullptr && d->up1 != nullptr) return d->up0 == t ? Side::kRight : Side::kLeft;
-  if (IsEndpoint(t->lo, t->leftEdge)) return Side::kLeft;
-  if (!IsEndpoint(t->lo, t->rightEdge)) ERR::Raise(ERR::FAIL);
-  return Side::kRight;
+  const bool leftEnds = d->leftEdge != t->leftEdge;
+  const bool rightEnds = d->rightEdge != t->rightEdge;
+  if (leftEnds == rightEnds) ERR::Raise(ERR::FAIL);
+  return leftEnds ? Side::kLeft : Side::kRight;
 }
 
 }  // namespace
 
-Trapezoid* TRIAGLOBS::InsertEndpoint(bool isUpper, const QueryNode* root, GridPoint p,
-                                     GridPoint other) {
+Trapezoid* TRIAGLOBS::InsertEndpoint(bool isUpper, QueryNode* root, GridPoint p, GridPoint other) {
   Trapezoid* t = Locate(p, other, root);
-  if (t->hi == p || t->lo == p || IsEndpoint(p, t->leftEdge) || IsEndpoint(p, t->rightEdge)) {
-    return t;
-  }
+  // An end of a side of t is not between hi and lo, so p is a boundary just when it
+  // is one of the two.
+  if (t->hi == p || t->lo == p) return t;
   Trapezoid* tl = trapPool.Take();
   *tl = *t;
   tl->hi = t->lo = p;
@@ -149,7 +152,7 @@ Trapezoid* TRIAGLOBS::SplitByEdge(Trapezoid* t, VertexNode* v) {
   Trapezoid* tn = trapPool.Take();
   right->trapezoid = tn;
   node->kind = QNODE_X;
-  node->edge = v;
+  node->edge = SegmentOf(v);
   node->hiChild = right;
   node->loChild = left;
   *tn = *t;
@@ -181,7 +184,7 @@ void TRIAGLOBS::ContinueFromAbove(Trapezoid* t, Trapezoid* tn) {
 
 Trapezoid* TRIAGLOBS::OneBelow(Trapezoid* t, Trapezoid* tn, const VertexNode* v) {
   Trapezoid* d = t->down0;
-  const Side passed = LiesLeftOfEdge(t->lo, v) ? Side::kLeft : Side::kRight;
+  const Side passed = LiesLeftOfEdge(t->lo, SegmentOf(v)) ? Side::kLeft : Side::kRight;
   if (passed != SideOfPassedVertex(t)) ERR::Raise(ERR::FAIL);
   if (d->up0 != nullptr && d->up1 != nullptr) {
     uside = d->up0 == t ? Side::kLeft : Side::kRight;
@@ -195,8 +198,8 @@ Trapezoid* TRIAGLOBS::OneBelow(Trapezoid* t, Trapezoid* tn, const VertexNode* v)
 void TRIAGLOBS::InsertEdge(VertexNode* v) {
   GridPoint upper = v->grid;
   GridPoint lower = v->next->grid;
-  const QueryNode* upperRoot = v->triVertex->root0;
-  const QueryNode* lowerRoot = v->next->triVertex->root1;
+  QueryNode* upperRoot = v->triVertex->root0;
+  QueryNode* lowerRoot = v->next->triVertex->root1;
   if (upper == lower) ERR::Raise(ERR::FAIL);
   if (GreaterThan(lower, upper)) {
     std::swap(upper, lower);
@@ -216,13 +219,13 @@ void TRIAGLOBS::InsertEdge(VertexNode* v) {
     Trapezoid* tn = SplitByEdge(t, v);
     if (firstRight == nullptr) {
       firstRight = tn;
-      LinkTop(t, tn, upper);
+      LinkTop(t, tn);
     } else {
       ContinueFromAbove(t, tn);
     }
     Trapezoid* below = nullptr;
     if (ends) {
-      LinkBottom(t, tn, lower);
+      LinkBottom(t, tn);
     } else {
       if (t->down0 == nullptr) ERR::Raise(ERR::FAIL);
       below = t->down1 != nullptr ? TwoBelow(t, tn, v) : OneBelow(t, tn, v);
@@ -239,17 +242,40 @@ void TRIAGLOBS::InsertEdge(VertexNode* v) {
 // Vertices are visited in ring order, not in insertion order: neighbours take the
 // same way through the graph, and the order of pure searches does not matter.
 void TRIAGLOBS::RefreshRoots() {
+  SearchBatch batch;
   for (const zelvan::Contour* contour = area->contours; contour != nullptr;
        contour = contour->next) {
     const VertexNode* v = contour->head;
     do {
       TriVertex* record = v->triVertex;
       if (record->root0 != nullptr) {
-        record->root0 = Locate(v->grid, v->next->grid, record->root0)->sink;
-        record->root1 = Locate(v->grid, v->prev->grid, record->root1)->sink;
+        batch.Add(v->grid, v->next->grid, &record->root0);
+        batch.Add(v->grid, v->prev->grid, &record->root1);
+        if (batch.Full()) batch.Run();
       }
       v = v->next;
     } while (v != contour->head);
+  }
+  batch.Run();
+}
+
+// Inserts the edges of `order` before entry `end`. The two ends of some edges to come
+// are looked up together first; their own searches then start close to the goal.
+void TRIAGLOBS::InsertUntil(std::uint32_t end) {
+  SearchBatch batch;
+  while (nextToInsert < end) {
+    const std::uint32_t stop = std::min(end, nextToInsert + SearchBatch::kCapacity / 2);
+    for (std::uint32_t i = nextToInsert; i < stop; ++i) {
+      const VertexNode* v = order[i];
+      batch.Add(v->grid, v->next->grid, &v->triVertex->root0);
+      batch.Add(v->next->grid, v->grid, &v->next->triVertex->root1);
+    }
+    batch.Run();
+    for (; nextToInsert < stop; ++nextToInsert) {
+      VertexNode* v = order[nextToInsert];
+      InsertEdge(v);
+      v->triVertex->root0 = nullptr;  // its own search is over
+    }
   }
 }
 
@@ -260,19 +286,12 @@ void TRIAGLOBS::BuildTrapezoids() {
     record->root0 = record->root1 = root;
   }
   nextToInsert = 1;
-  const auto insertUntil = [&](std::uint32_t end) {
-    for (; nextToInsert < end; ++nextToInsert) {
-      VertexNode* v = order[nextToInsert];
-      InsertEdge(v);
-      v->triVertex->root0 = nullptr;  // its own search is over
-    }
-  };
   const std::uint32_t phases = LogStar(vertexCount);
   for (std::uint32_t h = 1; h <= phases; ++h) {
-    insertUntil(PhaseEnd(vertexCount, h));
+    InsertUntil(PhaseEnd(vertexCount, h));
     if (nextToInsert < vertexCount) RefreshRoots();
   }
-  insertUntil(vertexCount);
+  InsertUntil(vertexCount);
 }
 
 }  // namespace VORNEX

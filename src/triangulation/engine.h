@@ -75,11 +75,12 @@ class TRIAGLOBS {
 
   // Trapezoidation (point_location.cpp, edge_insertion.cpp, merge_trapezoids.cpp).
   void BuildTrapezoids();
+  void InsertUntil(std::uint32_t end);
   void RefreshRoots();
   QueryNode* InitQuery(VertexNode* v);
   QueryNode* TakeSink(QueryNode* parent, Trapezoid* trapezoid);
   void InsertEdge(VertexNode* v);
-  Trapezoid* InsertEndpoint(bool isUpper, const QueryNode* root, GridPoint p, GridPoint other);
+  Trapezoid* InsertEndpoint(bool isUpper, QueryNode* root, GridPoint p, GridPoint other);
   Trapezoid* SplitByEdge(Trapezoid* t, VertexNode* v);
   void ContinueFromAbove(Trapezoid* t, Trapezoid* tn);
   Trapezoid* OneBelow(Trapezoid* t, Trapezoid* tn, const VertexNode* v);

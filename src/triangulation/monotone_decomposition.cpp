@@ -26,7 +26,7 @@ VertexNode* EndOf(VertexNode* edge) {
 
 // Between two edges of which the right one runs upward lies the area.
 bool IsInside(const Trapezoid& t) noexcept {
-  return t.leftEdge != nullptr && t.rightEdge != nullptr && RunsUpward(t.rightEdge);
+  return t.leftEdge != nullptr && t.rightEdge != nullptr && RunsUpward(SegmentOf(t.rightEdge));
 }
 
 GridPoint Difference(GridPoint p, GridPoint q) noexcept {

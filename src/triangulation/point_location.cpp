@@ -5,24 +5,43 @@ namespace VORNEX {
 
 namespace {
 
-bool GoesLeft(GridPoint p, GridPoint other, const VertexNode* e) noexcept {
+bool GoesLeft(GridPoint p, GridPoint other, const Segment& e) noexcept {
   if (!IsEndpoint(p, e)) return LiesLeftOfEdge(p, e);
   if (p.gy == other.gy) return other.gx < p.gx;
   return IsLeftOf(other, e);
 }
 
+QueryNode* Step(GridPoint p, GridPoint other, const QueryNode* node) noexcept {
+  if (node->kind == QNODE_X) return GoesLeft(p, other, node->edge) ? node->loChild : node->hiChild;
+  const GridPoint w = p == node->point ? other : p;
+  return GreaterThan(w, node->point) ? node->hiChild : node->loChild;
+}
+
 }  // namespace
 
-Trapezoid* Locate(GridPoint p, GridPoint other, const QueryNode* node) noexcept {
-  while (node->kind != QNODE_SINK) {
-    if (node->kind == QNODE_Y) {
-      const GridPoint w = p == node->point ? other : p;
-      node = GreaterThan(w, node->point) ? node->hiChild : node->loChild;
-    } else {
-      node = GoesLeft(p, other, node->edge) ? node->loChild : node->hiChild;
+QueryNode* LocateSink(GridPoint p, GridPoint other, QueryNode* node) noexcept {
+  while (node->kind != QNODE_SINK) node = Step(p, other, node);
+  return node;
+}
+
+void SearchBatch::Add(GridPoint p, GridPoint other, QueryNode** root) noexcept {
+  searches_[count_++] = {p, other, *root, root};
+}
+
+// The searches go down in step: first all nodes of a round are read, which the
+// machine can do at once, then each search takes its turn.
+void SearchBatch::Run() noexcept {
+  for (;;) {
+    std::uint32_t active = 0;
+    for (std::uint32_t i = 0; i < count_; ++i) active += searches_[i].node->kind != QNODE_SINK;
+    if (active == 0) break;
+    for (std::uint32_t i = 0; i < count_; ++i) {
+      Search& s = searches_[i];
+      if (s.node->kind != QNODE_SINK) s.node = Step(s.p, s.other, s.node);
     }
   }
-  return node->trapezoid;
+  for (std::uint32_t i = 0; i < count_; ++i) *searches_[i].root = searches_[i].node;
+  count_ = 0;
 }
 
 QueryNode* TRIAGLOBS::TakeSink(QueryNode* parent, Trapezoid* trapezoid) {
@@ -39,7 +58,7 @@ QueryNode* TRIAGLOBS::TakeSink(QueryNode* parent, Trapezoid* trapezoid) {
 //   ---- loP ----
 //        S3 below
 QueryNode* TRIAGLOBS::InitQuery(VertexNode* v) {
-  const bool upward = RunsUpward(v);
+  const bool upward = RunsUpward(SegmentOf(v));
   const GridPoint hiP = upward ? v->next->grid : v->grid;
   const GridPoint loP = upward ? v->grid : v->next->grid;
 
@@ -60,7 +79,7 @@ QueryNode* TRIAGLOBS::InitQuery(VertexNode* v) {
   y2->loChild = s3;
   y2->parent = r;
   x->kind = QNODE_X;
-  x->edge = v;
+  x->edge = SegmentOf(v);
   x->hiChild = s1;
   x->loChild = s2;
   x->parent = y2;

@@ -31,22 +31,40 @@ inline constexpr GridPoint BOTTOM{-zelvan::GRID_OFFSET, -zelvan::GRID_OFFSET};
   return p.gy > q.gy || (p.gy == q.gy && p.gx > q.gx);
 }
 
-/// Does edge `e` end above its start? The area then lies at smaller x.
-[[nodiscard]] inline bool RunsUpward(const VertexNode* e) noexcept {
-  return GreaterThan(e->next->grid, e->grid);
+/// The ends of an edge in its direction.
+struct Segment {
+  GridPoint start;
+  GridPoint end;
+};
+
+[[nodiscard]] inline Segment SegmentOf(const VertexNode* e) noexcept {
+  return {e->grid, e->next->grid};
 }
 
-/// Is `p` one of the ends of `e`, by place? False for a null edge.
-[[nodiscard]] inline bool IsEndpoint(GridPoint p, const VertexNode* e) noexcept {
-  return e != nullptr && (p == e->grid || p == e->next->grid);
+/// Does an edge end above its start? The area then lies at smaller x.
+[[nodiscard]] constexpr bool RunsUpward(Segment e) noexcept {
+  return GreaterThan(e.end, e.start);
+}
+
+/// Is `p` one of the ends of `e`, by place?
+[[nodiscard]] constexpr bool IsEndpoint(GridPoint p, Segment e) noexcept {
+  return p == e.start || p == e.end;
 }
 
 /// Does `p` lie left of the upward direction of `e`? A point on the line does not;
 /// at the height of an end, the end's x decides.
-[[nodiscard]] bool IsLeftOf(GridPoint p, const VertexNode* e) noexcept;
+[[nodiscard]] constexpr bool IsLeftOf(GridPoint p, Segment e) noexcept {
+  if (p.gy == e.end.gy) return p.gx < e.end.gx;
+  if (p.gy == e.start.gy) return p.gx < e.start.gx;
+  const std::int64_t side = zelvan::Cross(e.start, e.end, p);
+  return RunsUpward(e) ? side > 0 : side < 0;
+}
 
 /// As IsLeftOf for a point that lies between the ends of `e` in the order of points
 /// and is none of them, but with the outer side for a point on the edge.
-[[nodiscard]] bool LiesLeftOfEdge(GridPoint p, const VertexNode* e) noexcept;
+[[nodiscard]] constexpr bool LiesLeftOfEdge(GridPoint p, Segment e) noexcept {
+  const std::int64_t side = zelvan::Cross(e.start, e.end, p);
+  return RunsUpward(e) ? side > 0 : side <= 0;
+}
 
 }  // namespace VORNEX

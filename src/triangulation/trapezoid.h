@@ -19,12 +19,13 @@ struct Trapezoid;
 
 enum QueryKind : std::uint32_t { QNODE_Y = 0, QNODE_X = 1, QNODE_SINK = 2 };
 
+// A node holds the points that it tests itself: a search reads one record per step.
 struct QueryNode {
   QueryKind kind;
   union {
-    GridPoint point;         ///< QNODE_Y: the height that the node tests
-    const VertexNode* edge;  ///< QNODE_X
-    Trapezoid* trapezoid;    ///< QNODE_SINK
+    GridPoint point;       ///< QNODE_Y: the height that the node tests
+    Segment edge;          ///< QNODE_X
+    Trapezoid* trapezoid;  ///< QNODE_SINK
   };
   QueryNode* hiChild;  ///< above the point, or right of the edge
   QueryNode* loChild;  ///< below, or left
@@ -44,8 +45,34 @@ struct Trapezoid {
   bool visited;  ///< set by the monotone decomposition
 };
 
-/// The place of a point, seen in the direction of the other end of its edge: p
-/// itself may be the point of a node, or an end of a node's edge.
-[[nodiscard]] Trapezoid* Locate(GridPoint p, GridPoint other, const QueryNode* node) noexcept;
+/// The sink in which a point lies, seen in the direction of the other end of its edge:
+/// p itself may be the point of a node, or an end of a node's edge.
+[[nodiscard]] QueryNode* LocateSink(GridPoint p, GridPoint other, QueryNode* node) noexcept;
+
+/// Its trapezoid.
+[[nodiscard]] inline Trapezoid* Locate(GridPoint p, GridPoint other, QueryNode* node) noexcept {
+  return LocateSink(p, other, node)->trapezoid;
+}
+
+/// Searches that move their roots down to the current sinks, many at a time: each
+/// step of a single search waits for memory, and these waits overlap.
+class SearchBatch {
+ public:
+  static constexpr std::uint32_t kCapacity = 32;
+
+  [[nodiscard]] bool Full() const noexcept { return count_ == kCapacity; }
+  void Add(GridPoint p, GridPoint other, QueryNode** root) noexcept;
+  void Run() noexcept;
+
+ private:
+  struct Search {
+    GridPoint p;
+    GridPoint other;
+    QueryNode* node;
+    QueryNode** root;
+  };
+  std::uint32_t count_ = 0;
+  Search searches_[kCapacity];
+};
 
 }  // namespace VORNEX

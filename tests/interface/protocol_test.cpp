@@ -119,4 +119,90 @@ TEST(Protocol, AContourThatCollapsesOnItsGridIsAPolygonWithoutVertices) {
   EXPECT_EQ(Triangulate(), 0);
 }
 
+const Xyz kOuter = {0, 0, 0, 10, 0, 0, 10, 10, 0, 0, 10, 0};
+const Xyz kInner = {3, 3, 0, 7, 3, 0, 7, 7, 0, 3, 7, 0};
+
+TEST(Booleans, AnEmptyQueueIsDoneAtOnceAQueueNeedsAMainPolygon) {
+  EXPECT_EQ(SetMain(kLine), 0);
+  EXPECT_EQ(Union(), 1);
+  EXPECT_EQ(Substruct(), 1);
+  EXPECT_EQ(AddHole(kSquare), 1);
+  EXPECT_EQ(Union(), 0);
+  EXPECT_EQ(Substruct(), 0);
+  ASSERT_EQ(SetMain(kOuter), 1);
+  const ReadBack before = Read();
+  EXPECT_EQ(Union(), 1);
+  EXPECT_EQ(Substruct(), 1);
+  EXPECT_EQ(Read(), before) << "SetMainContour has emptied the queue";
+}
+
+TEST(Booleans, AHoleIsMadeOnceAndTheMeshStaysUntilTheNextTriangulate) {
+  ASSERT_EQ(SetMain(kOuter), 1);
+  ASSERT_EQ(Triangulate(), 1);
+  ASSERT_EQ(AddHole(kInner), 1);
+  ASSERT_EQ(Substruct(), 1);
+  ReadBack r = Read();
+  EXPECT_EQ(r.counted, 1);
+  EXPECT_EQ(r.vertexCount, 8);
+  EXPECT_EQ(r.faceCount, 2) << "stale";
+  EXPECT_EQ(r.contourIndex, (std::vector<int>{0, 4}));
+  EXPECT_EQ(r.contourSize, (std::vector<int>{4, 4}));
+  ASSERT_EQ(Triangulate(), 1);
+  r = Read();
+  EXPECT_EQ(r.faceCount, 8);
+  EXPECT_EQ(support::CheckFlatMesh(r), "");
+  const ReadBack once = r;
+  ASSERT_EQ(Substruct(), 1) << "the queue is empty";
+  EXPECT_EQ(Read(), once);
+}
+
+TEST(Booleans, EverythingTakenLeavesNoVerticesAndTheOldMesh) {
+  ASSERT_EQ(SetMain(kInner), 1);
+  ASSERT_EQ(Triangulate(), 1);
+  ASSERT_EQ(AddHole(kOuter), 1);
+  ASSERT_EQ(Substruct(), 1);
+  EXPECT_EQ(Triangulate(), 0);
+  const ReadBack r = Read();
+  EXPECT_EQ(r.vertexCount, 0);
+  EXPECT_EQ(r.faceCount, 2);
+  EXPECT_EQ(GetContourCount(), 0);
+  ASSERT_EQ(AddHole(kOuter), 1);
+  ASSERT_EQ(Union(), 1) << "an empty region united with a contour is that contour";
+  ASSERT_EQ(Triangulate(), 1);
+  EXPECT_EQ(Read().vertexCount, 4);
+}
+
+TEST(Booleans, AreasComeInTheOrderOfTheirOperands) {
+  ASSERT_EQ(SetMain(kOuter), 1);
+  Xyz apart = kOuter;
+  for (std::size_t k = 0; k < apart.size(); k += 3) apart[k] += 20;
+  ASSERT_EQ(AddHole(apart), 1);
+  ASSERT_EQ(AddHole(kInner), 1);
+  ASSERT_EQ(Union(), 1);
+  ASSERT_EQ(Triangulate(), 1);
+  const ReadBack r = Read();
+  EXPECT_EQ(r.contourSize, (std::vector<int>{4, 4}));
+  EXPECT_EQ(r.vertices[0], 0.0);
+  EXPECT_EQ(r.vertices[12], 20.0);
+  EXPECT_EQ(r.faceCount, 4);
+  EXPECT_LT(*std::max_element(r.edges.begin(), r.edges.begin() + 5), 4)
+      << "the first area's triangles come first";
+}
+
+TEST(Booleans, HolesKeepTheirOrder) {
+  ASSERT_EQ(SetMain({0, 0, 0, 100, 0, 0, 100, 20, 0, 0, 20, 0}), 1);
+  for (const double x : {50.0, 10.0, 80.0}) {
+    ASSERT_EQ(AddHole({x, 5, 0, x + 9, 5, 0, x + 9, 9, 0}), 1);
+  }
+  ASSERT_EQ(Substruct(), 1);
+  ASSERT_EQ(GetContourCount(), 4);
+  std::vector<double> xyz(3 * 13);
+  ASSERT_EQ(GetVertices(xyz.data()), 1);
+  int hole = 1;
+  for (const double x : {50.0, 10.0, 80.0}) {
+    const double* first = &xyz[3 * static_cast<std::size_t>(GetContourIndex(hole++))];
+    EXPECT_NEAR(first[0], x, 10) << "in the order of the calls";
+  }
+}
+
 }  // namespace

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "interface/workspace.h"
 #include "support/mesh_checker.h"
 
 namespace support {
@@ -50,10 +51,14 @@ inline ReadBack Read() {
   return r;
 }
 
-/// What is wrong with a triangulation read back, or nothing.
+/// What is wrong with a triangulation read back, or nothing. The polygon must still
+/// be the main one: its vertices go back to the grid of its box, which only the
+/// library knows.
 inline std::string CheckFlatMesh(const ReadBack& r) {
-  return zelvan::test::CheckMesh(zelvan::test::FromReadOut(
-      r.vertices, {r.contourSize.begin(), r.contourSize.end()}, r.edges, r.faces));
+  const zelvan::Shape* shape = zelvan::ProcessWorkspace().Main();
+  return zelvan::test::CheckMesh(
+      zelvan::test::FromReadOut(r.vertices, {r.contourSize.begin(), r.contourSize.end()}, r.edges,
+                                r.faces, shape->boxMin, shape->boxMax));
 }
 
 }  // namespace support

@@ -1,0 +1,265 @@
+// The engine's parts by themselves, worked examples, and failures.
+#include "triangulation/engine.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <numeric>
+
+#include "polygon/contour.h"
+#include "support/failing_allocator.h"
+#include "support/mesh_checker.h"
+#include "support/polygon_families.h"
+#include "triangulation/mesh.h"
+#include "triangulation/triangulate.h"
+
+namespace {
+
+using zelvan::GridPoint;
+using zelvan::test::MakeShape;
+using zelvan::test::Region;
+using zelvan::test::Ring;
+
+using Corners = std::vector<std::string>;
+
+const Region kSquare{{{0, 0}, {10, 0}, {10, 10}, {0, 10}}};
+const Region kSquareWithHole{{{0, 0}, {10, 0}, {10, 10}, {0, 10}},
+                             {{3, 3}, {3, 7}, {7, 7}, {7, 3}}};
+
+// The triangles in order, vertices as letters in table order.
+Corners Emitted(const zelvan::Shape& shape) {
+  Corners list;
+  const zelvan::Area& area = *shape.areas;
+  for (std::uint32_t i = 0; i < area.triangleCount; ++i) {
+    std::string& text = list.emplace_back();
+    for (const zelvan::VertexNode* v :
+         {area.triangles[i].a, area.triangles[i].b, area.triangles[i].c}) {
+      text += static_cast<char>('a' + shape.vertexTable.Find(v->grid));
+    }
+  }
+  return list;
+}
+
+Corners Sorted(Corners list) {
+  for (std::string& text : list) std::sort(text.begin(), text.end());
+  std::sort(list.begin(), list.end());
+  return list;
+}
+
+TEST(InsertionOrder, PhasesFollowTheIteratedLogarithm) {
+  EXPECT_EQ(VORNEX::LogStar(3), 1u);
+  EXPECT_EQ(VORNEX::LogStar(16), 2u);
+  EXPECT_EQ(VORNEX::LogStar(100), 2u);
+  EXPECT_EQ(VORNEX::PhaseEnd(100, 0), 1u);
+  EXPECT_EQ(VORNEX::PhaseEnd(100, 1), 22u);
+  EXPECT_EQ(VORNEX::PhaseEnd(100, 2), 66u);
+  EXPECT_EQ(VORNEX::PhaseEnd(3, 1), 3u);
+  for (std::uint32_t n = 3; n < 200000; n = n * 5 / 4 + 1) {
+    std::uint32_t end = 1;
+    for (std::uint32_t h = 1; h <= VORNEX::LogStar(n); ++h) {
+      EXPECT_GE(VORNEX::PhaseEnd(n, h), end) << n;
+      end = VORNEX::PhaseEnd(n, h);
+    }
+    EXPECT_LE(end, n);
+  }
+}
+
+// j = (r1 * 65535 + r2) mod n with draws of 15 bits, as a slow second telling.
+TEST(InsertionOrder, ShufflesByTheStatedDraws) {
+  const auto shape = MakeShape({{zelvan::test::Convex(100, 400000)}});
+  std::vector<zelvan::VertexNode*> order(shape->vertexTable.begin(), shape->vertexTable.end());
+  std::vector<zelvan::VertexNode*> expected = order;
+  VORNEX::ShuffleOrder(order, 77);
+  std::uint64_t state = 77;
+  const auto draw = [&] {
+    state = (state * 214013 + 2531011) % (std::uint64_t{1} << 32);
+    return state / 65536 % 32768;
+  };
+  for (std::size_t i = 0; i < expected.size(); ++i) {
+    const std::uint64_t first = draw();
+    std::swap(expected[i], expected[(first * 65535 + draw()) % expected.size()]);
+  }
+  EXPECT_EQ(order, expected);
+}
+
+TEST(Predicates, SidesOfEdges) {
+  using VORNEX::IsLeftOf;
+  using VORNEX::LiesLeftOfEdge;
+  using VORNEX::Segment;
+  EXPECT_TRUE(VORNEX::GreaterThan({5, 0}, {0, 0}));
+  EXPECT_FALSE(VORNEX::GreaterThan({0, 0}, {0, 0}));
+  EXPECT_TRUE(IsLeftOf({1, 4}, Segment{{2, 0}, {2, 9}}));
+  EXPECT_FALSE(IsLeftOf({2, 4}, Segment{{2, 0}, {2, 9}}));
+  EXPECT_TRUE(IsLeftOf({1, 9}, Segment{{8, 0}, {2, 9}}));
+  EXPECT_FALSE(IsLeftOf({3, 9}, Segment{{8, 0}, {2, 9}}));
+  // On the edge the outer side counts: right of an upward edge, left of a downward one.
+  EXPECT_FALSE(LiesLeftOfEdge({2, 4}, Segment{{2, 0}, {2, 9}}));
+  EXPECT_TRUE(LiesLeftOfEdge({2, 4}, Segment{{2, 9}, {2, 0}}));
+  EXPECT_FALSE(LiesLeftOfEdge({4, 1}, Segment{{0, 1}, {9, 1}}));
+  EXPECT_TRUE(LiesLeftOfEdge({4, 1}, Segment{{9, 1}, {0, 1}}));
+}
+
+TEST(Triangulation, WorkedExamples) {
+  const auto triangle = MakeShape({{{{0, 0}, {4, 0}, {0, 4}}}});
+  ASSERT_TRUE(Triangulate(*triangle));
+  EXPECT_EQ(Sorted(Emitted(*triangle)), (Corners{"abc"}));
+  for (std::uint32_t seed = 0; seed < 50; ++seed) {
+    const auto square = MakeShape({kSquare});
+    const auto withHole = MakeShape({kSquareWithHole});
+    ASSERT_TRUE(Triangulate(*square, {.seed = seed}));
+    ASSERT_TRUE(Triangulate(*withHole, {.seed = seed}));
+    EXPECT_EQ(Sorted(Emitted(*square)), (Corners{"abd", "bcd"}));
+    EXPECT_EQ(Sorted(Emitted(*withHole)),
+              (Corners{"abe", "adf", "aef", "bch", "beh", "cdg", "cgh", "dfg"}));
+  }
+}
+
+// Followed by hand: after edges ab, bc, cd, da the start is the trapezoid between da
+// and ab; the one above it gets the diagonal bd, whose ring b, d, a keeps number 0.
+TEST(Triangulation, EmitsInTheOrderThatTheStagesFix) {
+  const auto shape = MakeShape({kSquare});
+  const std::vector<std::uint32_t> order{0, 1, 2, 3};
+  ASSERT_EQ(VORNEX::TriangulateAreas(shape->areas, {.positions = order}), ERR::OK);
+  EXPECT_EQ(Emitted(*shape), (Corners{"bda", "bcd"}));
+}
+
+// With many holes there are more diagonals, and so rings, than vertices.
+TEST(Triangulation, HasRoomForTheDiagonalsOfManyHoles) {
+  const Region region{{{0, 0}, {4900, 2800}, {2100, 7700}, {-2800, 4900}},
+                      {{2066, 3242}, {1838, 3641}, {2237, 3869}, {2465, 3470}},
+                      {{-296, 2728}, {-551, 3353}, {85, 3020}},
+                      {{248, 3076}, {48, 3426}, {398, 3626}, {598, 3276}},
+                      {{945, 3465}, {673, 3941}, {1149, 4213}, {1421, 3737}},
+                      {{1615, 3755}, {1271, 4357}, {1873, 4701}, {2217, 4099}},
+                      {{-798, 3574}, {-1010, 3945}, {-639, 4157}, {-427, 3786}},
+                      {{-1976, 3653}, {-1985, 4205}, {-1627, 4066}},
+                      {{-1219, 4197}, {-1351, 4428}, {-1120, 4560}, {-988, 4329}}};
+  const auto shape = MakeShape({region});
+  ASSERT_TRUE(Triangulate(*shape));
+  EXPECT_EQ(zelvan::test::CheckMesh(*shape), "");
+}
+
+TEST(Triangulation, TheBoundsOfTheGridAreOrdinaryPoints) {
+  const std::int32_t low = -zelvan::GRID_OFFSET;
+  const std::int32_t high = zelvan::GRID_MAX - zelvan::GRID_OFFSET;
+  const Ring rings[] = {{{low, low}, {high, low}, {high, high}, {low, high}},
+                        {{low, low}, {high, high}, {low, high}},
+                        {{low, low}, {high, low}, {high, high}},
+                        {{low, low}, {0, -1}, {high, high}, {-1, 0}},
+                        {{low, high}, {0, 0}, {high, high}, {high, low}, {1, 0}, {low, low}}};
+  for (const Ring& ring : rings) {
+    Ring ccw = ring;
+    if (zelvan::test::TwiceSigned(ccw) < 0) std::reverse(ccw.begin(), ccw.end());
+    std::vector<std::uint32_t> order(ring.size());
+    std::iota(order.begin(), order.end(), 0u);
+    do {
+      const auto shape = MakeShape({{ccw}});
+      ASSERT_TRUE(Triangulate(*shape, {.positions = order}));
+      ASSERT_EQ(zelvan::test::CheckMesh(*shape), "");
+    } while (std::next_permutation(order.begin(), order.end()));
+  }
+}
+
+TEST(Triangulation, NecksOfNoWidthAreRefused) {
+  const Region refused[] = {
+      // a hole on the outline, at a vertex and inside an edge; two holes at a vertex
+      {{{0, 0}, {90, 0}, {90, 90}}, {{0, 0}, {60, 30}, {60, 20}}},
+      {{{0, 0}, {90, 0}, {90, 90}}, {{40, 0}, {60, 30}, {70, 20}}},
+      {{{0, 0}, {90, 0}, {90, 90}, {0, 90}},
+       {{20, 20}, {30, 40}, {40, 20}},
+       {{30, 40}, {20, 60}, {40, 60}}},
+      // two lobes of one contour at a vertex; a band folded onto itself
+      {{{0, 0}, {40, 40}, {80, 0}, {80, 80}, {40, 40}, {0, 80}}},
+      {{{0, 0}, {40, 0}, {80, 0}, {80, 40}, {40, 0}, {0, 40}}},
+  };
+  for (const Region& region : refused) {
+    for (std::uint32_t seed = 0; seed < 100; ++seed) {
+      const auto shape = MakeShape({region});
+      ASSERT_EQ(VORNEX::TriangulateAreas(shape->areas, {.seed = seed}), ERR::FAIL)
+          << zelvan::test::Describe(region);
+    }
+  }
+}
+
+TEST(Triangulation, AFailingAreaIsLeftWithoutTriangles) {
+  const Region crossing{{{20, 0}, {29, 0}, {20, 9}, {30, 8}, {30, 30}}};
+  const auto shape = MakeShape({kSquare, crossing});
+  EXPECT_EQ(VORNEX::TriangulateAreas(shape->areas), ERR::FAIL);
+  EXPECT_EQ(zelvan::test::CheckTriangles(*shape->areas), "");
+  EXPECT_EQ(shape->areas->next->triangles, nullptr);
+  EXPECT_EQ(shape->areas->next->triangleCount, 0u);
+  EXPECT_FALSE(Triangulate(*shape));
+  EXPECT_EQ(shape->mesh, nullptr);
+
+  EXPECT_EQ(VORNEX::TriangulateAreas(nullptr), ERR::OK);
+  zelvan::Shape empty;
+  EXPECT_FALSE(Triangulate(empty));
+  const auto wrongCount = MakeShape({kSquare});
+  wrongCount->areas->contours->count = 5;
+  EXPECT_EQ(VORNEX::TriangulateAreas(wrongCount->areas), ERR::FAIL);
+  wrongCount->areas->contours->count = 3;
+  EXPECT_EQ(VORNEX::TriangulateAreas(wrongCount->areas), ERR::FAIL);
+}
+
+TEST(Triangulation, TheOutputArrayIsGuarded) {
+  class Probe : public VORNEX::TRIAGLOBS {
+   public:
+    explicit Probe(zelvan::Area* target) { area = target; }
+  };
+  const auto shape = MakeShape({kSquare});
+  zelvan::Area& area = *shape->areas;
+  area.triangles = std::make_unique<zelvan::Triangle[]>(2);
+  area.triangleCount = 2;
+  const auto& v = shape->vertexTable;
+  Probe engine(&area);
+  engine.EmitTriangle(v[0], v[1], v[2]);
+  engine.EmitTriangle(v[2], v[1], v[0]);
+  EXPECT_THROW(
+      {
+        try {
+          engine.EmitTriangle(v[0], v[1], v[3]);
+        } catch (CException* e) {
+          EXPECT_EQ(ERR::Delete(e), ERR::FAIL);
+          throw 0;
+        }
+      },
+      int);
+  EXPECT_EQ(Emitted(*shape), (Corners{"abc", "cba"}));
+}
+
+// Each allocation in turn fails: out of memory, nothing left behind, and the next
+// call succeeds.
+TEST(Triangulation, EveryFailedAllocationIsReported) {
+  zelvan::test::Random random(9);
+  const auto shape = MakeShape({zelvan::test::WithHoles(12, random)});
+  const std::ptrdiff_t before = support::LiveAllocations();
+  std::size_t failing = 0;
+  for (;; ++failing) {
+    ERR::CODE code = ERR::OK;
+    {
+      const support::FailingAllocations scope(failing, true);
+      code = VORNEX::TriangulateAreas(shape->areas);
+    }
+    if (code == ERR::OK) break;
+    ASSERT_EQ(code, ERR::NOMEM) << failing;
+    ASSERT_EQ(support::LiveAllocations(), before) << failing;
+    ASSERT_EQ(shape->areas->triangles, nullptr);
+    ASSERT_EQ(shape->areas->triangleCount, 0u);
+  }
+  EXPECT_GT(failing, 30u);
+
+  // One more for each array of the mesh; the old mesh or a new one is in place.
+  std::size_t meshFailures = 0;
+  for (bool done = false; !done; ++failing) {
+    const support::FailingAllocations scope(failing, true);
+    try {
+      done = Triangulate(*shape);
+    } catch (const std::bad_alloc&) {
+      ++meshFailures;
+    }
+  }
+  EXPECT_GE(meshFailures, 3u);
+  EXPECT_EQ(zelvan::test::CheckMesh(*shape), "");
+}
+
+}  // namespace
