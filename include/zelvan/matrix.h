@@ -37,6 +37,8 @@
 struct ZELVAN_API MATRX {
   double m[4][4];
 
+  ZELVAN_API_INLINE MATRX& operator=(const MATRX& other) = default;
+
   /// Determinant by expansion along row 0, without pivoting or tolerance.
   [[nodiscard]] double det() const noexcept;
 
