@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds the release, and cuts the countries of the
-# world into triangles: a picture and a mesh under out/.
+# world into triangles, and the countries of one continent united: pictures and
+# meshes under out/.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 scripts/install-deps.sh
@@ -22,6 +23,14 @@ run "$zelvan" triangulate data/countries-50m.geojson --repair \
 echo "== polygons that cross themselves, refused"
 run "$zelvan" triangulate data/stitched-50m.geojson
 
+echo "== the same, repaired"
+run "$zelvan" triangulate data/stitched-50m.geojson --repair
+
+echo "== the countries of South America as one outline"
+run "$zelvan" union data/countries-50m.geojson --only "$(paste -sd, data/south-america.txt)" \
+  -o out/south-america.svg -o out/south-america.geojson -o out/south-america.obj
+
 echo
-echo "Picture: $PWD/out/world.svg"
-echo "Mesh:    $PWD/out/world.obj"
+echo "The world, a picture: $PWD/out/world.svg"
+echo "           a mesh:    $PWD/out/world.obj"
+echo "South America:        $PWD/out/south-america.svg (.geojson, .obj)"

@@ -19,7 +19,6 @@
 #include <iostream>
 #include <utility>
 
-#include "booleans.h"
 #include "commands.h"
 #include "common_grid.h"
 #include "groups.h"
@@ -198,7 +197,6 @@ bool WantsTriangles(const Options& options) {
 }  // namespace
 
 int RunCombine(const Options& given) {
-  if (!HaveBooleans()) throw std::runtime_error("this library cannot unite or subtract yet");
   Options options = given;
   options.triangles = WantsTriangles(given);
   int status = kAllDone;

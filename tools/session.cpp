@@ -7,8 +7,6 @@
 #include <utility>
 #include <vector>
 
-#include "booleans.h"
-
 namespace tool {
 namespace {
 
@@ -68,7 +66,6 @@ void ReadTriangles(Mesh& mesh, int edges, int faces) {
 
 std::string SubtractHoles(const Polygon& polygon, const Scale& scale) {
   if (polygon.holes.empty()) return "";
-  if (!HaveBooleans()) return "polygons with holes are not supported yet";
   for (std::size_t i = 0; i < polygon.holes.size(); ++i) {
     if (!QueueContour(polygon.holes[i], scale)) {
       return "hole " + std::to_string(i + 1) + " is not usable";
@@ -84,6 +81,12 @@ bool SetMain(const Ring& ring, const Scale& scale) {
 }
 bool QueueContour(const Ring& ring, const Scale& scale) {
   return Feed(SetHole, ring, scale);
+}
+bool UniteQueued() {
+  return Union() == 1;
+}
+bool SubtractQueued() {
+  return Substruct() == 1;
 }
 bool CutMain() {
   return Triangulate() == 1;

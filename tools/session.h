@@ -13,6 +13,8 @@ namespace tool {
 // Each answers whether the library took it.
 bool SetMain(const Ring& ring, const Scale& scale);
 bool QueueContour(const Ring& ring, const Scale& scale);
+bool UniteQueued();
+bool SubtractQueued();
 bool CutMain();
 
 // The main polygon, with the triangles of the last CutMain when asked for.

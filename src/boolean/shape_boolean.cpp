@@ -26,7 +26,8 @@ WorldBox CommonBox(const Shape& shape, const Shape& other) {
   WorldBox box = WorldBoxOf(shape.areas, BoxOf(shape));
   const WorldBox otherBox = WorldBoxOf(other.areas, BoxOf(other));
   MergeBoxes(box.min, box.max, otherBox.min, otherBox.max);
-  if (!std::isfinite(box.max.x - box.min.x) || !std::isfinite(box.max.y - box.min.y)) {
+  if (!std::isfinite((box.max.x - box.min.x) * GRID_MAX) ||
+      !std::isfinite((box.max.y - box.min.y) * GRID_MAX)) {
     ERR::Raise(ERR::FAIL);
   }
   return box;

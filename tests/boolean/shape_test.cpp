@@ -1,0 +1,394 @@
+// Unite and Subtract on shapes, in world coordinates: chains of operations with a
+// triangulation after every step, the moves between grids, and failures.
+#include <gtest/gtest.h>
+#include <zelvan/error.h>
+
+#include <cmath>
+#include <cstdlib>
+#include <functional>
+
+#include "boolean/boolean.h"
+#include "boolean/fixtures.h"
+#include "boolean/shape_boolean.h"
+#include "boolean/soundness.h"
+#include "polygon/build_shape.h"
+#include "polygon/grid_mapping.h"
+#include "support/failing_allocator.h"
+#include "support/geos_area.h"
+#include "support/mesh_checker.h"
+#include "triangulation/triangulate.h"
+
+namespace zelvan {
+namespace {
+
+using fixtures::Random;
+using support::WorldAreas;
+using support::WorldRing;
+
+std::unique_ptr<Shape> ShapeOf(const WorldRing& ring) {
+  std::vector<InputPoint> points;
+  for (const auto& p : ring) points.push_back({p.x, p.y, 0.0});
+  return BuildShape(points.size(), points.data());
+}
+
+WorldAreas WorldOf(const Shape& shape) {
+  WorldAreas areas;
+  for (const oracle::Rings& rings : fixtures::AreasOf(shape.areas)) {
+    areas.emplace_back();
+    for (const oracle::Ring& ring : rings) {
+      areas.back().emplace_back();
+      for (const oracle::Point& p : ring) {
+        const WorldPoint w =
+            Unsnap({static_cast<std::int32_t>(p.x), static_cast<std::int32_t>(p.y)}, shape.boxMin,
+                   shape.boxMax);
+        areas.back().back().push_back({w.x, w.y});
+      }
+    }
+  }
+  return areas;
+}
+
+double AreaOf(const WorldAreas& areas) {
+  double sum = 0.0;
+  for (const auto& rings : areas) {
+    for (const WorldRing& ring : rings) {
+      for (std::size_t i = 0; i < ring.size(); ++i) {
+        const auto& p = ring[i];
+        const auto& q = ring[(i + 1) % ring.size()];
+        sum += ((p.x - ring[0].x) * (q.y - ring[0].y) - (q.x - ring[0].x) * (p.y - ring[0].y)) / 2;
+      }
+    }
+  }
+  return sum;
+}
+
+void ExpectWhole(Shape& shape) {
+  EXPECT_TRUE(IsSound(shape.areas));
+  std::size_t i = 0;
+  std::size_t contours = 0;
+  ForEachContour(shape.areas, [&](const Contour* contour) {
+    EXPECT_EQ(shape.contourStarts.at(contours++), contour->head);
+    ForEachVertex(contour, [&](VertexNode* v) {
+      ASSERT_LT(i, shape.vertexTable.size());
+      EXPECT_EQ(shape.vertexTable[i++], v);
+    });
+  });
+  EXPECT_EQ(shape.vertexTable.size(), i);
+  EXPECT_EQ(shape.contourStarts.size(), contours);
+  if (shape.areas == nullptr) return;
+  EXPECT_TRUE(Triangulate(shape));
+  EXPECT_EQ(test::CheckMesh(shape), "");
+}
+
+// One operation, against GEOS: every edge may move by a step of the common grid.
+void Step(Shape& shape, const Shape& other, bool unite) {
+  const WorldAreas a = WorldOf(shape);
+  const WorldAreas b = WorldOf(other);
+  const auto expected = support::MeasureByGeos(a, b, unite ? 0 : 2);
+  double extent = 0.0;
+  for (const auto* areas : {&a, &b}) {
+    for (const auto& rings : *areas) {
+      for (const auto& p : rings[0]) extent = std::max({extent, std::abs(p.x), std::abs(p.y)});
+    }
+  }
+  (unite ? Unite : Subtract)(shape, other);
+  const double step = 2 * extent / GRID_MAX;
+  EXPECT_NEAR(AreaOf(WorldOf(shape)), expected.area, 3 * step * (expected.length + step));
+  ExpectWhole(shape);
+}
+
+WorldRing Circle(double x, double y, double r, int n) {
+  WorldRing ring;
+  for (int i = 0; i < n; ++i) {
+    const double angle = 6.283185307179586 * i / n;
+    ring.push_back({x + r * std::cos(angle), y + r * std::sin(angle)});
+  }
+  return ring;
+}
+
+using Maker = std::function<WorldRing(Random&)>;
+
+double Unit(Random& random) {
+  return static_cast<double>(random.Below(1 << 20)) / (1 << 20);
+}
+
+// A strip right across the square, and beyond it.
+WorldRing Guillotine(Random& random) {
+  const double angle = 6.283185307179586 * Unit(random);
+  const double x = 100 * Unit(random);
+  const double y = 100 * Unit(random);
+  const double dx = 200 * std::cos(angle);
+  const double dy = 200 * std::sin(angle);
+  const double w = 0.001 + 0.01 * Unit(random);
+  return {{x - dx, y - dy},
+          {x + dx, y + dy},
+          {x + dx - w * dy, y + dy + w * dx},
+          {x - dx - w * dy, y - dy + w * dx}};
+}
+
+WorldRing RandomCircle(Random& random) {
+  const double x = 100 * Unit(random);
+  const double y = 100 * Unit(random);
+  return Circle(x, y, 2 + 10 * Unit(random), 24);
+}
+
+WorldRing RotatedSquare(Random& random) {
+  WorldRing square = Circle(100 * Unit(random), 100 * Unit(random), 12, 4);
+  return square;
+}
+
+WorldRing TiltedSquare(Random& random) {
+  const double u = 10 * Unit(random) + 1;
+  const double v = 10 * Unit(random) + 1;
+  const double x = std::floor(100 * Unit(random));
+  const double y = std::floor(100 * Unit(random));
+  return {{x, y}, {x + u, y + v}, {x + u - v, y + v + u}, {x - v, y + u}};
+}
+
+// Triangles over one line that reach far outside: contacts along it.
+WorldRing OnALine(Random& random) {
+  const double from = std::floor(30 * Unit(random)) / 2;
+  const double to = from + 1 + std::floor(60 * Unit(random));
+  const auto on = [](double t) { return support::Xy{3 * t, 7 + t}; };
+  const support::Xy a = on(from);
+  const support::Xy b = on(to);
+  if (random.Below(2) == 0) return {a, b, {a.x - 20, b.y + 60 * Unit(random)}};
+  return {b, a, {b.x + 10, a.y - 60 * Unit(random)}};
+}
+
+TEST(Chains, FiftyStepsEachSoundAndTriangulated) {
+  const std::vector<std::pair<const char*, Maker>> families = {{"guillotine cuts", Guillotine},
+                                                               {"circles", RandomCircle},
+                                                               {"rotated squares", RotatedSquare},
+                                                               {"tilted squares", TiltedSquare},
+                                                               {"contacts on a line", OnALine}};
+  for (const auto& [name, make] : families) {
+    for (std::uint64_t seed = 0; seed < 4; ++seed) {
+      SCOPED_TRACE(std::string(name) + ", seed " + std::to_string(seed));
+      Random random(seed);
+      const auto shape = ShapeOf({{0, 0}, {100, 0}, {100, 100}, {0, 100}});
+      for (int k = 0; k < 50; ++k) {
+        Step(*shape, *ShapeOf(make(random)), random.Below(3) == 0);
+        if (HasFailure()) return;
+      }
+    }
+  }
+}
+
+TEST(Chains, TrianglesOfAMeshUnitedOneByOneGiveThePolygonBack) {
+  for (std::uint64_t seed = 0; seed < 8; ++seed) {
+    SCOPED_TRACE(seed);
+    Random random(seed);
+    WorldRing ring;
+    for (int i = 0; i < 40; ++i) {
+      const double angle = 6.283185307179586 * i / 40;
+      const double radius = 20 + 80 * Unit(random);
+      ring.push_back({radius * std::cos(angle), radius * std::sin(angle)});
+    }
+    const auto polygon = ShapeOf(ring);
+    ASSERT_TRUE(Triangulate(*polygon));
+    std::vector<WorldRing> triangles;
+    const Area* area = polygon->areas;
+    for (std::uint32_t i = 0; i < area->triangleCount; ++i) {
+      WorldRing triangle;
+      for (const VertexNode* v :
+           {area->triangles[i].a, area->triangles[i].b, area->triangles[i].c}) {
+        const WorldPoint p = Unsnap(v->grid, polygon->boxMin, polygon->boxMax);
+        triangle.push_back({p.x, p.y});
+      }
+      triangles.push_back(triangle);
+    }
+    for (std::size_t i = triangles.size(); i > 1; --i) {
+      std::swap(triangles[i - 1],
+                triangles[static_cast<std::size_t>(random.Below(static_cast<std::int64_t>(i)))]);
+    }
+    const auto united = ShapeOf(triangles[0]);
+    for (std::size_t i = 1; i < triangles.size(); ++i) Step(*united, *ShapeOf(triangles[i]), true);
+    EXPECT_NEAR(AreaOf(WorldOf(*united)), AreaOf(WorldOf(*polygon)), 1.0);
+    if (HasFailure()) return;
+  }
+}
+
+// A vertex that lies on an edge would be moved across it by the own, finer grid.
+TEST(Regridding, ContactsNeverBecomeCrossings) {
+  constexpr double m = GRID_MAX;
+  int stayed = 0;
+  for (std::uint64_t seed = 0; seed < 300; ++seed) {
+    SCOPED_TRACE(seed);
+    Random random(seed);
+    const auto far = [&] { return static_cast<double>(4 * (1 + random.Below(GRID_MAX / 16))); };
+    const auto shape = ShapeOf({{0, 0}, {m, 0}, {m, m}, {0, m}});
+    const support::Xy a{far(), far()};
+    const support::Xy b{a.x + far(), a.y + far()};
+    const support::Xy middle{(a.x + b.x) / 2, (a.y + b.y) / 2};
+    const support::Xy p{middle.x, middle.y + far()};
+    const support::Xy q{m * static_cast<double>(2 + random.Below(2)),
+                        middle.y + 2 * m * (b.y - a.y) / (b.x - a.x) + far()};
+    Subtract(*shape, *ShapeOf({a, middle, p}));
+    Subtract(*shape, *ShapeOf({middle, b, q}));
+    ExpectWhole(*shape);
+    stayed += shape->boxMax.x > m + 1 ? 1 : 0;
+    if (HasFailure()) return;
+  }
+  EXPECT_GT(stayed, 10);
+  EXPECT_LT(stayed, 290);
+}
+
+TEST(Regridding, HolesKeepTheirOrderAndTheOtherShapeIsUntouched) {
+  const auto shape = ShapeOf({{0, 0}, {30, 0}, {30, 10}, {0, 10}});
+  for (const double x : {2.0, 12.0, 22.0}) {
+    const auto hole = ShapeOf({{x, 2}, {x + 5, 2}, {x + 5, 5}, {x, 5}});
+    const WorldAreas before = WorldOf(*hole);
+    const auto grid = fixtures::AreasOf(hole->areas);
+    Subtract(*shape, *hole);
+    EXPECT_EQ(fixtures::AreasOf(hole->areas), grid);
+    EXPECT_EQ(AreaOf(WorldOf(*hole)), AreaOf(before));
+  }
+  const auto areas = WorldOf(*shape);
+  ASSERT_EQ(areas.size(), 1u);
+  ASSERT_EQ(areas[0].size(), 4u);
+  for (std::size_t i = 1; i < 4; ++i)
+    EXPECT_NEAR(areas[0][i][0].x, 10.0 * static_cast<double>(i) - 8, 1e-3);
+}
+
+TEST(Regridding, EmptyShapes) {
+  const auto square = ShapeOf({{0, 0}, {8, 0}, {8, 8}, {0, 8}});
+  const auto shape = ShapeOf({{0, 0}, {8, 0}, {8, 8}, {0, 8}});
+  const Shape empty;
+  Unite(*shape, empty);
+  Subtract(*shape, empty);
+  EXPECT_EQ(AreaOf(WorldOf(*shape)), 64);
+  Subtract(*shape, *square);
+  EXPECT_EQ(shape->areas, nullptr);
+  EXPECT_TRUE(shape->vertexTable.empty());
+  Subtract(*shape, *square);
+  EXPECT_EQ(shape->areas, nullptr);
+  Unite(*shape, *ShapeOf({{100, 100}, {108, 100}, {108, 108}}));
+  EXPECT_EQ(AreaOf(WorldOf(*shape)), 32) << "a shape without areas leaves the box alone";
+  ExpectWhole(*shape);
+}
+
+// Where doubles are coarser than grid steps, the region stays where it can be held.
+TEST(Regridding, HugeOffsetsWithTinyExtents) {
+  for (const double offset : {1e12, 1e15, 4e15, 1e17}) {
+    SCOPED_TRACE(offset);
+    const double unit = std::max(1.0, std::nextafter(offset, 1e300) - offset);
+    // On its grid at the origin, then moved with its box.
+    const auto moved = [&](const WorldRing& ring) {
+      auto shape = ShapeOf(ring);
+      for (WorldPoint* p : {&shape->boxMin, &shape->boxMax}) {
+        *p = {offset + p->x * unit, offset + p->y * unit};
+      }
+      return shape;
+    };
+    const auto box = [&](double x0, double y0, double x1, double y1) {
+      return moved({{x0, y0}, {x1, y0}, {x1, y1}, {x0, y1}});
+    };
+    const auto shape = box(0, 0, 4, 4);
+    Subtract(*shape, *box(1, 1, 2, 2));
+    Subtract(*shape, *box(2, 2, 6, 3));
+    Subtract(*shape, *box(0, 3, 1, 5));
+    EXPECT_NEAR(AreaOf(WorldOf(*shape)) / unit / unit, 12, 1e-4);
+    ExpectWhole(*shape);
+    // Corners between neighbouring doubles, and what is left of a sliver.
+    Subtract(*shape, *moved({{0, 0}, {1, 0}, {0, 1}}));
+    Subtract(*shape, *moved({{0, 0}, {4, 1}, {4, 4}, {1, 4}}));
+    ExpectWhole(*shape);
+    EXPECT_NE(shape->areas, nullptr);
+  }
+}
+
+TEST(Failures, InfiniteExtentsAreRefusedBeforeAnythingIsTouched) {
+  const auto shape = ShapeOf({{-1.5e308, 0}, {-1.5e308 + 1e302, 0}, {-1.5e308, 1}});
+  const auto other = ShapeOf({{1.5e308 - 1e302, 0}, {1.5e308, 0}, {1.5e308, 1}});
+  const auto before = fixtures::AreasOf(shape->areas);
+  for (const bool unite : {true, false}) {
+    try {
+      (unite ? Unite : Subtract)(*shape, *other);
+      FAIL();
+    } catch (CException* e) {
+      EXPECT_EQ(ERR::Delete(e), ERR::FAIL);
+    }
+    EXPECT_EQ(fixtures::AreasOf(shape->areas), before);
+    EXPECT_EQ(shape->boxMin.x, -1.5e308);
+  }
+}
+
+// Every allocation in turn fails: both shapes are as they were, nothing leaks.
+TEST(Failures, AllocationFailuresLeaveEverythingAsItWas) {
+  const auto other = ShapeOf({{2, 2}, {14, 3}, {9, 9}, {3, 14}});
+  for (const bool unite : {true, false}) {
+    std::size_t failures = 0;
+    bool struck = true;
+    for (std::size_t failing = 0; struck; ++failing) {
+      const auto shape = ShapeOf(Circle(5, 5, 7, 40));
+      Subtract(*shape, *ShapeOf({{4, 4}, {6, 4}, {5, 6}}));
+      const auto before = fixtures::AreasOf(shape->areas);
+      const std::ptrdiff_t alive = support::LiveAllocations();
+      int code = ERR::OK;
+      {
+        const support::FailingAllocations scope(failing, false);
+        try {
+          (unite ? Unite : Subtract)(*shape, *other);
+        } catch (...) {
+          code = ERR::Clear();
+        }
+        struck = scope.Struck();
+      }
+      if (code == ERR::OK) {  // sorting does without the buffer that it could not have
+        ExpectWhole(*shape);
+        continue;
+      }
+      ++failures;
+      ASSERT_TRUE(struck);
+      ASSERT_EQ(code, ERR::NOMEM);
+      ASSERT_EQ(support::LiveAllocations(), alive);
+      ASSERT_EQ(fixtures::AreasOf(shape->areas), before);
+      ASSERT_EQ(shape->vertexTable[0], shape->areas->contours->head);
+    }
+    EXPECT_GT(failures, 100u);
+  }
+}
+
+// Full grids: large stars, combs and tangles against GEOS, every operation.
+TEST(FullGrid, AreasAreThoseOfGeosWithinTheRounding) {
+  const auto world = [](const oracle::Areas& areas) {
+    WorldAreas result;
+    for (const auto& rings : areas) {
+      result.emplace_back();
+      for (const auto& ring : rings) {
+        result.back().emplace_back();
+        for (const auto& p : ring) {
+          result.back().back().push_back({static_cast<double>(p.x), static_cast<double>(p.y)});
+        }
+      }
+    }
+    return result;
+  };
+  for (std::uint64_t seed = 0; seed < 60; ++seed) {
+    SCOPED_TRACE(seed);
+    Random random(seed);
+    const auto make = [&]() -> oracle::Areas {
+      oracle::Ring ring = seed % 3 == 0
+                              ? fixtures::SimplePolygon(random, GRID_MAX, 25)
+                              : fixtures::Star(random, GRID_MAX, 20 + 40 * (random.Below(10)));
+      for (auto& p : ring) p = {p.x - GRID_OFFSET, p.y - GRID_OFFSET};
+      return {{ring}};
+    };
+    const oracle::Areas a = make();
+    const oracle::Areas b = make();
+    for (int op = 0; op < 4; ++op) {
+      OwnedRing result;
+      ASSERT_EQ(
+          Boolean(fixtures::RingOf(a).first, fixtures::RingOf(b).first, result.first, BoolOp{op}),
+          ERR::OK);
+      EXPECT_TRUE(IsSound(result.first));
+      const auto expected = support::MeasureByGeos(world(a), world(b), op);
+      EXPECT_NEAR(AreaOf(world(fixtures::AreasOf(result.first))), expected.area,
+                  0.75 * expected.length);
+    }
+  }
+}
+
+}  // namespace
+}  // namespace zelvan

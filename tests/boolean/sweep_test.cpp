@@ -1,0 +1,365 @@
+// The sweep: exact arithmetic, event order, status list, and the numbered
+// guarantees of snap rounding as docs/ARCHITECTURE.md states them.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <tuple>
+
+#include "boolean/crossing_analysis.h"
+#include "boolean/exact.h"
+#include "boolean/fixtures.h"
+#include "boolean/labelling.h"
+#include "boolean/operand.h"
+#include "boolean/sweep.h"
+
+namespace zelvan {
+namespace {
+
+using fixtures::Random;
+using oracle::Point;
+using oracle::Ring;
+using oracle::Rings;
+
+// A sweep over two operands, kept with its records.
+class Swept {
+ public:
+  Swept(const Rings& a, const Rings& b, ColumnSearch search = ColumnSearch::kIndexed)
+      : a_(fixtures::RingOf(a)), b_(fixtures::RingOf(b)), sweep(entries_, search) {
+    MarkOperand(a_.first, true);
+    MarkOperand(b_.first, false);
+    FillSegments(table, a_.first);
+    FillSegments(table, b_.first);
+    sweep.Run(table);
+  }
+
+  // The vertices of a segment in order, from its lower to its upper end.
+  static Ring Chain(const Segment& s) {
+    Ring chain;
+    for (const VertexNode* v = s.lower;; v = s.forward != 0 ? v->next : v->prev) {
+      chain.push_back({v->grid.gx, v->grid.gy});
+      if (v == s.upper) return chain;
+    }
+  }
+
+  // Everything that the sweep has made: chains, and the ring of every pixel.
+  std::vector<std::tuple<Point, Point, std::uint32_t>> Everything() const {
+    std::vector<std::tuple<Point, Point, std::uint32_t>> all;
+    for (const Segment& s : table) {
+      for (const VertexNode* v = s.lower;; v = s.forward != 0 ? v->next : v->prev) {
+        const CrossEntry* e = v->crossNext->next;
+        all.push_back({{v->grid.gx, v->grid.gy},
+                       {e->vertex->next->grid.gx, e->vertex->next->grid.gy},
+                       e->flags});
+        if (v == s.upper) break;
+      }
+    }
+    return all;
+  }
+
+  void Label() {
+    AnalysePixels(a_.first);
+    AnalysePixels(b_.first);
+    LabelEdges(sweep.Seeds());
+  }
+
+ private:
+  OwnedRing a_;
+  OwnedRing b_;
+  EntryPool entries_;
+
+ public:
+  SegmentTable table;
+  Sweep sweep;
+};
+
+Rings Tangle(Random& random, std::int64_t width, std::int64_t height, std::int64_t n) {
+  Ring ring;
+  for (std::int64_t i = 0; i < n; ++i) {
+    ring.push_back({random.Below(width) - width / 2, random.Below(height) - height / 2});
+    if (i > 0 && ring.back() == ring[ring.size() - 2]) ring.pop_back();
+  }
+  if (ring.front() == ring.back()) ring.pop_back();
+  return {ring};
+}
+
+TEST(Exact, RoundsHalvesUpwardAndKeepsTheSign) {
+  const auto is = [](std::int64_t num, std::int64_t den, std::int32_t value, std::int32_t sign) {
+    const Rounded r = RoundRatio(num, den);
+    EXPECT_EQ(std::pair(r.value, r.sign), std::pair(value, sign)) << num << "/" << den;
+  };
+  is(5, 2, 3, -1);
+  is(-5, 2, -2, -1);
+  is(7, 2, 4, -1);
+  is(6, 3, 2, 0);
+  is(-7, 3, -2, -1);
+  is(-8, 3, -3, 1);
+}
+
+TEST(Exact, CrossingsAtTheCornersOfTheGridDoNotOverflow) {
+  constexpr std::int32_t lo = -GRID_OFFSET;
+  constexpr std::int32_t hi = GRID_MAX - GRID_OFFSET;
+  const Crossing middle = FindCrossing({lo, lo}, {hi, hi}, {lo, hi}, {hi, lo});
+  EXPECT_TRUE(middle.counts);
+  EXPECT_EQ(RoundRatio(middle.xNum, middle.den).value, 0);  // -1/2, halves upward
+  EXPECT_EQ(RoundRatio(middle.xNum, middle.den).sign, -1);
+  // Nearly parallel, long, and just inside both: the largest numerators.
+  const Crossing far = FindCrossing({lo, hi - 1}, {hi, hi}, {lo, hi}, {hi, hi - 1});
+  EXPECT_TRUE(far.counts);
+  EXPECT_EQ(RoundRatio(far.yNum, far.den).value, hi);
+  EXPECT_FALSE(FindCrossing({0, 0}, {4, 4}, {2, 2}, {5, 0}).counts) << "touches at an end";
+  EXPECT_FALSE(FindCrossing({0, 0}, {4, 4}, {1, 1}, {3, 3}).counts) << "collinear";
+}
+
+TEST(Events, ComeInTheOrderOfTheirTruePlaces) {
+  std::vector<SweepEvent> inOrder;
+  const auto add = [&](std::int32_t x, std::int32_t y, std::uint32_t flags) {
+    const auto seq = static_cast<std::uint32_t>(100 - inOrder.size());
+    inOrder.push_back({flags, seq, x, y, nullptr, nullptr});
+  };
+  add(3, 9, CrossFlags(-1, 0));
+  add(3, -7, EVENT_START);
+  add(3, 5, CrossFlags(0, -1));
+  add(3, 5, EVENT_END);
+  add(3, 5, CrossFlags(0, 0));
+  add(3, 5, EVENT_START);
+  add(3, 5, CrossFlags(0, 1));
+  add(3, -9, CrossFlags(1, 1));
+  add(4, -524288, EVENT_END);
+  Random random(1);
+  for (int round = 0; round < 200; ++round) {
+    std::vector<SweepEvent> mixed = inOrder;
+    for (std::size_t i = mixed.size(); i > 1; --i) {
+      std::swap(mixed[i - 1],
+                mixed[static_cast<std::size_t>(random.Below(static_cast<std::int64_t>(i)))]);
+    }
+    EventQueue queue;
+    queue.Fill({mixed.begin(), mixed.begin() + 4});
+    for (std::size_t i = 4; i < mixed.size(); ++i) queue.Insert(mixed[i]);
+    for (const SweepEvent& e : inOrder) ASSERT_EQ(queue.PopMin().seq, e.seq);
+    ASSERT_TRUE(queue.Empty());
+  }
+}
+
+// The list against a plain vector: order, searches and counts.
+TEST(Status, IndexAgreesWithThePlainList) {
+  Random random(2);
+  std::vector<VertexNode> ends(400);
+  std::vector<Segment> segments(ends.size());
+  for (std::size_t i = 0; i < ends.size(); ++i) {
+    ends[i].flags = random.Below(2) == 0 ? FROM_FIRST : 0;
+    segments[i].lower = &ends[i];
+  }
+  StatusList list;
+  std::vector<Segment*> plain;
+  std::size_t fresh = 0;
+  for (int step = 0; step < 20000; ++step) {
+    const std::int64_t kind = random.Below(3);
+    const auto at = static_cast<std::size_t>(random.Below(static_cast<std::int64_t>(plain.size()) + 1));
+    const auto place = plain.begin() + static_cast<std::ptrdiff_t>(at);
+    if (kind == 0 && fresh < segments.size()) {
+      Segment* s = &segments[fresh++];
+      const std::vector<Segment*> before(plain.begin(), place);
+      list.InsertBelow(s, list.FirstNot([&](const Segment* t) {
+        return std::find(before.begin(), before.end(), t) != before.end();
+      }));
+      plain.insert(place, s);
+    } else if (kind == 1 && at + 1 < plain.size()) {
+      list.Swap(plain[at], plain[at + 1]);
+      std::swap(plain[at], plain[at + 1]);
+    } else if (kind == 2 && at < plain.size() && fresh == segments.size()) {
+      list.Remove(plain[at]);
+      plain.erase(place);
+    }
+    ASSERT_EQ(list.Size(), plain.size());
+    OperandSet parity = 0;
+    Segment* s = list.Bottom();
+    for (Segment* expected : plain) {
+      ASSERT_EQ(s, expected);
+      ASSERT_TRUE(step % 50 != 0 || list.ParityBelow(s) == parity);
+      parity ^= OperandOf(s->lower);
+      s = s->above;
+    }
+    ASSERT_TRUE(list.IsEnd(s));
+  }
+}
+
+TEST(Sweep, IndexedColumnsGiveWhatLookingAtEverySegmentGives) {
+  const std::pair<std::int64_t, std::int64_t> sizes[] = {
+      {1000000, 1000000}, {100000, 50}, {200, 100000}, {300, 300}};
+  std::uint64_t crossings = 0;
+  for (const auto& [width, height] : sizes) {
+    for (std::uint64_t seed = 0; seed < 6; ++seed) {
+      Random random(seed);
+      const Rings a = Tangle(random, width, height, 90);
+      const Rings b = Tangle(random, width, height, 60);
+      const Swept indexed(a, b);
+      const Swept plain(a, b, ColumnSearch::kEverySegment);
+      ASSERT_EQ(indexed.Everything(), plain.Everything()) << width << " x " << height << ", " << seed;
+      crossings += indexed.sweep.CrossingCount();
+    }
+  }
+  EXPECT_GT(crossings, 30000u);
+}
+
+TEST(Sweep, WorkIsBoundedBySegmentsAndCrossings) {
+  for (std::uint64_t seed = 0; seed < 300; ++seed) {
+    Random random(seed);
+    const std::int64_t size = 4 + random.Below(200);
+    const Swept swept(Tangle(random, size, size, 40), Tangle(random, size, size, 20));
+    const std::uint64_t n = swept.table.size();
+    EXPECT_LE(swept.sweep.CrossingCount(), n * (n - 1) / 2);
+    EXPECT_LE(swept.sweep.EventCount(), 2 * n + 2 * (2 * n + swept.sweep.CrossingCount()));
+  }
+}
+
+// Random cases for the guarantees, with what the oracle makes of them.
+class SnapRounding : public ::testing::Test {
+ protected:
+  template <class Visit>
+  void ForEachCase(Visit visit) {
+    for (std::uint64_t seed = 0; seed < 800; ++seed) {
+      Random random(seed);
+      const std::int64_t size = 5 + random.Below(40);
+      const auto pick = [&] {
+        return fixtures::kFamilies[static_cast<std::size_t>(random.Below(8))].make(random, size);
+      };
+      const Rings a = pick();
+      const Rings b = pick();
+      SCOPED_TRACE("seed " + std::to_string(seed));
+      Swept swept(a, b);
+      visit(swept, oracle::Snap(a, b));
+      if (HasFailure()) return;
+    }
+  }
+};
+
+// Is the pixel's closed square within reach of the segment? In quarters of steps
+// along both axes, by the separating lines.
+bool PixelTouches(const Segment& s, Point pixel) {
+  const GridPoint a = s.lower->grid;
+  const GridPoint b = s.upper->grid;
+  const auto reach = [](std::int32_t p, std::int32_t q, std::int64_t c) {
+    return 2 * std::min(p, q) <= 2 * c + 1 && 2 * c - 1 <= 2 * std::max(p, q);
+  };
+  const std::int64_t dx = b.gx - a.gx;
+  const std::int64_t dy = b.gy - a.gy;
+  const std::int64_t offset = dx * (pixel.y - a.gy) - dy * (pixel.x - a.gx);
+  return reach(a.gx, b.gx, pixel.x) && reach(a.gy, b.gy, pixel.y) &&
+         2 * std::abs(offset) <= std::abs(dx) + std::abs(dy);
+}
+
+TEST_F(SnapRounding, S1_EveryVertexIsAnEndpointOrARoundedCrossing) {
+  std::int64_t rounded = 0;
+  ForEachCase([&](const Swept& swept, const oracle::Arrangement& oracle) {
+    std::size_t ends = 0;
+    for (const Segment& s : swept.table) {
+      for (const Point& p : Swept::Chain(s)) {
+        EXPECT_TRUE(std::binary_search(oracle.hot.begin(), oracle.hot.end(), p));
+      }
+      ++ends;
+    }
+    rounded += oracle.hot.size() > ends;
+  });
+  EXPECT_GT(rounded, 100);
+}
+
+TEST_F(SnapRounding, S2_EdgesMoveByAtMostHalfAStepAlongEachAxis) {
+  std::int64_t moved = 0;
+  ForEachCase([&](const Swept& swept, const oracle::Arrangement& /*oracle*/) {
+    for (const Segment& s : swept.table) {
+      const GridPoint a = s.lower->grid;
+      for (const Point& p : Swept::Chain(s)) {
+        EXPECT_TRUE(PixelTouches(s, p));
+        moved += Cross(a, s.upper->grid,
+                       {static_cast<std::int32_t>(p.x), static_cast<std::int32_t>(p.y)}) != 0;
+      }
+    }
+  });
+  EXPECT_GT(moved, 3000);
+}
+
+TEST_F(SnapRounding, S3_EveryEdgeVisitsEveryHotPixelThatItMeets) {
+  std::size_t edges = 0;
+  ForEachCase([&](const Swept& swept, const oracle::Arrangement& oracle) {
+    std::size_t copies = 0;
+    for (const oracle::Edge& e : oracle.edges) copies += e.copies;
+    std::size_t own = 0;
+    for (const Segment& s : swept.table) {
+      const Ring chain = Swept::Chain(s);
+      own += chain.size() - 1;
+      for (std::size_t i = 1; i < chain.size(); ++i) {
+        const auto [low, high] = std::minmax(chain[i - 1], chain[i]);
+        const auto same = [from = low, to = high](const oracle::Edge& e) {
+          return e.from == from && e.to == to;
+        };
+        EXPECT_EQ(std::count_if(oracle.edges.begin(), oracle.edges.end(), same), 1);
+      }
+    }
+    EXPECT_EQ(own, copies);
+    edges += own - swept.table.size();
+  });
+  EXPECT_GT(edges, 5000u) << "edges were split";
+}
+
+TEST_F(SnapRounding, S4_NoTwoSnappedEdgesMeetButAtTheirEndsOrInFull) {
+  std::size_t pairs = 0;
+  ForEachCase([&](const Swept& /*swept*/, const oracle::Arrangement& oracle) {
+    const auto grid = [](Point p) {
+      return GridPoint{static_cast<std::int32_t>(p.x), static_cast<std::int32_t>(p.y)};
+    };
+    const auto side = [&](const oracle::Edge& e, Point p) {
+      const std::int64_t c = Cross(grid(e.from), grid(e.to), grid(p));
+      return (c > 0) - (c < 0);
+    };
+    for (const oracle::Edge& e : oracle.edges) {
+      for (const oracle::Edge& f : oracle.edges) {
+        EXPECT_FALSE(side(e, f.from) * side(e, f.to) < 0 && side(f, e.from) * side(f, e.to) < 0);
+        const bool within = side(e, f.from) == 0 && e.from < f.from && f.from < e.to;
+        EXPECT_FALSE(within);
+        ++pairs;
+      }
+    }
+  });
+  EXPECT_GT(pairs, 100000u);
+}
+
+TEST_F(SnapRounding, S5_ChainsRunMonotonelyAlongBothAxes) {
+  std::size_t splits = 0;
+  ForEachCase([&](const Swept& swept, const oracle::Arrangement& /*oracle*/) {
+    for (const Segment& s : swept.table) {
+      const Ring chain = Swept::Chain(s);
+      const bool rises = s.upper->grid.gy >= s.lower->grid.gy;
+      for (std::size_t i = 1; i < chain.size(); ++i) {
+        EXPECT_LE(chain[i - 1].x, chain[i].x);
+        EXPECT_TRUE(rises ? chain[i - 1].y <= chain[i].y : chain[i - 1].y >= chain[i].y);
+        EXPECT_NE(chain[i - 1], chain[i]);
+      }
+      splits += chain.size() > 2;
+    }
+  });
+  EXPECT_GT(splits, 2000u);
+}
+
+// What was left stays left or vanishes: simple contours never turn inside out.
+TEST_F(SnapRounding, S6_RegionsMayCollapseButNeverTurnOver) {
+  std::size_t collapsed = 0;
+  for (std::uint64_t seed = 0; seed < 3000; ++seed) {
+    Random random(seed);
+    const std::int64_t size = 4 + random.Below(16);
+    Swept swept({fixtures::SimplePolygon(random, size, 3 + random.Below(8))},
+                {fixtures::SimplePolygon(random, size, 3 + random.Below(8))});
+    swept.Label();
+    for (const Segment& s : swept.table) {
+      for (const VertexNode* v = s.lower; v != s.upper; v = s.forward != 0 ? v->next : v->prev) {
+        const VertexNode* holder = s.forward != 0 ? v : v->prev;
+        ASSERT_EQ(holder->flags & TURNED, 0u) << "seed " << seed;
+        collapsed += LabelOf(holder) == LABEL_DROPPED;
+      }
+    }
+  }
+  EXPECT_GT(collapsed, 500u);
+}
+
+}  // namespace
+}  // namespace zelvan

@@ -1,0 +1,91 @@
+// Areas by GEOS (geos_area.h).
+#include "support/geos_area.h"
+
+#include <geos_c.h>
+
+#include <memory>
+#include <stdexcept>
+
+namespace support {
+
+namespace {
+
+class Geos {
+ public:
+  Geos() : handle_(GEOS_init_r()) {}
+  ~Geos() { GEOS_finish_r(handle_); }
+  Geos(const Geos&) = delete;
+  Geos& operator=(const Geos&) = delete;
+
+  struct Destroy {
+    GEOSContextHandle_t handle;
+    void operator()(GEOSGeometry* g) const { GEOSGeom_destroy_r(handle, g); }
+  };
+  using Geometry = std::unique_ptr<GEOSGeometry, Destroy>;
+
+  Geometry Own(GEOSGeometry* g) const {
+    if (g == nullptr) throw std::runtime_error("GEOS failed");
+    return Geometry(g, Destroy{handle_});
+  }
+
+  GEOSGeometry* Ring(const WorldRing& ring) const {
+    const auto n = static_cast<unsigned>(ring.size());
+    GEOSCoordSequence* points = GEOSCoordSeq_create_r(handle_, n + 1, 2);
+    for (unsigned i = 0; i <= n; ++i) {
+      GEOSCoordSeq_setXY_r(handle_, points, i, ring[i % n].x, ring[i % n].y);
+    }
+    return GEOSGeom_createLinearRing_r(handle_, points);
+  }
+
+  Geometry Region(const WorldAreas& areas) const {
+    std::vector<GEOSGeometry*> polygons;
+    for (const auto& rings : areas) {
+      std::vector<GEOSGeometry*> holes;
+      for (std::size_t i = 1; i < rings.size(); ++i) holes.push_back(Ring(rings[i]));
+      GEOSGeometry* polygon = GEOSGeom_createPolygon_r(handle_, Ring(rings[0]), holes.data(),
+                                                       static_cast<unsigned>(holes.size()));
+      const Geometry raw = Own(polygon);
+      polygons.push_back(GEOSMakeValid_r(handle_, raw.get()));
+    }
+    const Geometry all = Own(GEOSGeom_createCollection_r(handle_, GEOS_GEOMETRYCOLLECTION,
+                                                         polygons.data(),
+                                                         static_cast<unsigned>(polygons.size())));
+    return Own(GEOSUnaryUnion_r(handle_, all.get()));
+  }
+
+  Geometry Combine(const Geometry& a, const Geometry& b, int op) const {
+    switch (op) {
+      case 0: return Own(GEOSUnion_r(handle_, a.get(), b.get()));
+      case 1: return Own(GEOSIntersection_r(handle_, a.get(), b.get()));
+      case 2: return Own(GEOSDifference_r(handle_, a.get(), b.get()));
+      default: return Own(GEOSSymDifference_r(handle_, a.get(), b.get()));
+    }
+  }
+
+  double Area(const Geometry& g) const {
+    double area = 0;
+    GEOSArea_r(handle_, g.get(), &area);
+    return area;
+  }
+
+  double Length(const Geometry& g) const {
+    double length = 0;
+    GEOSLength_r(handle_, g.get(), &length);
+    return length;
+  }
+
+ private:
+  GEOSContextHandle_t handle_;
+};
+
+}  // namespace
+
+GeosMeasure MeasureByGeos(const WorldAreas& a, const WorldAreas& b, int op) {
+  const Geos geos;
+  const auto regionA = geos.Region(a);
+  const auto regionB = geos.Region(b);
+  const auto result = geos.Combine(regionA, regionB, op);
+  return {geos.Area(result), geos.Length(regionA) + geos.Length(regionB)};
+}
+
+}  // namespace support

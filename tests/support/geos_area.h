@@ -1,0 +1,25 @@
+// Areas of Boolean operations by GEOS, through its C interface: the second opinion
+// on full grids.
+#pragma once
+
+#include <vector>
+
+namespace support {
+
+struct Xy {
+  double x;
+  double y;
+};
+using WorldRing = std::vector<Xy>;
+using WorldAreas = std::vector<std::vector<WorldRing>>;  // outer boundary, then holes
+
+struct GeosMeasure {
+  double area;
+  double length;  // of both operands' boundaries
+};
+
+/// 0 union, 1 intersection, 2 difference, 3 symmetric difference. Rings that touch
+/// themselves are accepted.
+GeosMeasure MeasureByGeos(const WorldAreas& a, const WorldAreas& b, int op);
+
+}  // namespace support
