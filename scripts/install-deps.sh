@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that building and testing need, and only those
-# that are missing. With nothing missing it says nothing and touches no network.
+# that are missing; further packages may be named as arguments. With nothing missing
+# it says nothing and touches no network.
 set -euo pipefail
 
 packages=(
@@ -10,6 +11,8 @@ packages=(
   libbenchmark-dev                 # benchmarks
   clang-format                     # format check
 )
+
+packages+=("$@")
 
 missing=()
 for package in "${packages[@]}"; do

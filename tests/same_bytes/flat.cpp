@@ -137,8 +137,6 @@ const std::pair<const char*, Make> kFamilies[] = {
     {"sized", Sized},
 };
 
-#ifdef ZELVAN_HAVE_BOOLEANS
-
 int Queue(const Xyz& xyz) {
   return SetHole(static_cast<int>(xyz.size()), xyz.data());
 }
@@ -176,8 +174,6 @@ void AddCountryChain(const support::Country& country, Hash& hash) {
   }
 }
 
-#endif
-
 }  // namespace
 
 void AddCountries(const std::string& dataFolder, Results& results) {
@@ -195,11 +191,9 @@ void AddCountries(const std::string& dataFolder, Results& results) {
       }
       results.Exact("input/" + name, input);
       results.Exact("country/" + name, hash);
-#ifdef ZELVAN_HAVE_BOOLEANS
       Hash chain;
       AddCountryChain(country, chain);
       results.Exact("region/" + name, chain);
-#endif
     }
   }
 }
@@ -222,8 +216,7 @@ void AddFamilies(Results& results) {
   }
 }
 
-void AddChains([[maybe_unused]] Results& results) {
-#ifdef ZELVAN_HAVE_BOOLEANS
+void AddChains(Results& results) {
   for (std::uint64_t seed = 1; seed <= 40; ++seed) {
     Random random(1000 + seed);
     Hash hash;
@@ -239,7 +232,6 @@ void AddChains([[maybe_unused]] Results& results) {
     }
     results.Exact("chain/" + std::to_string(seed), hash);
   }
-#endif
 }
 
 }  // namespace same_bytes
