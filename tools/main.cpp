@@ -5,6 +5,7 @@
 #include <iostream>
 
 #include "commands.h"
+#include "geos.h"
 #include "options.h"
 #include "output.h"
 
@@ -68,6 +69,10 @@ void AddCombinations(CLI::App& app, Options& options) {
 int Run(const Options& options) {
   if (const std::string problem = CheckOutputs(options.outputs, options.inputs); !problem.empty()) {
     std::cerr << problem << '\n';
+    return kUnusable;
+  }
+  if (options.repair && !Geos::CanRepair()) {
+    std::cerr << "--repair: this program was built without GEOS, which repairs\n";
     return kUnusable;
   }
   return options.command == Command::kTriangulate ? RunTriangulate(options) : RunCombine(options);
