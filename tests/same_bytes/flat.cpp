@@ -225,8 +225,9 @@ void AddChains(Results& results) {
       std::vector<Xyz> contours;
       for (int k = random.Between(1, 3); k > 0; --k) {
         const Xyz xyz = kFamilies[random.Below(std::size(kFamilies) - 1)].second(random);
-        contours.push_back(Moved(xyz, random.Between(0.1, 2.0), random.Between(-900, 900),
-                                 random.Between(-900, 900)));
+        const double by[] = {random.Between(0.1, 2.0), double(random.Between(-900, 900)),
+                             double(random.Between(-900, 900))};  // in this order
+        contours.push_back(Moved(xyz, by[0], by[1], by[2]));
       }
       AddStep(contours, random.Below(2) == 0, hash);
     }

@@ -18,13 +18,16 @@ namespace {
 using support::Random;
 using Numbers = std::vector<double>;
 
+// Draws stand in braces, where their order is fixed, or in statements of their own.
 VECTF Vector(Random& random) {
   // Integers now and then: equal, parallel and degenerate inputs.
   if (random.Below(3) == 0) {
-    return VECTF(random.Between(-2, 2), random.Between(-2, 2), random.Between(-2, 2));
+    const int v[] = {random.Between(-2, 2), random.Between(-2, 2), random.Between(-2, 2)};
+    return VECTF(v[0], v[1], v[2]);
   }
-  return VECTF(random.Between(-10.0, 10.0), random.Between(-10.0, 10.0),
-               random.Between(-10.0, 10.0));
+  const double v[] = {random.Between(-10.0, 10.0), random.Between(-10.0, 10.0),
+                      random.Between(-10.0, 10.0)};
+  return VECTF(v);
 }
 
 MATRX Matrix(Random& random) {
@@ -107,12 +110,15 @@ void AddTransforms(Random& random, Hash& hash) {
   TFORM t = TFORM::E();
   tform_InBasis(&t, a, b);
   Add(hash, t);
-  view_tform(&t, random.Below(2) == 0, v, Vector(random), Vector(random), Vector(random));
+  const VECTF w[] = {Vector(random), Vector(random), Vector(random), Vector(random),
+                     Vector(random)};
+  const bool flag = random.Below(2) == 0;
+  view_tform(&t, flag, v, w[0], w[1], w[2]);
   Add(hash, t);
-  const bool hit = Point2Plain(a, b, Vector(random), &v);
+  const bool hit = Point2Plain(a, b, w[3], &v);
   hash.Add(int{hit});
   Add(hash, v);
-  tform_direct(&v, Vector(random), a, random.Below(2) == 0);
+  tform_direct(&v, w[4], a, !flag);
   Add(hash, v);
 }
 
@@ -141,11 +147,13 @@ void AddRotations(Random& random, const std::string& seed, Results& results) {
   results.Close("CalcNMatrx/" + seed, numbers);
 
   numbers.clear();
-  Append(numbers, TFORM::R(angle, random.Between(-4.0, 4.0), random.Between(-4.0, 4.0)));
+  const double more[] = {random.Between(-4.0, 4.0), random.Between(-4.0, 4.0)};
+  Append(numbers, TFORM::R(angle, more[0], more[1]));
   results.Close("TFORM_R/" + seed, numbers);
 
+  const VECTF ends[] = {Vector(random), Vector(random)};
   results.Close("mth_angle_1/" + seed,
-                {mth_angle_1(axis, Vector(random), Vector(random)),
+                {mth_angle_1(axis, ends[0], ends[1]),
                  mth_angle_1(VECTF(0, 0, 0), VECTF(1, 0, 0), VECTF(random.Unit(), 1, 0))});
 }
 

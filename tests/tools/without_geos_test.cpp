@@ -30,8 +30,7 @@ class Writer {
       case 7:
         return Case("GEOMETRYCOLLECTION") + List([&] { return Wkt(depth + 1); });
       default:
-        return Case(random_.Below(30) == 0 ? "POLYGAN" : "POLYGON") + Dimension() + Body() +
-               (random_.Below(30) == 0 ? " 7" : "");
+        return Case(random_.Below(30) == 0 ? "POLYGAN" : "POLYGON") + Dimension() + Body();
     }
   }
 
