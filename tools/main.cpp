@@ -85,6 +85,7 @@ int main(int argc, char** argv) {
   tool::Options options;
   CLI::App app("Cuts polygons into triangles, unites and subtracts them.", "zelvan");
   app.set_version_flag("--version", "zelvan " ZELVAN_TOOL_VERSION);
+  app.allow_windows_style_options(false);  // a path may begin with a slash
   app.require_subcommand(1);
   tool::AddTriangulate(app, options);
   tool::AddCombinations(app, options);
