@@ -12,7 +12,12 @@ if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wdouble-promotion
     $<$<COMPILE_LANGUAGE:CXX>:-Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual>)
   if(CMAKE_SIZEOF_VOID_P EQUAL 4 AND CMAKE_SYSTEM_PROCESSOR MATCHES "86")
-    target_compile_options(zelvan_flags INTERFACE -msse2 -mfpmath=sse)
+    # Hosts of 32-bit Windows keep the stack aligned to 4 bytes; SSE2 spills need 16.
+    target_compile_options(zelvan_flags INTERFACE -msse2 -mfpmath=sse -mstackrealign)
+  endif()
+  if(MINGW)
+    # No other DLL than the system's own, and the same file for the same source.
+    target_link_options(zelvan_flags INTERFACE -static -Wl,--no-insert-timestamp)
   endif()
   if(ZELVAN_WERROR)
     target_compile_options(zelvan_flags INTERFACE -Werror)

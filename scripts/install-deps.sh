@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that building and testing need, and only those
-# that are missing. With nothing missing it says nothing and touches no network.
+# that are missing; further packages may be named as arguments. With nothing missing
+# it says nothing and touches no network.
 set -euo pipefail
 
 packages=(
@@ -11,6 +12,8 @@ packages=(
   doxygen python3                  # API pages, Python example
   clang-format                     # format check
 )
+
+packages+=("$@")
 
 missing=()
 for package in "${packages[@]}"; do

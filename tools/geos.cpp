@@ -80,6 +80,10 @@ std::string Geos::WhyInvalid(const Polygon& polygon) {
   }
 }
 
+bool Geos::CanRepair() {
+  return true;
+}
+
 std::vector<Polygon> Geos::Repair(const Polygon& polygon) {
   Parts parts;
   Collect(Own(GEOSMakeValid_r(context_, Build(polygon).get())).get(), parts);

@@ -1,5 +1,6 @@
 // The one door to GEOS: reading text into polygons, mending them, and saying
-// what is wrong with them. Failures are exceptions with GEOS's own words.
+// what is wrong with them. Failures are exceptions with GEOS's own words. A program
+// built without GEOS has the same door with less behind it (without_geos.cpp).
 #pragma once
 
 #include <cstddef>
@@ -34,6 +35,9 @@ class Geos {
 
   // What is wrong with a polygon by the rules of simple features, or nothing.
   std::string WhyInvalid(const Polygon& polygon);
+
+  // Whether this program was built with GEOS, which Repair needs.
+  static bool CanRepair();
 
   // The polygons that GEOS's MakeValid gets out of an invalid one: the same
   // region by the even-odd rule, possibly none. Throws std::runtime_error.

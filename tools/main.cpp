@@ -5,6 +5,7 @@
 #include <iostream>
 
 #include "commands.h"
+#include "geos.h"
 #include "options.h"
 #include "output.h"
 
@@ -70,6 +71,10 @@ int Run(const Options& options) {
     std::cerr << problem << '\n';
     return kUnusable;
   }
+  if (options.repair && !Geos::CanRepair()) {
+    std::cerr << "--repair: this program was built without GEOS, which repairs\n";
+    return kUnusable;
+  }
   return options.command == Command::kTriangulate ? RunTriangulate(options) : RunCombine(options);
 }
 
@@ -80,6 +85,7 @@ int main(int argc, char** argv) {
   tool::Options options;
   CLI::App app("Cuts polygons into triangles, unites and subtracts them.", "zelvan");
   app.set_version_flag("--version", "zelvan " ZELVAN_TOOL_VERSION);
+  app.allow_windows_style_options(false);  // a path may begin with a slash
   app.require_subcommand(1);
   tool::AddTriangulate(app, options);
   tool::AddCombinations(app, options);

@@ -4,8 +4,8 @@
  * that links the objects directly (the tests) defines ZELVAN_STATIC.
  *
  * ZELVAN_API_INLINE marks a member that an exported class defines in its header:
- * the library carries it too, for hosts that bind by name. (On Windows the class's
- * own mark does that.) ZELVAN_FREE_INLINE does the same for a free function. */
+ * the library carries it too, for hosts that bind by name. (For Microsoft's compiler
+ * the class's own mark does that.) ZELVAN_FREE_INLINE does the same for a free function. */
 #ifndef ZELVAN_EXPORT_H
 #define ZELVAN_EXPORT_H
 
@@ -17,11 +17,15 @@
 #else
 #define ZELVAN_API __declspec(dllimport)
 #endif
-#define ZELVAN_API_INLINE
 #if defined(ZELVAN_BUILDING) && !defined(ZELVAN_STATIC)
 #define ZELVAN_FREE_INLINE __declspec(dllexport)
 #else
 #define ZELVAN_FREE_INLINE
+#endif
+#if defined(__GNUC__)
+#define ZELVAN_API_INLINE ZELVAN_FREE_INLINE
+#else
+#define ZELVAN_API_INLINE
 #endif
 #define ZELVAN_CALL __cdecl
 #else

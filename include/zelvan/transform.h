@@ -23,6 +23,8 @@ struct ZELVAN_API TFORM {
   MATRX mDir;  ///< there
   MATRX mInv;  ///< and back
 
+  ZELVAN_API_INLINE TFORM& operator=(const TFORM& other) = default;
+
   /// The identity: the same object on every call; static initialisers may use it.
   [[nodiscard]] static const TFORM& E() noexcept;
   /// Translation.

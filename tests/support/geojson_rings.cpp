@@ -1,9 +1,10 @@
 // The rings of the map in data/ (geojson_rings.h).
 #include "support/geojson_rings.h"
 
-#include <cstdlib>
+#include <charconv>
 #include <fstream>
 #include <stdexcept>
+#include <string_view>
 #include <utility>
 
 namespace support {
@@ -13,7 +14,9 @@ namespace {
 // An array of numbers is a point; one of points a ring, of rings a polygon.
 class Coordinates {
  public:
-  explicit Coordinates(const char* text) : at_(text) { Array(); }
+  explicit Coordinates(std::string_view text) : at_(text.data()), end_(at_ + text.size()) {
+    Array();
+  }
   std::vector<RingPolygon> polygons;
 
  private:
@@ -42,14 +45,16 @@ class Coordinates {
 
   void Point() {
     for (int axis = 0; axis < 2; ++axis) {
-      char* end = nullptr;
-      ring_.push_back(std::strtod(at_, &end));
-      at_ = end + 1;  // , or ]
+      // Rounded exactly, whatever the platform's own functions do.
+      double coordinate = 0;
+      at_ = std::from_chars(at_, end_, coordinate).ptr + 1;  // behind , or ]
+      ring_.push_back(coordinate);
     }
     ring_.push_back(0.0);
   }
 
   const char* at_;
+  const char* end_;
   Ring ring_;
   RingPolygon polygon_;
 };
@@ -70,7 +75,7 @@ std::vector<Country> ReadCountries(const std::string& path) {
       const std::size_t begin = n + name.size();
       country.name = line.substr(begin, line.find('"', begin) - begin);
     }
-    country.polygons = Coordinates(line.c_str() + at + coordinates.size()).polygons;
+    country.polygons = Coordinates(std::string_view(line).substr(at + coordinates.size())).polygons;
     countries.push_back(std::move(country));
   }
   return countries;

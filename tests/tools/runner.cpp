@@ -72,8 +72,8 @@ std::string ToolTest::Read(const std::string& name) const {
   return {std::istreambuf_iterator<char>(stream), {}};
 }
 
-Outcome ToolTest::Run(const std::string& arguments) const {
-  std::string command = std::string("\"") + ZELVAN_TOOL + "\" ";
+Outcome ToolTest::Run(const std::string& arguments, const std::string& program) const {
+  std::string command = "\"" + program + "\" ";
   for (const char c : arguments) command += c == '@' ? folder_.string() : std::string(1, c);
   Outcome outcome{-1, {}};
   FILE* pipe = popen((command + " 2>&1").c_str(), "r");

@@ -35,8 +35,9 @@ class ToolTest : public testing::Test {
   std::string Path(const std::string& name) const { return (folder_ / name).string(); }
   std::string Write(const std::string& name, const std::string& text) const;  // gives the path
   std::string Read(const std::string& name) const;
-  Outcome Run(const std::string& arguments) const;  // "@" stands for the folder
-  Geometry Look(const std::string& name) const;     // .geojson, or .wkt of one line
+  // "@" stands for the folder
+  Outcome Run(const std::string& arguments, const std::string& program = ZELVAN_TOOL) const;
+  Geometry Look(const std::string& name) const;  // .geojson, or .wkt of one line
 
  private:
   std::filesystem::path folder_;

@@ -77,7 +77,8 @@ TEST(InsertionOrder, ShufflesByTheStatedDraws) {
   };
   for (std::size_t i = 0; i < expected.size(); ++i) {
     const std::uint64_t first = draw();
-    std::swap(expected[i], expected[(first * 65535 + draw()) % expected.size()]);
+    std::swap(expected[i],
+              expected[static_cast<std::size_t>((first * 65535 + draw()) % expected.size())]);
   }
   EXPECT_EQ(order, expected);
 }

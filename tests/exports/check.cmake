@@ -1,0 +1,47 @@
+# Holds what a library exports to a list: one more or one less is a failure.
+#   cmake -D LIBRARY=... -D LIST=... (-D NM=... | -D OBJDUMP=...) -P check.cmake
+# With -D WRITE=ON the list is written instead.
+function(read_elf out)
+  execute_process(COMMAND ${NM} -D --defined-only ${LIBRARY}
+    OUTPUT_VARIABLE table COMMAND_ERROR_IS_FATAL ANY)
+  string(REGEX MATCHALL "[^ \n]+\n" names "${table}")
+  set(${out} "${names}" PARENT_SCOPE)
+endfunction()
+
+function(read_pe out)
+  execute_process(COMMAND ${OBJDUMP} -p ${LIBRARY}
+    OUTPUT_VARIABLE table COMMAND_ERROR_IS_FATAL ANY)
+  string(REGEX REPLACE "^.*\\[Ordinal/Name Pointer\\] Table[^\n]*\n" "" table "${table}")
+  string(REGEX REPLACE "\n\n.*$" "\n" table "${table}")
+  string(REGEX MATCHALL "[^ \n]+\n" names "${table}")
+  set(${out} "${names}" PARENT_SCOPE)
+endfunction()
+
+if(OBJDUMP)
+  read_pe(names)
+else()
+  read_elf(names)
+endif()
+list(SORT names COMPARE STRING)
+string(JOIN "" exported ${names})
+if(WRITE)
+  file(WRITE ${LIST} "${exported}")
+  return()
+endif()
+
+file(STRINGS ${LIST} listed)
+string(REGEX MATCHALL "[^\n]+" exported "${exported}")
+set(more ${exported})
+list(REMOVE_ITEM more ${listed})
+set(fewer ${listed})
+list(REMOVE_ITEM fewer ${exported})
+if(more OR fewer)
+  list(JOIN more "\n    " more)
+  list(JOIN fewer "\n    " fewer)
+  message(FATAL_ERROR "Exported, but not listed:\n    ${more}\nListed, but not exported:\n    ${fewer}\nThe list: ${LIST}")
+endif()
+list(LENGTH exported count)
+if(count EQUAL 0)
+  message(FATAL_ERROR "${LIBRARY} exports nothing")
+endif()
+message("${count} symbols, as listed")

@@ -1,0 +1,76 @@
+// What the library answers, gathered under names: exact answers as hashes of their
+// bytes, answers that hang on the platform's sine, cosine, arc tangent or arc cosine
+// as the numbers themselves.
+#pragma once
+
+#include <bit>
+#include <cstdint>
+#include <string>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+namespace same_bytes {
+
+/// FNV-1a over 64-bit words (Fowler, Noll, Vo 1991). Every NaN counts as the same
+/// number: its sign and payload are the compiler's choice.
+class Hash {
+ public:
+  template <class Integer>
+  requires std::is_integral_v<Integer> Hash& Add(Integer value) {
+    const auto word = static_cast<std::uint64_t>(static_cast<std::int64_t>(value));
+    for (int shift = 0; shift < 64; shift += 8) {
+      state_ = (state_ ^ ((word >> shift) & 0xFF)) * 0x100000001B3u;
+    }
+    return *this;
+  }
+  Hash& Add(double value) {
+    return Add(std::bit_cast<std::int64_t>(value == value ? value : kNaN));
+  }
+  template <class T>
+  Hash& Add(const std::vector<T>& values) {
+    Add(values.size());
+    for (const T& value : values) Add(value);
+    return *this;
+  }
+
+  [[nodiscard]] std::uint64_t Value() const { return state_; }
+
+ private:
+  static constexpr double kNaN = std::bit_cast<double>(std::uint64_t{0x7FF8000000000000});
+
+  std::uint64_t state_ = 0xCBF29CE484222325u;
+};
+
+struct Result {
+  std::string name;  // without spaces
+  bool exact;
+  std::vector<std::uint64_t> words;  // one hash, or the bits of each number
+};
+
+class Results {
+ public:
+  void Exact(std::string name, const Hash& hash) {
+    list_.push_back({std::move(name), true, {hash.Value()}});
+  }
+  void Close(std::string name, const std::vector<double>& numbers) {
+    Result result{std::move(name), false, {}};
+    for (const double x : numbers) result.words.push_back(std::bit_cast<std::uint64_t>(x));
+    list_.push_back(std::move(result));
+  }
+  [[nodiscard]] const std::vector<Result>& List() const { return list_; }
+
+ private:
+  std::vector<Result> list_;
+};
+
+/// Through the flat interface: every country of the map, generated polygons, chains of
+/// unions and differences. The inputs are hashed too, under names of their own.
+void AddCountries(const std::string& dataFolder, Results& results);
+void AddFamilies(Results& results);
+void AddChains(Results& results);
+
+/// The toolkit on seeded input.
+void AddToolkit(Results& results);
+
+}  // namespace same_bytes
