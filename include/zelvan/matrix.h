@@ -38,6 +38,7 @@
 struct ZELVAN_API MATRX {
   double m[4][4];  ///< by row, then column
 
+  /// Copies every number.
   ZELVAN_API_INLINE MATRX& operator=(const MATRX& other) = default;
 
   /// Determinant by expansion along row 0, without pivoting or tolerance.

@@ -23,6 +23,7 @@ struct ZELVAN_API TFORM {
   MATRX mDir;  ///< there
   MATRX mInv;  ///< and back
 
+  /// Copies every number.
   ZELVAN_API_INLINE TFORM& operator=(const TFORM& other) = default;
 
   /// The identity: the same object on every call; static initialisers may use it.
