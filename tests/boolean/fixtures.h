@@ -3,12 +3,12 @@
 #pragma once
 
 #include <cstdint>
-#include <random>
 #include <string>
 #include <vector>
 
 #include "polygon/area.h"
 #include "support/arrangement_oracle.h"
+#include "support/random.h"
 
 namespace fixtures {
 
@@ -28,20 +28,18 @@ oracle::Rings Mirrored(oracle::Rings rings, unsigned symmetry, std::int64_t size
 /// "(0,1)(2,1)...", one ring after the other.
 std::string Text(const oracle::Rings& rings);
 
-/// Portable random numbers: the bits of std::mt19937_64 and nothing else.
-class Random {
+/// The tests' random bits, with the draws that the families want.
+class Random : public support::Random {
  public:
-  explicit Random(std::uint64_t seed) : bits_(seed) {}
+  using support::Random::Random;
+
   std::int64_t Below(std::int64_t n) {
-    return static_cast<std::int64_t>(bits_() % static_cast<std::uint64_t>(n));
+    return static_cast<std::int64_t>(Bits() % static_cast<std::uint64_t>(n));
   }
   oracle::Point PointIn(std::int64_t size) {
     const std::int64_t x = Below(size + 1);
     return {x, Below(size + 1)};
   }
-
- private:
-  std::mt19937_64 bits_;
 };
 
 /// A family makes one operand on a grid of `size` steps.

@@ -4,33 +4,27 @@
 
 #include <cstdint>
 #include <functional>
-#include <random>
 #include <string>
 #include <vector>
 
+#include "support/random.h"
 #include "support/regions.h"
 
 namespace zelvan::test {
 
-/// std::mt19937_64 bits, used directly: the standard distributions differ between
-/// libraries.
-class Random {
+/// The tests' random bits, with the draws that the families want.
+class Random : public support::Random {
  public:
-  explicit Random(std::uint64_t seed) : bits_(seed) {}
+  using support::Random::Random;
 
   /// From 0 to n - 1.
   std::int32_t Below(std::int32_t n) {
-    return static_cast<std::int32_t>(bits_() % static_cast<std::uint64_t>(n));
+    return static_cast<std::int32_t>(Bits() % static_cast<std::uint64_t>(n));
   }
   /// From low to high, both included.
   std::int32_t Between(std::int32_t low, std::int32_t high) { return low + Below(high - low + 1); }
-  /// In [0, 1).
-  double Unit() { return static_cast<double>(bits_() >> 11) * 0x1p-53; }
   /// A random order of 0 .. n - 1.
   std::vector<std::uint32_t> Permutation(std::size_t n);
-
- private:
-  std::mt19937_64 bits_;
 };
 
 /// Vertices on a circle of the given radius, in convex position.
