@@ -3,7 +3,7 @@
 // A shuffle says which edges come in which round, of 1, 1, 2, 4, 8, ... edges; within
 // a round they follow the contours. That keeps the expected work of a random order
 // (Amenta, Choi and Rote, "Incremental Constructions con BRIO", 2003), and neighbours
-// find each other's records in the cache: a million vertices take half as long.
+// find each other's records in the cache, which shows from 10^5 vertices on.
 //
 // The order decides the running time, the pool slots and so the order in which
 // triangles are emitted, but not the set of triangles. It is drawn from a generator
