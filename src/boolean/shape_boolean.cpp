@@ -10,7 +10,6 @@
 #include "boolean/boolean.h"
 #include "boolean/operand.h"
 #include "boolean/regrid.h"
-#include "polygon/area.h"
 #include "polygon/grid_mapping.h"
 #include "polygon/tables.h"
 
@@ -18,12 +17,8 @@ namespace zelvan {
 
 namespace {
 
-WorldBox BoxOf(const Shape& shape) noexcept {
-  return {shape.boxMin, shape.boxMax};
-}
-
-WorldBox CommonBox(const Shape& shape, const Shape& other) {
-  WorldBox box = WorldBoxOf(shape.areas, BoxOf(shape));
+WorldBox CommonBox(const Area* areas, const WorldBox& grid, const Shape& other) {
+  WorldBox box = WorldBoxOf(areas, grid);
   const WorldBox otherBox = WorldBoxOf(other.areas, BoxOf(other));
   MergeBoxes(box.min, box.max, otherBox.min, otherBox.max);
   if (!std::isfinite((box.max.x - box.min.x) * GRID_MAX) ||
@@ -33,43 +28,45 @@ WorldBox CommonBox(const Shape& shape, const Shape& other) {
   return box;
 }
 
-// Nothing can fail any more.
-void Replace(Shape& shape, OwnedRing& ring, ShapeTables tables, const WorldBox& box) noexcept {
-  std::swap(shape.areas, ring.first);
-  AdoptTables(shape, std::move(tables));
-  if (shape.areas == nullptr) return;  // keeps its box
-  shape.boxMin = box.min;
-  shape.boxMax = box.max;
-}
-
-void Combine(Shape& shape, const Shape& other, BoolOp op) {
-  const WorldBox common = CommonBox(shape, other);
-  const OwnedRing a(CopyOnGrid(shape.areas, BoxOf(shape), common));
-  const OwnedRing b(CopyOnGrid(other.areas, BoxOf(other), common));
-  OwnedRing result;
-  const ERR::CODE code = a.first != nullptr && b.first != nullptr
-                             ? CombineCopies(a.first, b.first, result.first, op)
-                             : Boolean(a.first, b.first, result.first, op);
-  if (code != ERR::OK) ERR::Raise(code);
-  const WorldBox box = MoveToOwnGrid(result.first, common);
-  Replace(shape, result, MakeTables(result.first), box);
-}
-
 void CombineOrRaise(Shape& shape, const Shape& other, BoolOp op) {
-  if (other.areas == nullptr) return;
   try {
-    if (shape.areas != nullptr) {
-      Combine(shape, other, op);
-    } else if (op == UNION) {
-      OwnedRing copy(CopyOperand(other.areas));
-      Replace(shape, copy, MakeTables(copy.first), BoxOf(other));
-    }
+    OwnedRing result;
+    const auto box = CombineRegions(shape.areas, BoxOf(shape), other, op, result);
+    if (box) TakeOver(shape, result, MakeTables(result.first), *box);
   } catch (const std::bad_alloc&) {
     ERR::Raise(ERR::NOMEM);
   }
 }
 
 }  // namespace
+
+WorldBox BoxOf(const Shape& shape) noexcept {
+  return {shape.boxMin, shape.boxMax};
+}
+
+std::optional<WorldBox> CombineRegions(const Area* areas, const WorldBox& grid, const Shape& other,
+                                       BoolOp op, OwnedRing& result) {
+  if (other.areas == nullptr || (areas == nullptr && op != UNION)) return std::nullopt;
+  if (areas == nullptr) {
+    result.first = CopyOperand(other.areas);
+    return BoxOf(other);
+  }
+  const WorldBox common = CommonBox(areas, grid, other);
+  const OwnedRing a(CopyOnGrid(areas, grid, common));
+  const OwnedRing b(CopyOnGrid(other.areas, BoxOf(other), common));
+  const ERR::CODE code = a.first != nullptr && b.first != nullptr
+                             ? CombineCopies(a.first, b.first, result.first, op)
+                             : Boolean(a.first, b.first, result.first, op);
+  if (code != ERR::OK) ERR::Raise(code);
+  return result.first != nullptr ? MoveToOwnGrid(result.first, common) : grid;
+}
+
+void TakeOver(Shape& shape, OwnedRing& ring, ShapeTables tables, const WorldBox& grid) noexcept {
+  std::swap(shape.areas, ring.first);
+  AdoptTables(shape, std::move(tables));
+  shape.boxMin = grid.min;
+  shape.boxMax = grid.max;
+}
 
 void Unite(Shape& shape, const Shape& other) {
   CombineOrRaise(shape, other, UNION);

@@ -11,7 +11,12 @@
 // coincide or vertices fall together.
 #pragma once
 
+#include <optional>
+
+#include "boolean/labels.h"
+#include "polygon/area.h"
 #include "polygon/records.h"
+#include "polygon/tables.h"
 
 namespace zelvan {
 
@@ -22,5 +27,20 @@ void Unite(Shape& shape, const Shape& other);
 
 /// The same for the region of `shape` less that of `other`.
 void Subtract(Shape& shape, const Shape& other);
+
+// The steps of one operation, for those that do many (shape_queue.h).
+
+[[nodiscard]] WorldBox BoxOf(const Shape& shape) noexcept;
+
+/// Combines a ring on the grid of a box, which may be null, with a shape.
+/// @return the box of the result's grid, `grid` where the result is null; none where
+///         the operation leaves the region as it is. Raises what Unite does, throws
+///         std::bad_alloc.
+[[nodiscard]] std::optional<WorldBox> CombineRegions(const Area* areas, const WorldBox& grid,
+                                                     const Shape& other, BoolOp op,
+                                                     OwnedRing& result);
+
+/// Exchanges the shape's region for another one, with its tables and its grid's box.
+void TakeOver(Shape& shape, OwnedRing& ring, ShapeTables tables, const WorldBox& grid) noexcept;
 
 }  // namespace zelvan

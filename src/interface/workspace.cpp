@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <utility>
 
-#include "boolean/shape_boolean.h"
+#include "boolean/shape_queue.h"
 #include "interface/read_points.h"
 #include "polygon/grid_mapping.h"
 #include "triangulation/mesh.h"
@@ -32,17 +32,17 @@ int Workspace::Triangulate() {
 int Workspace::CombineQueue(Operation operation) {
   if (holes_.empty()) return 1;
   if (main_ == nullptr) return 0;
-  for (const std::unique_ptr<Shape>& hole : holes_) operation(*main_, *hole);
+  operation(*main_, holes_);
   holes_.clear();
   return 1;
 }
 
 int Workspace::Union() {
-  return CombineQueue(Unite);
+  return CombineQueue(UniteAll);
 }
 
 int Workspace::Substruct() {
-  return CombineQueue(Subtract);
+  return CombineQueue(SubtractAll);
 }
 
 int Workspace::GetCounts(int* vertexCount, int* edgeCount, int* faceCount) const noexcept {

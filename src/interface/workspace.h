@@ -6,9 +6,9 @@
 // into the result 0. No state is rolled back but where an operation says so.
 #pragma once
 
-#include <list>
 #include <memory>
 
+#include "boolean/shape_queue.h"
 #include "polygon/records.h"
 
 namespace zelvan {
@@ -38,12 +38,12 @@ class Workspace {
   [[nodiscard]] const Shape* Main() const noexcept { return main_.get(); }
 
  private:
-  using Operation = void (*)(Shape& shape, const Shape& other);
+  using Operation = void (*)(Shape& shape, const ShapeQueue& others);
   int CombineQueue(Operation operation);
 
   // In this order, so that the main shape goes first when the library is unloaded.
-  std::list<std::unique_ptr<Shape>> holes_;  // oldest first
-  std::unique_ptr<Shape> main_;              // or null
+  ShapeQueue holes_;             // oldest first
+  std::unique_ptr<Shape> main_;  // or null
 };
 
 /// The one workspace of the process.

@@ -1,0 +1,154 @@
+// The index of edges (edge_index.h).
+#include "boolean/edge_index.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+#include "polygon/area.h"
+
+namespace zelvan {
+
+namespace {
+
+std::int64_t FloorDiv(std::int64_t a, std::int64_t b) noexcept {
+  const std::int64_t q = a / b;
+  return q - (a % b != 0 && (a < 0) != (b < 0) ? 1 : 0);
+}
+
+// Sign of the place of the point half a step above p with respect to an edge that
+// passes its height: positive to the right, in x, of it.
+std::int64_t RightOf(GridPoint p, GridPoint from, GridPoint to) noexcept {
+  const std::int64_t side = std::int64_t{to.gx - from.gx} * (2 * (p.gy - from.gy) + 1) -
+                            2 * std::int64_t{p.gx - from.gx} * (to.gy - from.gy);
+  return to.gy > from.gy ? -side : side;
+}
+
+bool PassesAbove(std::int32_t row, GridPoint from, GridPoint to) noexcept {
+  return (from.gy <= row) != (to.gy <= row);
+}
+
+// Of two edges that pass one height and do not cross: does a pass right of b?
+bool IsRightOf(GridPoint a0, GridPoint a1, GridPoint b0, GridPoint b1) noexcept {
+  if (a0.gy > a1.gy) std::swap(a0, a1);
+  if (b0.gy > b1.gy) std::swap(b0, b1);
+  std::int64_t right = a0.gy >= b0.gy ? -Cross(b0, b1, a0) : Cross(a0, a1, b0);
+  if (right == 0) right = a1.gy <= b1.gy ? -Cross(b0, b1, a1) : Cross(a0, a1, b1);
+  return right > 0;
+}
+
+}  // namespace
+
+bool EdgeMeetsBox(GridPoint a, GridPoint b, const GridBox& box) noexcept {
+  if (std::max(a.gx, b.gx) < box.min.gx || std::min(a.gx, b.gx) > box.max.gx ||
+      std::max(a.gy, b.gy) < box.min.gy || std::min(a.gy, b.gy) > box.max.gy) {
+    return false;
+  }
+  const std::int64_t corners[] = {Cross(a, b, box.min), Cross(a, b, {box.max.gx, box.min.gy}),
+                                  Cross(a, b, box.max), Cross(a, b, {box.min.gx, box.max.gy})};
+  const auto [low, high] = std::minmax_element(std::begin(corners), std::end(corners));
+  return *low <= 0 && *high >= 0;
+}
+
+EdgeIndex::EdgeIndex(const Area* ring, std::size_t more) {
+  std::size_t edges = more;
+  double length = 0;  // of all edges, along both axes, in widths of the grid
+  ForEachContour(ring, [&](const Contour* contour) {
+    ForEachVertex(contour, [&](const VertexNode* v) {
+      const GridPoint a = v->grid;
+      const GridPoint b = v->next->grid;
+      length += static_cast<double>(std::abs(b.gx - a.gx) + std::abs(b.gy - a.gy)) / GRID_MAX;
+      ++edges;
+    });
+  });
+  const auto expected = static_cast<double>(edges);
+  while (side_ < 1024 && 4.0 * side_ * side_ <= expected && 2 * side_ * length <= 4 * expected) {
+    side_ *= 2;
+    --shift_;
+  }
+  first_.assign(static_cast<std::size_t>(side_) * static_cast<std::size_t>(side_), kNone);
+  entries_.reserve(edges);
+  std::uint32_t area = 0;
+  ForEachArea(ring, [&](const Area* a) {
+    for (const Contour* c = a->contours; c != nullptr; c = c->next) Add(c, area);
+    ++area;
+  });
+}
+
+void EdgeIndex::Add(const Contour* contour, std::uint32_t area) {
+  ForEachVertex(contour, [&](const VertexNode* v) { AddEdge(v->grid, v->next->grid, area); });
+}
+
+bool EdgeIndex::Meets(const GridBox& box) const noexcept {
+  const std::int32_t right = BucketOf(box.max.gx);
+  const std::int32_t top = BucketOf(box.max.gy);
+  for (std::int32_t row = BucketOf(box.min.gy); row <= top; ++row) {
+    for (std::int32_t column = BucketOf(box.min.gx); column <= right; ++column) {
+      for (std::uint32_t i = first_[At(column, row)]; i != kNone; i = entries_[i].next) {
+        if (EdgeMeetsBox(entries_[i].from, entries_[i].to, box)) return true;
+      }
+    }
+  }
+  return false;
+}
+
+// Goes left, bucket by bucket, to the nearest edge; p lies on the side of its region or
+// on the other one. An edge that is found before its own bucket waits until that is
+// reached.
+std::uint32_t EdgeIndex::FaceAt(GridPoint p) const noexcept {
+  const Entry* nearest = nullptr;
+  const std::int32_t row = BucketOf(p.gy);
+  for (std::int32_t column = BucketOf(p.gx); column >= 0; --column) {
+    for (std::uint32_t i = first_[At(column, row)]; i != kNone; i = entries_[i].next) {
+      const Entry& e = entries_[i];
+      if (PassesAbove(p.gy, e.from, e.to) && RightOf(p, e.from, e.to) > 0 &&
+          (nearest == nullptr || IsRightOf(e.from, e.to, nearest->from, nearest->to))) {
+        nearest = &e;
+      }
+    }
+    const GridPoint border{(column << shift_) - GRID_OFFSET, p.gy};
+    if (nearest != nullptr && RightOf(border, nearest->from, nearest->to) <= 0) break;
+  }
+  const bool inside = nearest != nullptr && nearest->to.gy < nearest->from.gy;
+  return inside ? nearest->area : kNoArea;
+}
+
+// A box may reach beyond the grid by a step.
+std::int32_t EdgeIndex::BucketOf(std::int64_t coordinate) const noexcept {
+  const auto bucket = static_cast<std::int32_t>((coordinate + GRID_OFFSET) >> shift_);
+  return std::clamp(bucket, 0, side_ - 1);
+}
+
+std::size_t EdgeIndex::At(std::int32_t column, std::int32_t row) const noexcept {
+  return static_cast<std::size_t>(row) * static_cast<std::size_t>(side_) +
+         static_cast<std::size_t>(column);
+}
+
+// Column by column, the rows that the edge takes between the column's borders.
+void EdgeIndex::AddEdge(GridPoint from, GridPoint to, std::uint32_t area) {
+  const Entry entry{from, to, area, kNone};
+  GridPoint a = from;
+  GridPoint b = to;
+  if (a.gx > b.gx) std::swap(a, b);
+  const std::int32_t last = BucketOf(b.gx);
+  const std::int64_t dx = b.gx - a.gx;
+  const std::int64_t dy = b.gy - a.gy;
+  std::int64_t enter = a.gy;
+  for (std::int32_t column = BucketOf(a.gx); column <= last; ++column) {
+    const std::int64_t border = (std::int64_t{column + 1} << shift_) - GRID_OFFSET;
+    const std::int64_t leave = column == last ? b.gy : a.gy + FloorDiv(dy * (border - a.gx), dx);
+    const std::int32_t top = BucketOf(std::max(enter, leave) + 1);
+    for (std::int32_t row = BucketOf(std::min(enter, leave)); row <= top; ++row) {
+      Put(column, row, entry);
+    }
+    enter = leave;
+  }
+}
+
+void EdgeIndex::Put(std::int32_t column, std::int32_t row, const Entry& entry) {
+  std::uint32_t& first = first_[At(column, row)];
+  entries_.push_back(entry);
+  entries_.back().next = first;
+  first = static_cast<std::uint32_t>(entries_.size() - 1);
+}
+
+}  // namespace zelvan
