@@ -136,22 +136,6 @@ TEST(Triangulation, EmitsInTheOrderThatTheStagesFix) {
   EXPECT_EQ(Emitted(*shape), (Corners{"bda", "bcd"}));
 }
 
-// With many holes there are more diagonals, and so rings, than vertices.
-TEST(Triangulation, HasRoomForTheDiagonalsOfManyHoles) {
-  const Region region{{{0, 0}, {4900, 2800}, {2100, 7700}, {-2800, 4900}},
-                      {{2066, 3242}, {1838, 3641}, {2237, 3869}, {2465, 3470}},
-                      {{-296, 2728}, {-551, 3353}, {85, 3020}},
-                      {{248, 3076}, {48, 3426}, {398, 3626}, {598, 3276}},
-                      {{945, 3465}, {673, 3941}, {1149, 4213}, {1421, 3737}},
-                      {{1615, 3755}, {1271, 4357}, {1873, 4701}, {2217, 4099}},
-                      {{-798, 3574}, {-1010, 3945}, {-639, 4157}, {-427, 3786}},
-                      {{-1976, 3653}, {-1985, 4205}, {-1627, 4066}},
-                      {{-1219, 4197}, {-1351, 4428}, {-1120, 4560}, {-988, 4329}}};
-  const auto shape = MakeShape({region});
-  ASSERT_TRUE(Triangulate(*shape));
-  EXPECT_EQ(zelvan::test::CheckMesh(*shape), "");
-}
-
 TEST(Triangulation, TheBoundsOfTheGridAreOrdinaryPoints) {
   const std::int32_t low = -zelvan::GRID_OFFSET;
   const std::int32_t high = zelvan::GRID_MAX - zelvan::GRID_OFFSET;

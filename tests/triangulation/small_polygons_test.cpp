@@ -112,14 +112,6 @@ TEST(SmallPolygons, AllOnAGridOfFourByFour) {
   }
 }
 
-TEST(SmallPolygons, AVertexInsideAnEdgeUnderEveryOrder) {
-  const Region region{{{0, 0}, {20, 0}, {20, 20}, {5, 20}, {10, 4}, {15, 16}, {16, 4}, {0, 4}}};
-  for (int k = 0; k < 8; ++k) {
-    EXPECT_TRUE(Trial(zelvan::test::Symmetric(region, k)).MustSucceedInAllOrders()) << k;
-  }
-  EXPECT_TRUE(Trial(zelvan::test::Turned(region, 3, 7)).MustSucceedInAllOrders());
-}
-
 // Random closed paths on tiny grids: what bounds an area must succeed, the rest must
 // fail, or give triangles that are right for the winding of the path.
 TEST(SmallPolygons, RandomPathsAgainstTheOracle) {
