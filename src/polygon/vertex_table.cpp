@@ -19,6 +19,7 @@ std::size_t HashOf(GridPoint p) noexcept {
 
 void VertexTable::Assign(std::vector<VertexNode*> vertices) {
   std::vector<std::int32_t> slots(HashSlots(vertices.size()), -1);
+  std::vector<std::int32_t> repeated;
   const std::size_t mask = slots.size() - 1;
   for (std::size_t i = 0; i < vertices.size(); ++i) {
     const GridPoint point = vertices[i]->grid;
@@ -26,14 +27,20 @@ void VertexTable::Assign(std::vector<VertexNode*> vertices) {
     while (slots[s] >= 0 && vertices[static_cast<std::size_t>(slots[s])]->grid != point) {
       s = (s + 1) & mask;
     }
-    if (slots[s] < 0) slots[s] = static_cast<std::int32_t>(i);
+    if (slots[s] < 0) {
+      slots[s] = static_cast<std::int32_t>(i);
+    } else {
+      repeated.push_back(static_cast<std::int32_t>(i));
+    }
   }
   vertices_ = std::move(vertices);
+  repeated_ = std::move(repeated);
   slots_ = std::move(slots);
 }
 
 void VertexTable::Clear() noexcept {
   vertices_.clear();
+  repeated_.clear();
   slots_.clear();
 }
 

@@ -30,6 +30,10 @@ class VertexTable {
   /// Position of the first vertex at `point`, or -1.
   [[nodiscard]] std::int32_t Find(GridPoint point) const noexcept;
 
+  /// Positions that Find does not give, for the lack of being the first on their point,
+  /// in ascending order.
+  [[nodiscard]] const std::vector<std::int32_t>& repeated() const noexcept { return repeated_; }
+
   [[nodiscard]] std::size_t size() const noexcept { return vertices_.size(); }
   [[nodiscard]] bool empty() const noexcept { return vertices_.empty(); }
   [[nodiscard]] VertexNode* operator[](std::size_t i) const noexcept { return vertices_[i]; }
@@ -38,6 +42,7 @@ class VertexTable {
 
  private:
   std::vector<VertexNode*> vertices_;
+  std::vector<std::int32_t> repeated_;
   std::vector<std::int32_t> slots_;  // open addressing; -1 where free; a power of two long
 };
 
