@@ -308,10 +308,10 @@ TEST(Failures, InfiniteExtentsAreRefusedBeforeAnythingIsTouched) {
   }
 }
 
-// Every allocation in turn fails: both shapes are as they were, nothing leaks.
+// Every allocation in turn fails: both operands are as they were, nothing leaks.
 TEST(Failures, AllocationFailuresLeaveEverythingAsItWas) {
   const auto other = ShapeOf({{2, 2}, {14, 3}, {9, 9}, {3, 14}});
-  for (const bool unite : {true, false}) {
+  for (const char* kind : {"unite", "subtract", "rings"}) {
     std::size_t failures = 0;
     bool struck = true;
     for (std::size_t failing = 0; struck; ++failing) {
@@ -323,7 +323,13 @@ TEST(Failures, AllocationFailuresLeaveEverythingAsItWas) {
       {
         const support::FailingAllocations scope(failing, false);
         try {
-          (unite ? Unite : Subtract)(*shape, *other);
+          if (kind[0] == 'r') {
+            OwnedRing region;
+            code =
+                CombineRings({shape->areas, FillRule::kNonZero}, {other->areas}, region.first, XOR);
+          } else {
+            (kind[0] == 'u' ? Unite : Subtract)(*shape, *other);
+          }
         } catch (...) {
           code = ERR::Clear();
         }
