@@ -27,7 +27,7 @@ ERR::CODE Guarded(Work work) noexcept {
   }
 }
 
-void SweepAndLabel(Area* a, Area* b, EntryPool& entries) {
+void SweepAndLabel(Area* a, Area* b, FillRules rules, EntryPool& entries) {
   MarkOperand(a, true);
   MarkOperand(b, false);
   SegmentTable table;
@@ -38,7 +38,7 @@ void SweepAndLabel(Area* a, Area* b, EntryPool& entries) {
   sweep.Run(table);
   AnalysePixels(a);
   AnalysePixels(b);
-  LabelEdges(sweep.Seeds());
+  LabelEdges(sweep.Seeds(), rules);
   LabelContours(a);
   LabelContours(b);
 }
@@ -60,11 +60,11 @@ bool KeepsLoneOperand(bool isFirst, BoolOp op) noexcept {
 
 }  // namespace
 
-ERR::CODE CombineCopies(Area* a, Area* b, Area*& result, BoolOp op) noexcept {
+ERR::CODE CombineCopies(Area* a, Area* b, Area*& result, BoolOp op, FillRules rules) noexcept {
   result = nullptr;
   return Guarded([&] {
     EntryPool entries;
-    SweepAndLabel(a, b, entries);
+    SweepAndLabel(a, b, rules, entries);
     result = Assemble(a, b, op);
   });
 }
@@ -80,6 +80,16 @@ ERR::CODE Boolean(const Area* a, const Area* b, Area*& result, BoolOp op) noexce
     const OwnedRing copyA(CopyOperand(a));
     const OwnedRing copyB(CopyOperand(b));
     const ERR::CODE code = CombineCopies(copyA.first, copyB.first, result, op);
+    if (code != ERR::OK) ERR::Raise(code);
+  });
+}
+
+ERR::CODE CombineRings(const RingSet& a, const RingSet& b, Area*& result, BoolOp op) noexcept {
+  result = nullptr;
+  return Guarded([&] {
+    const OwnedRing copyA(CopyRings(a.areas));
+    const OwnedRing copyB(CopyRings(b.areas));
+    const ERR::CODE code = CombineCopies(copyA.first, copyB.first, result, op, {a.rule, b.rule});
     if (code != ERR::OK) ERR::Raise(code);
   });
 }

@@ -1,25 +1,53 @@
-// The Boolean engine: two regions on one grid, one operation, a new region.
+// The Boolean engine: two sets of rings on one grid, one operation, a new region.
+//
+// An operand is any number of closed rings, which may run in any direction and cross,
+// touch or repeat themselves and each other; its fill rule makes a region of them.
+// So one operation can unite or subtract any number of contours at once:
+//
+//   CombineRings({region}, {contours, FillRule::kNonZero}, result, SUBTRACT)
+//
+// gives the region less each of the contours, where these all run counter-clockwise.
 //
 // Exact integer arithmetic and snap rounding: no tolerances. Both operands must
 // be in grid form on the same grid; the result is on that grid. The operands keep
-// their geometry, flags and labels. Any closed contours are accepted; what they
-// cross of themselves counts by the even-odd rule.
+// their geometry, flags and labels. The result is a region like every stored one:
+// outer contours counter-clockwise, holes clockwise and in their areas, and neither
+// spikes nor contours without area.
 #pragma once
 
 #include <zelvan/error.h>
 
 #include "boolean/labels.h"
+#include "boolean/winding.h"
 #include "polygon/records.h"
 
 namespace zelvan {
 
-/// Combines the rings a and b (each may be null) into a new ring, null when the
-/// result is empty. Throws nothing; after a failure the result is null.
+/// Combines two regions, each a ring of areas or null, into a new one, null when the
+/// result is empty. What their contours cross of themselves counts by the even-odd
+/// rule; where one is null, the result is a copy of the other, with its triangles, or
+/// empty. Throws nothing; after a failure the result is null.
 /// @return ERR::OK, ERR::NOMEM, or ERR::FAIL
 ERR::CODE Boolean(const Area* a, const Area* b, Area*& result, BoolOp op) noexcept;
 
-/// The same on two rings, not null, that the engine may label and split; they
-/// stay the caller's.
-ERR::CODE CombineCopies(Area* a, Area* b, Area*& result, BoolOp op) noexcept;
+/// One operand: the contours of all areas of a ring (which may be null), whatever
+/// their directions, flags and order, and the rule by which they bound a region.
+/// Repeated points and rings of less than three points are ignored.
+struct RingSet {
+  const Area* areas = nullptr;
+  FillRule rule = FillRule::kEvenOdd;
+};
+
+/// Combines the regions of two sets of rings; all else as with Boolean.
+ERR::CODE CombineRings(const RingSet& a, const RingSet& b, Area*& result, BoolOp op) noexcept;
+
+/// The region that one set of rings bounds.
+inline ERR::CODE RegionOf(const RingSet& rings, Area*& result) noexcept {
+  return CombineRings(rings, {}, result, UNION);
+}
+
+/// Combines two rings of areas (each may be null) that the engine may label and split;
+/// they stay the caller's. No two neighbouring points of a contour may be equal.
+ERR::CODE CombineCopies(Area* a, Area* b, Area*& result, BoolOp op, FillRules rules = {}) noexcept;
 
 }  // namespace zelvan

@@ -53,8 +53,8 @@ void CloseRing(const Entries& entries) noexcept {
   }
 }
 
-// [first, last) are the copies of one edge in one operand. Of an odd number the
-// last one in the direction of the majority stays.
+// [first, last) are the copies of one edge in one operand. The last one in the
+// direction of the majority stays, and the labelling says what it bounds.
 void DropCopies(CrossEntry* const* first, CrossEntry* const* last) noexcept {
   const auto isDropped = [](const CrossEntry* e) { return LabelOf(HolderOf(e)) == LABEL_DROPPED; };
   if (std::any_of(first, last, isDropped)) return;  // decided at the other end
@@ -64,7 +64,6 @@ void DropCopies(CrossEntry* const* first, CrossEntry* const* last) noexcept {
   for (CrossEntry* const* e = first; e != last; ++e) {
     if (IsTowardPrev(*e) == (toward > away)) kept = *e;
   }
-  if ((toward + away) % 2 == 0) kept = nullptr;
   for (CrossEntry* const* e = first; e != last; ++e) {
     if (*e != kept) SetLabel(HolderOf(*e), LABEL_DROPPED);
   }

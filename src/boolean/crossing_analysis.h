@@ -2,12 +2,11 @@
 //
 // After it a vertex has entries exactly when something else meets it: another
 // vertex, or an equal edge. Each such ring runs counter-clockwise from the +x
-// direction; of equal edges B's come first. Of the equal edges of one operand an
-// even number cancel, and of an odd number one stays; the others are labelled
-// LABEL_DROPPED. Both ends of a grid edge agree on which, because all copies run
-// between the same two pixels and the end that is looked at first decides.
-// Dropped entries stay in their rings: the labelling passes through them, the
-// assembly passes over them.
+// direction; of equal edges B's come first. Of the equal edges of one operand
+// one stands for all; the others are labelled LABEL_DROPPED. Both ends of a grid edge agree on
+// which, because all copies run between the same two pixels and the end that is looked at first
+// decides. Dropped entries stay in their rings: the labelling passes through them, the assembly
+// passes over them.
 #pragma once
 
 #include <cstdint>

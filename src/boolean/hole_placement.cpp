@@ -2,8 +2,9 @@
 //
 // By sweep: take a hole at the first place, in (x, then y) order, where it starts.
 // Nothing else of its face touches that place from the left, and the segment right
-// below it bounds the same face from below. Its contour is the outer boundary of
-// the area sought, or a hole of it that started earlier.
+// below all that start there bounds the same face from below. Its contour is the
+// outer boundary of the area sought, or a hole of it that started earlier. An area
+// inside the hole can start at the same place, and is no such boundary.
 #include "boolean/hole_placement.h"
 
 #include <zelvan/error.h>
@@ -36,6 +37,8 @@ class AreaSearch {
     EventQueue queue;
     queue.Fill(EndEvents(table_));
     StatusList status;
+    GridPoint place{GRID_MAX, GRID_MAX};  // of the last start, and the area left of it
+    Area* around = nullptr;
     while (!queue.Empty()) {
       const SweepEvent event = queue.PopMin();
       Segment* s = event.first;
@@ -44,8 +47,12 @@ class AreaSearch {
         continue;
       }
       status.InsertBelow(s, status.FirstNot([s](const Segment* t) { return IsAbove(s, t); }));
+      if (s->lower->grid != place) {  // the first to start here
+        place = s->lower->grid;
+        around = status.IsEnd(s->below) ? nullptr : areas_[ContourOf(s->below)];
+      }
       Area*& area = areas_[ContourOf(s)];
-      if (area == nullptr && !status.IsEnd(s->below)) area = areas_[ContourOf(s->below)];
+      if (area == nullptr) area = around;
     }
     return {areas_.begin() + static_cast<std::ptrdiff_t>(firstHole_), areas_.end()};
   }

@@ -24,9 +24,10 @@ GridPoint Difference(GridPoint a, GridPoint b) noexcept {
   return {a.gx - b.gx, a.gy - b.gy};
 }
 
-// The label of a kept edge of operand `own` from the memberships to its left and
-// from the operands whose boundary it is.
-std::uint32_t EdgeBits(OperandSet own, OperandSet left, OperandSet bounds) noexcept {
+// The label of an edge of operand `own` from the operands that contain its sides.
+std::uint32_t EdgeBits(OperandSet own, OperandSet left, OperandSet right) noexcept {
+  const OperandSet bounds = left ^ right;
+  if ((bounds & own) == 0) return LABEL_DROPPED;
   const OperandSet other = (OPERAND_A | OPERAND_B) ^ own;
   const std::uint32_t turned = (left & own) != 0 ? 0 : TURNED;
   if ((bounds & other) != 0) {
@@ -44,16 +45,17 @@ void SetEdgeBits(VertexNode* holder, std::uint32_t bits) noexcept {
 struct Bundle {
   CrossEntry* first;
   CrossEntry* last;
-  OperandSet bounds;    // operands with an odd number of copies
+  Winding step;         // the change from clockwise to counter-clockwise of it
   CrossEntry* kept[2];  // the copy of A and of B that is not dropped
 };
 
 Bundle BundleFrom(CrossEntry* first) noexcept {
-  Bundle b{first, first, 0, {nullptr, nullptr}};
+  Bundle b{first, first, {}, {nullptr, nullptr}};
   CrossEntry* e = first;
   do {
     b.last = e;
-    b.bounds ^= OperandOf(e);
+    const Winding step = StepOf(OperandOf(e));
+    b.step = IsTowardPrev(e) ? b.step - step : b.step + step;
     if (LabelOf(HolderOf(e)) != LABEL_DROPPED) b.kept[OperandOf(e) - OPERAND_A] = e;
     e = e->next;
   } while (e != first && SameEdge(e, first));
@@ -68,27 +70,29 @@ CrossEntry* FirstCopy(CrossEntry* e) noexcept {
 
 class Flood {
  public:
+  explicit Flood(FillRules rules) noexcept : rules_(rules) {}
+
   void From(const Seed& seed) {
     VertexNode* v = seed.vertex;
     if (v->crossNext == nullptr) {
-      if (LabelOf(v) == LABEL_UNKNOWN) FromPlain(v, seed.inside);
+      if (LabelOf(v) == LABEL_UNKNOWN) FromPlain(v, seed.winding);
     } else if ((v->crossNext->flags & FLOODED) == 0) {
-      Pixel(HighestOf(v->crossNext), seed.inside);
+      Pixel(HighestOf(v->crossNext), seed.winding);
     }
     while (!open_.empty()) {
       const Arrival a = open_.back();
       open_.pop_back();
       if ((a.entry->flags & FLOODED) != 0) continue;
       const Bundle b = BundleFrom(FirstCopy(a.entry));
-      Pixel(b.first, IsTowardPrev(a.entry) ? a.left ^ b.bounds : a.left);
+      Pixel(b.first, IsTowardPrev(a.entry) ? a.left + b.step : a.left);
     }
   }
 
  private:
-  // An entry that is reached along its edge, with the memberships left of it.
+  // An entry that is reached along its edge, with the winding numbers left of it.
   struct Arrival {
     CrossEntry* entry;
-    OperandSet left;
+    Winding left;
   };
 
   // No edge at a seed goes left: that sector lies counter-clockwise of the highest.
@@ -101,25 +105,27 @@ class Flood {
   }
 
   // A contour that may meet others further on, from its first point on.
-  void FromPlain(VertexNode* v, OperandSet inside) {
+  void FromPlain(VertexNode* v, Winding outside) {
     const bool nextIsLower =
         IsLower(Difference(v->next->grid, v->grid), Difference(v->prev->grid, v->grid));
-    const OperandSet left = nextIsLower ? inside ^ OperandOf(v) : inside;
-    const std::uint32_t bits = EdgeBits(OperandOf(v), left, OperandOf(v));
+    const Winding step = StepOf(OperandOf(v));
+    const Winding left = nextIsLower ? outside + step : outside;
+    const std::uint32_t bits =
+        EdgeBits(OperandOf(v), rules_.Inside(left), rules_.Inside(left - step));
     Forward(v, bits, left);
     Backward(v, bits, left);
   }
 
-  // `after`: the memberships in the sector counter-clockwise of the bundle that
+  // `after`: the winding numbers in the sector counter-clockwise of the bundle that
   // starts with `start`. Goes once around the pixel, from the bundle after it.
-  void Pixel(CrossEntry* start, OperandSet after) {
+  void Pixel(CrossEntry* start, Winding after) {
     CrossEntry* const begin = BundleFrom(start).last->next;
     CrossEntry* e = begin;
-    OperandSet sector = after;
+    Winding sector = after;
     do {
       const Bundle b = BundleFrom(e);
-      const OperandSet clockwise = sector;
-      sector ^= b.bounds;
+      const Winding clockwise = sector;
+      sector += b.step;
       LabelBundle(b, clockwise, sector);
       e = b.last->next;
     } while (e != begin);
@@ -129,24 +135,23 @@ class Flood {
     } while (e != begin);
   }
 
-  void LabelBundle(const Bundle& b, OperandSet clockwise, OperandSet counterClockwise) {
-    const auto leftOf = [&](const CrossEntry* e) {
-      return IsTowardPrev(e) ? clockwise : counterClockwise;
-    };
+  void LabelBundle(const Bundle& b, Winding clockwise, Winding counterClockwise) {
+    const OperandSet sides[2] = {rules_.Inside(counterClockwise), rules_.Inside(clockwise)};
     for (CrossEntry* e : b.kept) {
-      if (e != nullptr) Follow(e, EdgeBits(OperandOf(e), leftOf(e), b.bounds), leftOf(e));
+      if (e == nullptr) continue;
+      const bool toward = IsTowardPrev(e);
+      Follow(e, EdgeBits(OperandOf(e), sides[toward], sides[!toward]),
+             toward ? clockwise : counterClockwise);
     }
-    if (b.kept[0] != nullptr && b.kept[1] != nullptr) {
+    if ((sides[0] ^ sides[1]) == (OPERAND_A | OPERAND_B)) {
       VertexNode* u = HolderOf(b.kept[0]);
       VertexNode* w = HolderOf(b.kept[1]);
       u->crossNext->partner = w;
       w->crossNext->partner = u;
     }
-    // All copies cancelled: the edge still leads to the next pixel.
-    if (b.kept[0] == nullptr && b.kept[1] == nullptr) Reach(b.first, leftOf(b.first));
   }
 
-  void Follow(CrossEntry* e, std::uint32_t bits, OperandSet left) {
+  void Follow(CrossEntry* e, std::uint32_t bits, Winding left) {
     if (IsTowardPrev(e)) {
       SetEdgeBits(e->vertex->prev, bits);
       Backward(e->vertex->prev, bits, left);
@@ -156,7 +161,7 @@ class Flood {
   }
 
   // Labels the chain of edges from v on up to the next vertex that has entries.
-  void Forward(VertexNode* v, std::uint32_t bits, OperandSet left) {
+  void Forward(VertexNode* v, std::uint32_t bits, Winding left) {
     VertexNode* const start = v;
     do {
       SetEdgeBits(v, bits);
@@ -166,7 +171,7 @@ class Flood {
   }
 
   // Labels the chain of edges that ends at v.
-  void Backward(VertexNode* v, std::uint32_t bits, OperandSet left) {
+  void Backward(VertexNode* v, std::uint32_t bits, Winding left) {
     VertexNode* const start = v;
     while (v->crossNext == nullptr && v->prev != start) {
       v = v->prev;
@@ -175,18 +180,14 @@ class Flood {
     if (v->crossNext != nullptr) open_.push_back({v->crossNext, left});
   }
 
-  void Reach(CrossEntry* e, OperandSet left) {
-    VertexNode* v = e->vertex;
-    open_.push_back({IsTowardPrev(e) ? v->prev->crossNext : v->next->crossPrev, left});
-  }
-
+  FillRules rules_;
   std::vector<Arrival> open_;
 };
 
 }  // namespace
 
-void LabelEdges(const std::vector<Seed>& seeds) {
-  Flood flood;
+void LabelEdges(const std::vector<Seed>& seeds, FillRules rules) {
+  Flood flood(rules);
   for (const Seed& seed : seeds) flood.From(seed);
 }
 
@@ -196,7 +197,7 @@ void LabelContours(Area* ring) noexcept {
     ForEachVertex(contour, [&](const VertexNode* v) { crossed |= v->crossNext != nullptr; });
     if (crossed) {
       SetLabel(contour, CONTOUR_CROSSED);
-    } else {
+    } else if (LabelOf(contour->head) != LABEL_DROPPED) {
       SetLabel(contour, LabelOf(contour->head) == LABEL_INSIDE ? CONTOUR_INSIDE : CONTOUR_OUTSIDE);
     }
   });

@@ -25,14 +25,14 @@ enum EdgeLabel : std::uint32_t {
   LABEL_OUTSIDE = 1,          ///< outside the other operand
   LABEL_SHARED = 2,           ///< on an edge of the other operand, interiors on one side
   LABEL_SHARED_REVERSED = 3,  ///< on an edge of the other operand, interiors on opposite sides
-  LABEL_DROPPED = 4,          ///< cancelled by equal edges of its own operand
+  LABEL_DROPPED = 4,          ///< bounds nothing, or an equal edge stands for it
   LABEL_UNKNOWN = 5           ///< not labelled yet
 };
 
 enum ContourLabel : std::uint32_t {
   CONTOUR_OUTSIDE = 0,     ///< touches nothing and lies outside the other operand
   CONTOUR_INSIDE = 1,      ///< touches nothing and lies inside the other operand
-  CONTOUR_UNLABELLED = 2,  ///< when an operation starts
+  CONTOUR_UNLABELLED = 2,  ///< when an operation starts; stays where it bounds nothing
   CONTOUR_CROSSED = 3      ///< meets another contour or itself; labelled edge by edge
 };
 

@@ -45,6 +45,7 @@ std::optional<Direction> StartRule(BoolOp op, const VertexNode* v) noexcept {
 }
 
 std::optional<Direction> ContourRule(BoolOp op, const Contour* contour) noexcept {
+  if (LabelOf(contour) == CONTOUR_UNLABELLED) return std::nullopt;
   const EdgeLabel label = LabelOf(contour) == CONTOUR_INSIDE ? LABEL_INSIDE : LABEL_OUTSIDE;
   const VertexNode* head = contour->head;
   return Apply(op, OperandOf(head), label, (head->flags & TURNED) != 0);

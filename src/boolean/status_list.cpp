@@ -9,16 +9,18 @@ namespace zelvan {
 
 namespace {
 
-OperandSet OwnOf(const StatusNode* n) noexcept {
-  return OperandOf(n->segment->lower);
+// The change from below a segment to above it.
+Winding StepOver(const Segment* s) noexcept {
+  const Winding step = StepOf(OperandOf(s->lower));
+  return s->forward != 0 ? step : Winding{} - step;
 }
 
-OperandSet SumOf(const StatusNode* n) noexcept {
-  return n == nullptr ? 0 : n->sum;
+Winding SumOf(const StatusNode* n) noexcept {
+  return n == nullptr ? Winding{} : n->sum;
 }
 
 void Resum(StatusNode* n) noexcept {
-  n->sum = OwnOf(n) ^ SumOf(n->left) ^ SumOf(n->right);
+  n->sum = StepOver(n->segment) + SumOf(n->left) + SumOf(n->right);
 }
 
 }  // namespace
@@ -27,7 +29,7 @@ void StatusList::InsertBelow(Segment* s, Segment* t) {
   StatusNode* node = pool_.Take();
   node->segment = s;
   node->priority = static_cast<std::uint32_t>(MixPair(0x5EED, taken_++));
-  node->sum = OperandOf(s->lower);
+  node->sum = StepOver(s);
   s->node = node;
   Attach(node, s, t);
   while (node->parent != nullptr && node->parent->priority < node->priority) RotateUp(node);
@@ -64,7 +66,7 @@ void StatusList::Remove(Segment* s) noexcept {
     }
     RotateUp(child);
   }
-  AddToAncestors(node, node->sum);
+  AddToAncestors(node, Winding{} - node->sum);
   StatusNode* parent = node->parent;
   (parent == nullptr ? root_ : parent->left == node ? parent->left : parent->right) = nullptr;
   pool_.Give(node);
@@ -81,24 +83,24 @@ void StatusList::Swap(Segment* first, Segment* second) noexcept {
   first->above = upper;
   upper->below = first;
 
-  const OperandSet change = OperandOf(first->lower) ^ OperandOf(second->lower);
+  const Winding change = StepOver(second) - StepOver(first);
   std::swap(first->node, second->node);
   first->node->segment = first;
   second->node->segment = second;
-  if (change == 0) return;
-  for (StatusNode* n : {first->node, second->node}) {
-    n->sum ^= change;
-    AddToAncestors(n, change);
-  }
+  if (change == Winding{}) return;
+  second->node->sum += change;
+  AddToAncestors(second->node, change);
+  first->node->sum -= change;
+  AddToAncestors(first->node, Winding{} - change);
 }
 
-OperandSet StatusList::ParityBelow(const Segment* s) const noexcept {
+Winding StatusList::WindingBelow(const Segment* s) const noexcept {
   const StatusNode* n = s->node;
-  OperandSet parity = SumOf(n->left);
+  Winding below = SumOf(n->left);
   for (; n->parent != nullptr; n = n->parent) {
-    if (n->parent->right == n) parity ^= OwnOf(n->parent) ^ SumOf(n->parent->left);
+    if (n->parent->right == n) below += StepOver(n->parent->segment) + SumOf(n->parent->left);
   }
-  return parity;
+  return below;
 }
 
 void StatusList::RotateUp(StatusNode* node) noexcept {
@@ -122,8 +124,8 @@ void StatusList::RotateUp(StatusNode* node) noexcept {
   Resum(node);
 }
 
-void StatusList::AddToAncestors(StatusNode* node, OperandSet change) noexcept {
-  for (StatusNode* n = node->parent; n != nullptr; n = n->parent) n->sum ^= change;
+void StatusList::AddToAncestors(StatusNode* node, Winding change) noexcept {
+  for (StatusNode* n = node->parent; n != nullptr; n = n->parent) n->sum += change;
 }
 
 }  // namespace zelvan

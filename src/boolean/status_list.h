@@ -2,8 +2,8 @@
 //
 // A doubly linked list, with a search tree over it whose in-order walk is the
 // list (a treap: Seidel and Aragon 1996). The tree finds the place of a new
-// segment, and counts modulo 2 the segments of each operand below a given one, in
-// expected logarithmic time. A search asks a predicate that holds for all
+// segment, and the winding numbers below a given one, in expected logarithmic
+// time. A search asks a predicate that holds for all
 // segments up to some place and for none above it; what the tree then finds is
 // what a walk from the bottom would find.
 #pragma once
@@ -13,6 +13,7 @@
 
 #include "boolean/labels.h"
 #include "boolean/segment.h"
+#include "boolean/winding.h"
 #include "memory/block_pool.h"
 
 namespace zelvan {
@@ -23,7 +24,7 @@ struct StatusNode {
   StatusNode* parent;
   Segment* segment;
   std::uint32_t priority;  ///< no child has a larger one
-  OperandSet sum;          ///< operands of the subtree's segments, each modulo 2
+  Winding sum;             ///< change of the winding numbers across the subtree's segments
 };
 
 class StatusList {
@@ -60,13 +61,18 @@ class StatusList {
   /// Swaps two neighbours, `first` directly below `second`.
   void Swap(Segment* first, Segment* second) noexcept;
 
+  /// The winding numbers right below s.
+  [[nodiscard]] Winding WindingBelow(const Segment* s) const noexcept;
+
   /// The operands that have an odd number of segments below s.
-  [[nodiscard]] OperandSet ParityBelow(const Segment* s) const noexcept;
+  [[nodiscard]] OperandSet ParityBelow(const Segment* s) const noexcept {
+    return FillRules{}.Inside(WindingBelow(s));
+  }
 
  private:
   void Attach(StatusNode* node, Segment* s, Segment* t) noexcept;
   void RotateUp(StatusNode* node) noexcept;
-  void AddToAncestors(StatusNode* node, OperandSet change) noexcept;
+  void AddToAncestors(StatusNode* node, Winding change) noexcept;
 
   Segment sentinel_{};
   StatusNode* root_ = nullptr;

@@ -72,7 +72,7 @@ void Sweep::CheckPair(Segment* a, Segment* b) {
 // Only the first segment that starts at a place sees nothing of that place below it.
 void Sweep::RecordSeed(const Segment* s) {
   if (!seeds_.empty() && seeds_.back().vertex->grid == s->lower->grid) return;
-  seeds_.push_back({s->lower, status_.ParityBelow(s)});
+  seeds_.push_back({s->lower, status_.WindingBelow(s)});
 }
 
 }  // namespace zelvan

@@ -31,11 +31,11 @@ struct HotRow {
   CrossEntry* entries;  ///< head of the pixel's ring, null until the first vertex arrives
 };
 
-/// Where segments start: one vertex there, and the operands in which the point
-/// just left of it lies, by the number modulo 2 of segments below.
+/// Where segments start: one vertex there, and the winding numbers of the point
+/// just left of it, summed over the segments below.
 struct Seed {
   VertexNode* vertex;
-  OperandSet inside;
+  Winding winding;
 };
 
 /// How a column finds the segments that may pass through its hot pixels: by the

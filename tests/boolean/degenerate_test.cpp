@@ -1,5 +1,5 @@
-// The smallest cases of everything that once went wrong or easily could, with the
-// expected contours written out, and the plain cases of every operation.
+// The plain cases of every operation with their contours written out, and the parts
+// that random cases cannot see.
 #include <gtest/gtest.h>
 
 #include "boolean/assembly.h"
@@ -24,16 +24,6 @@ Areas Of(BoolOp op, const Areas& a, const Areas& b) {
   EXPECT_EQ(Boolean(ringA.first, ringB.first, result.first, op), ERR::OK);
   EXPECT_TRUE(IsSound(result.first));
   return fixtures::AreasOf(result.first);
-}
-
-// The oracle's region, for cases whose contours are not written out.
-void ExpectRight(const Areas& a, const Areas& b) {
-  const oracle::Arrangement arrangement = oracle::Snap(fixtures::Flatten(a), fixtures::Flatten(b));
-  for (const BoolOp op : {UNION, INTERSECT, SUBTRACT, XOR}) {
-    const Areas result = Of(op, a, b);
-    EXPECT_EQ(oracle::Cut(result, arrangement.hot), oracle::BoundaryOf(arrangement, op)) << op;
-    EXPECT_EQ(oracle::Faults(result, arrangement.hot), "") << op;
-  }
 }
 
 TEST(Boolean, OverlappingSquares) {
@@ -70,38 +60,12 @@ TEST(Boolean, NestedDisjointEqualAndEmpty) {
   }
 }
 
-// Edges of one operand that coincide: an odd number keeps one, at both ends the same.
-TEST(Boolean, OddRunsOfEqualEdgesKeepOne) {
-  ExpectRight({{{{3, 3}, {0, 2}, {3, 1}, {1, 2}}}}, {{{{1, 1}, {3, 1}, {3, 3}}}});
-}
-
-// Where the edges of two vertices cancel in one pixel, the walk goes on from one
-// vertex to the other.
-TEST(Boolean, WalksGoOnAcrossVerticesWhoseOtherEdgesCancel) {
-  ExpectRight({{{{0, 1}, {2, 1}, {1, 3}}}}, {{{{2, 4}, {0, 4}, {2, 3}, {1, 0}, {2, 2}, {4, 4}}}});
-}
-
 // No boundary runs where the areas of one operand touch along an edge.
 TEST(Boolean, AreasOfOneOperandThatTouchAlongAnEdgeAreOneRegion) {
   const Areas halves{{Box(0, 0, 4, 8)}, {Box(4, 0, 8, 8)}};
   const Areas square{{Box(2, 2, 6, 6)}};
-  ExpectRight(halves, square);
   EXPECT_EQ(Of(INTERSECT, halves, square), square);
   EXPECT_EQ(Of(UNION, halves, square), (Areas{{Box(0, 0, 8, 8)}}));
-}
-
-// A snapped edge can run straight down from where it starts.
-TEST(Boolean, RegionsAreKnownLeftOfTheFirstColumn) {
-  ExpectRight({{{{2, 0}, {0, 5}, {1, 0}}}}, {{{{0, 6}, {1, 0}, {3, 3}}}});
-}
-
-TEST(Boolean, ContoursThatCrossThemselvesGiveRegions) {
-  const Rings bowTie{{{0, 0}, {4, 4}, {4, 0}, {0, 4}}};
-  const Rings twice{{{0, 0}, {6, 0}, {6, 6}, {2, 2}, {4, 2}, {0, 6}}};
-  const Rings line{{{0, 0}, {4, 4}, {2, 2}}};
-  for (const Rings& a : {bowTie, twice, line}) {
-    for (const Rings& b : {bowTie, twice, line, Rings{Box(1, 1, 9, 9)}}) ExpectRight({a}, {b});
-  }
 }
 
 TEST(Operands, CopiesKeepTheOrderOfHolesThatTouchTheirOutline) {

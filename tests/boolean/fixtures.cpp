@@ -202,6 +202,33 @@ std::string Text(const Rings& rings) {
   return text;
 }
 
+Rings Mess(Random& random, std::int64_t size, std::int64_t n, const Rings& other) {
+  Rings rings;
+  const auto pick = [&](const Rings& from) {
+    return from[static_cast<std::size_t>(random.Below(static_cast<std::int64_t>(from.size())))];
+  };
+  while (static_cast<std::int64_t>(rings.size()) < n) {
+    const std::int64_t kind = random.Below(5);
+    Ring ring;
+    if (kind == 0 && !rings.empty()) {
+      ring = pick(rings);
+    } else if (kind == 1 && !other.empty()) {
+      ring = pick(other);
+    } else if (kind == 2) {
+      ring = Rectilinear(random, std::min<std::int64_t>(size, 6))[0];
+    } else {
+      for (std::int64_t k = 3 + random.Below(4); k > 0; --k) ring.push_back(random.PointIn(size));
+      ring = Tidy(ring);
+    }
+    const std::int64_t change = random.Below(6);
+    if (change < 2) std::reverse(ring.begin(), ring.end());
+    if (change == 2) ring.insert(ring.end(), {ring[0], ring[1], ring[0]});  // a spike
+    if (change == 3) ring.insert(ring.end(), ring.begin(), ring.end());     // twice around
+    rings.push_back(ring);
+  }
+  return rings;
+}
+
 Ring SimplePolygon(Random& random, std::int64_t size, std::int64_t n) {
   Ring ring;
   while (static_cast<std::int64_t>(ring.size()) < n) ring.push_back(random.PointIn(size));

@@ -49,6 +49,10 @@ struct Family {
 };
 extern const std::vector<Family> kFamilies;
 
+/// Up to n rings of three and more points that cross, repeat and turn back on
+/// themselves and on each other, and on `other`, in any direction.
+oracle::Rings Mess(Random& random, std::int64_t size, std::int64_t n, const oracle::Rings& other);
+
 /// A simple polygon of at most n vertices: random points, untangled.
 oracle::Ring SimplePolygon(Random& random, std::int64_t size, std::int64_t n);
 /// A star around the middle of [0, size]^2 with random radii, simple.

@@ -386,12 +386,14 @@ TEST(Failures, AllocationFailuresLeaveAStateBetweenTwoOperations) {
       Subtract(*shape, *ShapeOf({{4, 4}, {6, 4}, {5, 6}}));
       return shape;
     };
-    for (const bool unite : {true, false}) {
+    for (const std::string kind : {"unite", "subtract", "rings"}) {
+      if (inQueue && kind == "rings") continue;
+      const bool unite = kind == "unite";
       std::vector<oracle::Areas> states;
       const auto stepwise = start();
       for (const auto& other : queue) {
         states.push_back(fixtures::AreasOf(stepwise->areas));
-        (unite ? Unite : Subtract)(*stepwise, *other);
+        if (kind != "rings") (unite ? Unite : Subtract)(*stepwise, *other);
       }
       std::size_t failures = 0;
       bool struck = true;
@@ -402,7 +404,11 @@ TEST(Failures, AllocationFailuresLeaveAStateBetweenTwoOperations) {
         {
           const support::FailingAllocations scope(failing, failing % 2 != 0);
           try {
-            if (inQueue) {
+            if (kind == "rings") {
+              OwnedRing region;
+              code = CombineRings({shape->areas, FillRule::kNonZero}, {queue.front()->areas},
+                                  region.first, XOR);
+            } else if (inQueue) {
               (unite ? UniteAll : SubtractAll)(*shape, queue);
             } else {
               (unite ? Unite : Subtract)(*shape, *queue.front());

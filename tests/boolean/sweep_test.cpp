@@ -61,7 +61,7 @@ class Swept {
   void Label() {
     AnalysePixels(a_.first);
     AnalysePixels(b_.first);
-    LabelEdges(sweep.Seeds());
+    LabelEdges(sweep.Seeds(), {});
   }
 
  private:
@@ -150,6 +150,7 @@ TEST(Status, IndexAgreesWithThePlainList) {
   for (std::size_t i = 0; i < ends.size(); ++i) {
     ends[i].flags = random.Below(2) == 0 ? FROM_FIRST : 0;
     segments[i].lower = &ends[i];
+    segments[i].forward = static_cast<std::uint8_t>(random.Below(2));
   }
   StatusList list;
   std::vector<Segment*> plain;
@@ -174,12 +175,13 @@ TEST(Status, IndexAgreesWithThePlainList) {
       plain.erase(place);
     }
     ASSERT_EQ(list.Size(), plain.size());
-    OperandSet parity = 0;
+    Winding below;
     Segment* s = list.Bottom();
     for (Segment* expected : plain) {
       ASSERT_EQ(s, expected);
-      ASSERT_TRUE(step % 50 != 0 || list.ParityBelow(s) == parity);
-      parity ^= OperandOf(s->lower);
+      ASSERT_TRUE(step % 50 != 0 || list.WindingBelow(s) == below);
+      const Winding change = StepOf(OperandOf(s->lower));
+      below = s->forward != 0 ? below + change : below - change;
       s = s->above;
     }
     ASSERT_TRUE(list.IsEnd(s));

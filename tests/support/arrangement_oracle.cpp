@@ -15,7 +15,8 @@ namespace {
 struct Line {
   Point a;  // a < b
   Point b;
-  unsigned operand;
+  std::size_t operand;
+  int step;  // 1 when the ring runs from a to b, else -1
 };
 
 std::int64_t Cross(Point o, Point a, Point b) {
@@ -39,10 +40,10 @@ void ForEachEdge(const Ring& ring, Visit visit) {
   for (std::size_t i = 0; i < ring.size(); ++i) visit(ring[i], ring[(i + 1) % ring.size()]);
 }
 
-void AddLines(std::vector<Line>& lines, const Rings& rings, unsigned operand) {
+void AddLines(std::vector<Line>& lines, const Rings& rings, std::size_t operand) {
   for (const Ring& ring : rings) {
     ForEachEdge(ring, [&](Point p, Point q) {
-      lines.push_back({std::min(p, q), std::max(p, q), operand});
+      lines.push_back({std::min(p, q), std::max(p, q), operand, p < q ? 1 : -1});
     });
   }
 }
@@ -88,30 +89,40 @@ std::vector<Point> Route(const Line& s, const std::vector<Point>& hot) {
   return route;
 }
 
-// Which of the edges (p, q) lie below, or for a vertical edge left of, the
-// midpoint of e: the operands for which their number is odd.
-template <class Edges>
-unsigned Below(Point from, Point to, const Edges& edges) {
+Numbers Sum(Numbers n, Numbers m, int sign = 1) {
+  return {n[0] + sign * m[0], n[1] + sign * m[1]};
+}
+
+// The winding numbers just below, or for a vertical edge just left of, the midpoint
+// of an edge, by a ray from there to the edges.
+Numbers Below(Point from, Point to, const std::vector<Edge>& edges) {
   const Point m{from.x + to.x, from.y + to.y};  // doubled
   const bool vertical = from.x == to.x;
-  unsigned parity = 0;
-  for (const auto& e : edges) {
+  Numbers numbers{};
+  for (const Edge& e : edges) {
     Point p{2 * e.from.x, 2 * e.from.y};
     Point q{2 * e.to.x, 2 * e.to.y};
     if (vertical) {
       std::swap(p.x, p.y);
       std::swap(q.x, q.y);
     }
+    const int sign = (p < q) != vertical ? 1 : -1;
     if (q < p) std::swap(p, q);
     const Point at = vertical ? Point{m.y, m.x} : m;
-    if (p.x <= at.x && at.x < q.x && Cross(p, q, at) > 0) parity ^= e.bounds;
+    if (p.x <= at.x && at.x < q.x && Cross(p, q, at) > 0) numbers = Sum(numbers, e.step, sign);
   }
-  return parity;
+  return numbers;
 }
 
-bool Combine(unsigned members, int op) {
-  const bool a = (members & 1) != 0;
-  const bool b = (members & 2) != 0;
+bool Inside(Rule rule, int number) {
+  if (rule == Rule::kEvenOdd) return number % 2 != 0;
+  if (rule == Rule::kNonZero) return number != 0;
+  return rule == Rule::kPositive ? number > 0 : number < 0;
+}
+
+bool Combine(Numbers numbers, int op, Rules rules) {
+  const bool a = Inside(rules[0], numbers[0]);
+  const bool b = Inside(rules[1], numbers[1]);
   switch (op) {
     case 0:
       return a || b;
@@ -139,25 +150,20 @@ std::vector<DirectedEdge> CutRing(const Ring& ring, const std::vector<Point>& ho
   return cut;
 }
 
-struct BoundedEdge {
-  Point from;
-  Point to;
-  unsigned bounds;
-};
-
 // Is the point just left of `edge` inside the ring? No edge of the ring may pass
 // through the middle of `edge` but `edge` itself.
 bool LeftIsInside(const DirectedEdge& edge, const Ring& ring, const std::vector<Point>& hot) {
-  std::vector<BoundedEdge> edges;
-  unsigned own = 0;
+  std::vector<Edge> edges;
+  int own = 0;
   for (const DirectedEdge& e : CutRing(ring, hot)) {
-    edges.push_back({e.from, e.to, 1});
-    if (std::minmax(e.from, e.to) == std::minmax(edge.from, edge.to)) own ^= 1;
+    const auto [from, to] = std::minmax(e.from, e.to);
+    edges.push_back({from, to, {from == e.from ? 1 : -1, 0}, 1, {}, {}});
+    if (std::minmax(e.from, e.to) == std::minmax(edge.from, edge.to)) ++own;
   }
-  const unsigned below = Below(edge.from, edge.to, edges);  // or left, when vertical
+  const int below = Below(edge.from, edge.to, edges)[0];  // or left, when vertical
   const bool leftIsBelow =
       edge.from.x == edge.to.x ? edge.from.y < edge.to.y : edge.to.x < edge.from.x;
-  return (leftIsBelow ? below : below ^ own) != 0;
+  return (leftIsBelow ? below : below + own) % 2 != 0;
 }
 
 // The area whose outer boundary is the innermost around the left of `edge`.
@@ -175,8 +181,8 @@ std::size_t InnermostAround(const DirectedEdge& edge, const Areas& areas,
 
 Arrangement Snap(const Rings& a, const Rings& b) {
   std::vector<Line> lines;
-  AddLines(lines, a, 1);
-  AddLines(lines, b, 2);
+  AddLines(lines, a, 0);
+  AddLines(lines, b, 1);
   Arrangement result;
   std::set<Point> hot;
   for (std::size_t i = 0; i < lines.size(); ++i) {
@@ -190,31 +196,39 @@ Arrangement Snap(const Rings& a, const Rings& b) {
   }
   result.hot.assign(hot.begin(), hot.end());
 
-  std::map<std::pair<Point, Point>, std::array<unsigned, 3>> copies;
+  struct Copies {
+    std::array<unsigned, 2> count;
+    Numbers step;
+  };
+  std::map<std::pair<Point, Point>, Copies> edges;
   for (const Line& line : lines) {
     const std::vector<Point> route = Route(line, result.hot);
     for (std::size_t i = 1; i < route.size(); ++i) {
-      ++copies[std::minmax(route[i - 1], route[i])][line.operand];
+      // A falling line is routed straight down within a column, from > to.
+      const bool ahead = route[i - 1] < route[i];
+      Copies& copies = edges[std::minmax(route[i - 1], route[i])];
+      ++copies.count[line.operand];
+      copies.step[line.operand] += ahead ? line.step : -line.step;
     }
   }
-  for (const auto& [ends, count] : copies) {
-    const unsigned bounds = count[1] % 2 + 2 * (count[2] % 2);
-    if (count[1] > 1 || count[2] > 1) ++result.cancelled;
-    result.edges.push_back({ends.first, ends.second, bounds, count[1] + count[2], 0, 0});
+  for (const auto& [ends, copies] : edges) {
+    const auto [inA, inB] = copies.count;
+    if (inA > 1 || inB > 1) ++result.cancelled;
+    result.edges.push_back({ends.first, ends.second, copies.step, inA + inB, {}, {}});
   }
   for (Edge& e : result.edges) {
-    const unsigned below = Below(e.from, e.to, result.edges);
-    e.left = e.from.x == e.to.x ? below : below ^ e.bounds;
-    e.right = e.left ^ e.bounds;
+    const Numbers below = Below(e.from, e.to, result.edges);
+    e.left = e.from.x == e.to.x ? below : Sum(below, e.step);
+    e.right = Sum(e.left, e.step, -1);
   }
   return result;
 }
 
-Boundary BoundaryOf(const Arrangement& arrangement, int op) {
+Boundary BoundaryOf(const Arrangement& arrangement, int op, Rules rules) {
   Boundary boundary;
   for (const Edge& e : arrangement.edges) {
-    const bool left = Combine(e.left, op);
-    if (left == Combine(e.right, op)) continue;
+    const bool left = Combine(e.left, op, rules);
+    if (left == Combine(e.right, op, rules)) continue;
     boundary.push_back(left ? DirectedEdge{e.from, e.to} : DirectedEdge{e.to, e.from});
   }
   std::sort(boundary.begin(), boundary.end());

@@ -1,10 +1,9 @@
 // An exact oracle for the Boolean engine that shares nothing with it.
 //
 // Snap rounding by brute force: the crossings of all pairs of edges as fractions,
-// every edge routed through all hot pixels that it meets; then the membership of
-// both sides of every grid edge by casting a ray. Quadratic and cubic loops: for
-// a few dozen edges on a small grid. Any closed rings are taken, by the even-odd
-// rule.
+// every edge routed through all hot pixels that it meets; then the winding numbers
+// of both sides of every grid edge by casting a ray. Quadratic and cubic loops: for
+// a few dozen edges on a small grid. Any closed rings are taken, by any fill rule.
 #pragma once
 
 #include <array>
@@ -31,15 +30,21 @@ struct DirectedEdge {
 };
 using Boundary = std::vector<DirectedEdge>;  // sorted
 
-/// An edge of the snapped arrangement, from < to, with the operands (1, 2) that
-/// contain the points just left and just right of it.
+/// The winding numbers of a point, or their change across an edge, in each operand.
+using Numbers = std::array<int, 2>;
+
+enum class Rule { kEvenOdd, kNonZero, kPositive, kNegative };
+using Rules = std::array<Rule, 2>;
+
+/// An edge of the snapped arrangement, from < to, with the winding numbers of the
+/// points just left and just right of it.
 struct Edge {
   Point from;
   Point to;
-  unsigned bounds;  // operands with an odd number of copies
+  Numbers step;     // from the right to the left
   unsigned copies;  // edges of both operands that lie on it
-  unsigned left;
-  unsigned right;
+  Numbers left;
+  Numbers right;
 };
 
 struct Arrangement {
@@ -53,7 +58,7 @@ Arrangement Snap(const Rings& a, const Rings& b);
 
 /// Boundary of the region of an operation: 0 union, 1 intersection, 2 difference,
 /// 3 symmetric difference.
-Boundary BoundaryOf(const Arrangement& arrangement, int op);
+Boundary BoundaryOf(const Arrangement& arrangement, int op, Rules rules = {});
 
 /// The edges of all rings, cut at the hot pixels that lie on them.
 Boundary Cut(const Areas& areas, const std::vector<Point>& hot);

@@ -1,0 +1,64 @@
+// Winding numbers, and the fill rules that turn them into inside or outside.
+//
+// The winding number of a point in an operand is how often the operand's rings run
+// around it counter-clockwise, less how often clockwise. It changes only across
+// edges: from the right of an edge to its left it grows by one. Edges that coincide
+// add up. A rule makes a region of any set of closed rings.
+#pragma once
+
+#include <cstdint>
+
+#include "boolean/labels.h"
+
+namespace zelvan {
+
+enum class FillRule : std::uint8_t {
+  kEvenOdd,   ///< inside where the number is odd
+  kNonZero,   ///< inside where it is not 0
+  kPositive,  ///< inside where it is above 0
+  kNegative   ///< inside where it is below 0
+};
+
+/// The winding numbers of one point in both operands, or the change of both across
+/// an edge. Bounded by the number of edges, which 32 bits hold.
+struct Winding {
+  std::int32_t a = 0;
+  std::int32_t b = 0;
+
+  constexpr Winding& operator+=(Winding w) noexcept { return a += w.a, b += w.b, *this; }
+  constexpr Winding& operator-=(Winding w) noexcept { return a -= w.a, b -= w.b, *this; }
+  friend constexpr Winding operator+(Winding v, Winding w) noexcept { return v += w; }
+  friend constexpr Winding operator-(Winding v, Winding w) noexcept { return v -= w; }
+  friend constexpr bool operator==(const Winding&, const Winding&) noexcept = default;
+};
+
+/// The change from the right of one edge of an operand to its left.
+[[nodiscard]] constexpr Winding StepOf(OperandSet operand) noexcept {
+  return operand == OPERAND_A ? Winding{1, 0} : Winding{0, 1};
+}
+
+[[nodiscard]] constexpr bool IsInside(FillRule rule, std::int32_t winding) noexcept {
+  switch (rule) {
+    case FillRule::kEvenOdd:
+      return winding % 2 != 0;
+    case FillRule::kNonZero:
+      return winding != 0;
+    case FillRule::kPositive:
+      return winding > 0;
+    default:
+      return winding < 0;
+  }
+}
+
+/// The rules of both operands.
+struct FillRules {
+  FillRule a = FillRule::kEvenOdd;
+  FillRule b = FillRule::kEvenOdd;
+
+  /// The operands that contain a point with these winding numbers.
+  [[nodiscard]] constexpr OperandSet Inside(Winding w) const noexcept {
+    return (IsInside(a, w.a) ? OPERAND_A : 0) | (IsInside(b, w.b) ? OPERAND_B : 0);
+  }
+};
+
+}  // namespace zelvan
