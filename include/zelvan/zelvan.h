@@ -63,6 +63,11 @@ extern "C" {
  * those whose cross product with them is below 1e-5 in squared units. The edge
  * that closes the contour is not tested for crossings.
  *
+ * Detail finer than the grid can make a contour cross, cover or touch itself from inside
+ * there. The main polygon is then the region that it bounds on the grid, by the even-odd
+ * rule: one area or more, which may have holes, or none. A contour that crosses itself as
+ * given, through its closing edge, is kept as it is.
+ *
  * @param count  number of doubles; count / 3 points are read, one or two trailing
  *               doubles are ignored
  * @param xyz    count doubles, consecutive (x, y, z) triples in contour order, in

@@ -17,7 +17,7 @@
 //   Unite       nothing                                  an area, behind all others
 //
 // The contour itself comes back with its own head as long as it is plain
-// (plain_contour.h), and the new region is settled too. Vertices keep their grid as
+// (snapped_contour.h), and the new region is settled too. Vertices keep their grid as
 // long as the contour lies within the region's box.
 //
 // Whether a region is settled is seen, not proved: an operation that gives what linking

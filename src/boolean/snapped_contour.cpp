@@ -1,6 +1,7 @@
-// The look at a single contour (plain_contour.h): edges by their left ends, each
-// against those that reach as far right.
-#include "boolean/plain_contour.h"
+// Looks at single contours (snapped_contour.h).
+#include "boolean/snapped_contour.h"
+
+#include <zelvan/error.h>
 
 #include <algorithm>
 #include <cstddef>
@@ -8,7 +9,13 @@
 #include <cstdlib>
 #include <vector>
 
+#include "boolean/boolean.h"
+#include "boolean/shape_boolean.h"
+#include "boolean/soundness.h"
 #include "polygon/area.h"
+#include "polygon/build_shape.h"
+#include "polygon/contour.h"
+#include "polygon/self_crossing.h"
 
 namespace zelvan {
 
@@ -69,13 +76,57 @@ std::vector<Edge> EdgesFromTheLeft(const Contour* contour) {
   return edges;
 }
 
+// Do two edges p-q and q-r run back over each other?
+bool FoldsBack(GridPoint p, GridPoint q, GridPoint r) noexcept {
+  const std::int64_t ahead =
+      std::int64_t{p.gx - q.gx} * (r.gx - q.gx) + std::int64_t{p.gy - q.gy} * (r.gy - q.gy);
+  return Cross(p, q, r) == 0 && ahead > 0;
+}
+
+bool HaveCommonPoint(GridPoint a, GridPoint b, GridPoint c, GridPoint d) noexcept {
+  if (std::max(a.gx, b.gx) < std::min(c.gx, d.gx) || std::max(c.gx, d.gx) < std::min(a.gx, b.gx) ||
+      std::max(a.gy, b.gy) < std::min(c.gy, d.gy) || std::max(c.gy, d.gy) < std::min(a.gy, b.gy)) {
+    return false;
+  }
+  const auto onOneSide = [](GridPoint p, GridPoint q, GridPoint r, GridPoint s) {
+    const std::int64_t first = Cross(p, q, r);
+    const std::int64_t second = Cross(p, q, s);
+    return (first > 0 && second > 0) || (first < 0 && second < 0);
+  };
+  return !onOneSide(a, b, c, d) && !onOneSide(c, d, a, b);
+}
+
+bool ClosingEdgeMeetsOthers(const Contour* contour) noexcept {
+  const VertexNode* first = contour->head;
+  const VertexNode* last = first->prev;
+  if (FoldsBack(last->grid, first->grid, first->next->grid) ||
+      FoldsBack(last->prev->grid, last->grid, first->grid)) {
+    return true;
+  }
+  for (const VertexNode* v = first->next; v->next != last; v = v->next) {
+    if (HaveCommonPoint(last->grid, first->grid, v->grid, v->next->grid)) return true;
+  }
+  return false;
+}
+
+// Do any two edges meet but in turn, at their common end? Grid points are doubles too.
+bool HasContact(const Contour* contour) {
+  PointList open;
+  open.reserve(contour->count);
+  ForEachVertex(contour, [&](const VertexNode* v) {
+    open.push_back({static_cast<double>(v->grid.gx), static_cast<double>(v->grid.gy), 0.0});
+  });
+  return open.size() < 4 || ClosingEdgeMeetsOthers(contour) ||
+         FindContactBySweep(open) != ChainContact::kNone;
+}
+
 }  // namespace
 
 bool IsPlain(const Contour* contour) {
   const std::vector<Edge> edges = EdgesFromTheLeft(contour);
   const auto count = static_cast<std::uint32_t>(edges.size());
   if (count < 3) return false;
-  std::size_t work = 64 * edges.size();
+  std::size_t work = 8 * edges.size();
   std::vector<const Edge*> active;
   for (const Edge& e : edges) {
     std::erase_if(active, [&](const Edge* f) { return f->right + 1 < e.left; });
@@ -87,6 +138,19 @@ bool IsPlain(const Contour* contour) {
     active.push_back(&e);
   }
   return true;
+}
+
+bool IsSoundContour(const Area* area) {
+  const Contour* contour = area->contours;
+  if (TwiceArea(contour->head) <= 0) return false;
+  return IsPlain(contour) || !HasContact(contour) || IsSound(area);
+}
+
+void ReplaceByRegion(Shape& shape) {
+  OwnedRing region;
+  const ERR::CODE code = RegionOf({shape.areas, FillRule::kEvenOdd}, region.first);
+  if (code != ERR::OK) ERR::Raise(code);
+  TakeOver(shape, region, MakeTables(region.first), BoxOf(shape));
 }
 
 }  // namespace zelvan
