@@ -35,15 +35,15 @@ struct FlatArea {
 
 class AreaSweep {
  public:
-  AreaSweep(zelvan::Area& area, FlatArea& flat, TriangleMesh* mesh, const AreaNumbering& numbering)
+  AreaSweep(zelvan::Area& area, FlatArea& flat, const SweepSettings& settings)
       : flat_(flat),
         vertices_(flat.vertices),
         wanted_(area.triangleCount),
-        writer_(area, flat.vertices, mesh, numbering),
+        writer_(area, flat.vertices, settings.mesh, settings.numbering),
         chains_(writer_) {}
 
   /// @return false for a contradiction
-  [[nodiscard]] bool Run();
+  [[nodiscard]] bool Run(zelvan::KeyOrder order);
 
   [[nodiscard]] SweepCounts counts() const noexcept {
     return {intervals_.steps(), chains_.steps()};
@@ -61,10 +61,11 @@ class AreaSweep {
   [[nodiscard]] bool End(const Event& event);
   [[nodiscard]] bool Merge(const Event& event);
 
+  [[nodiscard]] IntervalList::Place Locate(const Corner& at);
   [[nodiscard]] std::uint32_t Nearby(std::uint32_t v) const noexcept;
   [[nodiscard]] std::uint32_t TakeInterval(std::uint32_t edge) noexcept;
-  [[nodiscard]] bool KeepsClearOnLeft(const Interval& interval) const noexcept;
-  [[nodiscard]] bool KeepsClearOnRight(const Interval& interval) const noexcept;
+  [[nodiscard]] bool KeepsClearOnLeft(std::uint32_t i) const noexcept;
+  [[nodiscard]] bool KeepsClearOnRight(std::uint32_t i) const noexcept;
   [[nodiscard]] std::uint32_t StepTo(const Interval& interval, std::uint32_t left,
                                      std::uint32_t right);
   void SetLeft(std::uint32_t i, const Event& event);
@@ -78,10 +79,9 @@ class AreaSweep {
   IntervalList intervals_;
 };
 
-bool AreaSweep::Run() {
-  PointOrder order = OrderFromTheTop(vertices_);
+bool AreaSweep::Run(zelvan::KeyOrder order) {
   const std::span<std::uint32_t> positions(order.positions);
-  for (const PointOrder::Run& run : order.shared) {
+  for (const zelvan::KeyOrder::Run& run : order.equal) {
     ArrangeShared(positions.subspan(run.begin, run.end - run.begin));
   }
   // A vertex waits for memory when it is looked at first; those of a batch wait together.
@@ -174,6 +174,12 @@ std::uint32_t AreaSweep::Nearby(std::uint32_t v) const noexcept {
   return kNone;
 }
 
+// Where a vertex lies whose edges the sweep has not met.
+IntervalList::Place AreaSweep::Locate(const Corner& at) {
+  return intervals_.Find([&](const Interval& interval) { return SideOf(interval, at.point); },
+                         Nearby(at.vertex));
+}
+
 // The interval that an edge bounds, which ends now; kNone when its upper end was not met.
 std::uint32_t AreaSweep::TakeInterval(std::uint32_t edge) noexcept {
   const std::uint32_t i = vertices_[edge].interval;
@@ -188,20 +194,24 @@ bool OnlyTouches(GridPoint endedUpper, GridPoint ended, GridPoint upper, GridPoi
 }
 
 // The left edge of an interval ends. Does it keep clear of the interval before it?
-bool AreaSweep::KeepsClearOnLeft(const Interval& interval) const noexcept {
-  if (interval.before == kNone) return true;
-  const GridPoint upper = intervals_[interval.before].rightUpper;
-  const GridPoint lower = intervals_[interval.before].rightLower;
+bool AreaSweep::KeepsClearOnLeft(std::uint32_t i) const noexcept {
+  const std::uint32_t before = intervals_.Before(i);
+  if (before == kNone) return true;
+  const Interval& interval = intervals_[i];
+  const GridPoint upper = intervals_[before].rightUpper;
+  const GridPoint lower = intervals_[before].rightLower;
   const std::int64_t side = SideOfDescent(upper, lower, interval.leftLower);
   return side > 0 ||
          (side == 0 && OnlyTouches(interval.leftUpper, interval.leftLower, upper, lower));
 }
 
 // The same for the right edge and the interval after it.
-bool AreaSweep::KeepsClearOnRight(const Interval& interval) const noexcept {
-  if (interval.after == kNone) return true;
-  const GridPoint upper = intervals_[interval.after].leftUpper;
-  const GridPoint lower = intervals_[interval.after].leftLower;
+bool AreaSweep::KeepsClearOnRight(std::uint32_t i) const noexcept {
+  const std::uint32_t after = intervals_.After(i);
+  if (after == kNone) return true;
+  const Interval& interval = intervals_[i];
+  const GridPoint upper = intervals_[after].leftUpper;
+  const GridPoint lower = intervals_[after].leftLower;
   const std::int64_t side = SideOfDescent(upper, lower, interval.rightLower);
   return side < 0 ||
          (side == 0 && OnlyTouches(interval.rightUpper, interval.rightLower, upper, lower));
@@ -239,7 +249,7 @@ bool AreaSweep::GoOnLeft(const Event& event) {
   const std::uint32_t i = TakeInterval(edge);
   if (i == kNone) return false;
   Interval& interval = intervals_[i];
-  if (!KeepsClearOnLeft(interval)) return false;
+  if (!KeepsClearOnLeft(i)) return false;
   const std::uint32_t step = StepTo(interval, edge, kNone);
   if (!chains_.CloseLeft(interval.leftChain, event.at, step, edge)) return false;
   interval.rightChain = chains_.AppendAndCut(interval.rightChain, event.at, step);
@@ -253,7 +263,7 @@ bool AreaSweep::GoOnRight(const Event& event) {
   const std::uint32_t i = TakeInterval(edge);
   if (i == kNone) return false;
   Interval& interval = intervals_[i];
-  if (!KeepsClearOnRight(interval)) return false;
+  if (!KeepsClearOnRight(i)) return false;
   const std::uint32_t step = StepTo(interval, kNone, edge);
   if (!chains_.CloseRight(interval.rightChain, event.at, step, edge)) return false;
   interval.leftChain = chains_.Append(interval.leftChain, event.at, step);
@@ -262,9 +272,9 @@ bool AreaSweep::GoOnRight(const Event& event) {
 }
 
 bool AreaSweep::Open(const Event& event) {
-  const IntervalList::Place place = intervals_.Find(event.at.point, Nearby(event.at.vertex));
-  if (place.inside != kNone) return false;
-  const std::uint32_t i = intervals_.Insert(place.before, place.after);
+  const IntervalList::Place place = Locate(event.at);
+  if (place.at != kNone) return false;
+  const std::uint32_t i = intervals_.Insert({}, place.before, place.after);
   SetLeft(i, event);
   SetRight(i, event);
   return true;
@@ -272,9 +282,9 @@ bool AreaSweep::Open(const Event& event) {
 
 // The interval keeps what lies left of the vertex; a new one takes the rest.
 bool AreaSweep::Split(const Event& event) {
-  const std::uint32_t i = intervals_.Find(event.at.point, Nearby(event.at.vertex)).inside;
+  const std::uint32_t i = Locate(event.at).at;
   if (i == kNone) return false;
-  const std::uint32_t rest = intervals_.Insert(i, intervals_[i].after);
+  const std::uint32_t rest = intervals_.Insert({}, i, intervals_.After(i));
   Interval& left = intervals_[i];
   Interval& right = intervals_[rest];
   const std::uint32_t step = writer_.AddDiagonal();
@@ -296,7 +306,7 @@ bool AreaSweep::End(const Event& event) {
   const std::uint32_t i = TakeInterval(leftEdge);
   if (i == kNone || TakeInterval(rightEdge) != i) return false;
   const Interval& interval = intervals_[i];
-  if (!KeepsClearOnLeft(interval) || !KeepsClearOnRight(interval)) return false;
+  if (!KeepsClearOnLeft(i) || !KeepsClearOnRight(i)) return false;
   const std::uint32_t step = StepTo(interval, leftEdge, rightEdge);
   if (!chains_.CloseLeft(interval.leftChain, event.at, step, leftEdge) ||
       !chains_.CloseRight(interval.rightChain, event.at, step, rightEdge))
@@ -311,7 +321,7 @@ bool AreaSweep::Merge(const Event& event) {
   const std::uint32_t rightEdge = event.at.vertex;
   const std::uint32_t l = TakeInterval(rightEdge);
   const std::uint32_t r = TakeInterval(leftEdge);
-  if (l == kNone || r == kNone || intervals_[l].after != r) return false;
+  if (l == kNone || r == kNone || intervals_.After(l) != r) return false;
   Interval& left = intervals_[l];
   Interval& right = intervals_[r];
   const std::uint32_t stepLeft = StepTo(left, kNone, rightEdge);
@@ -352,16 +362,23 @@ bool Flatten(const zelvan::Area& area, FlatArea& flat) {
   return n > 0;
 }
 
-bool Sweep(zelvan::Area& area, TriangleMesh* mesh, const AreaNumbering& numbering,
-           SweepCounts* counts) {
+zelvan::KeyOrder OrderOf(std::span<const SweepVertex> vertices) {
+  return zelvan::SortByKey(static_cast<std::uint32_t>(vertices.size()), [=](std::uint32_t v) {
+    return zelvan::KeyFromTheTop(vertices[v].point);
+  });
+}
+
+bool Sweep(zelvan::Area& area, const SweepSettings& settings) {
   FlatArea flat;
   if (!Flatten(area, flat)) return false;
   const std::size_t contours = flat.firsts.size() - 1;
   area.triangleCount = static_cast<std::uint32_t>(flat.nodes.size() + 2 * contours - 4);
   area.triangles = std::make_unique_for_overwrite<zelvan::Triangle[]>(area.triangleCount);
-  AreaSweep sweep(area, flat, mesh, numbering);
-  const bool found = sweep.Run();
-  if (counts != nullptr) *counts = sweep.counts();
+  AreaSweep sweep(area, flat, settings);
+  const bool isKnown =
+      settings.order != nullptr && settings.order->positions.size() == flat.vertices.size();
+  const bool found = sweep.Run(isKnown ? *settings.order : OrderOf(flat.vertices));
+  if (settings.counts != nullptr) *settings.counts = sweep.counts();
   return found;
 }
 
@@ -372,11 +389,10 @@ void DropTriangles(zelvan::Area& area) noexcept {
 
 }  // namespace
 
-bool TriangulateBySweep(zelvan::Area& area, TriangleMesh* mesh, AreaNumbering numbering,
-                        SweepCounts* counts) {
+bool TriangulateBySweep(zelvan::Area& area, const SweepSettings& settings) {
   DropTriangles(area);
   try {
-    const bool found = Sweep(area, mesh, numbering, counts);
+    const bool found = Sweep(area, settings);
     if (!found) DropTriangles(area);
     return found;
   } catch (...) {

@@ -37,10 +37,10 @@
 #include <cstdint>
 #include <vector>
 
+#include "polygon/key_sort.h"
 #include "polygon/records.h"
 #include "triangulation/chains.h"
 #include "triangulation/interval_list.h"
-#include "triangulation/point_order.h"
 #include "triangulation/sweep_records.h"
 #include "triangulation/triangle_writer.h"
 
@@ -52,14 +52,19 @@ struct SweepCounts {
   std::uint64_t links = 0;      ///< of chains, looked at for cutting
 };
 
+struct SweepSettings {
+  TriangleMesh* mesh = nullptr;  ///< null: none; to be dropped where the sweep does not succeed
+  AreaNumbering numbering = {};  ///< where the area's vertices stand in the mesh
+  const zelvan::KeyOrder* order = nullptr;  ///< of the area's vertices, where it is known
+  SweepCounts* counts = nullptr;
+};
+
 /// Triangulates one area in grid form into its `triangles`, and adds them to a mesh.
 /// Triangles come in the order in which the sweep cuts them: at each vertex those of the
 /// rings that it closes or whose chains it continues, on the interval's left edge before
 /// its right edge, each ring in the direction of its contour.
-/// @param mesh  may be null; on a contradiction or an exception it is to be dropped
 /// @return false, with the area left without triangles, on a contradiction.
 /// Throws std::bad_alloc, the area left without triangles.
-[[nodiscard]] bool TriangulateBySweep(zelvan::Area& area, TriangleMesh* mesh = nullptr,
-                                      AreaNumbering numbering = {}, SweepCounts* counts = nullptr);
+[[nodiscard]] bool TriangulateBySweep(zelvan::Area& area, const SweepSettings& settings = {});
 
 }  // namespace VORNEX

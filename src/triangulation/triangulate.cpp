@@ -17,12 +17,14 @@ namespace {
 // For each vertex of a table the lowest one on its point where there are several, else
 // -1; empty where no point has several.
 std::vector<std::int32_t> SharedNumbers(const zelvan::VertexTable& table) {
+  const zelvan::KeyOrder& order = table.fromTheTop();
   std::vector<std::int32_t> shared;
-  if (table.repeated().empty()) return shared;
+  if (order.equal.empty()) return shared;
   shared.assign(table.size(), -1);
-  for (const std::int32_t i : table.repeated()) {
-    const std::int32_t first = table.Find(table[static_cast<std::size_t>(i)]->grid);
-    shared[static_cast<std::size_t>(i)] = shared[static_cast<std::size_t>(first)] = first;
+  for (const zelvan::KeyOrder::Run& run : order.equal) {
+    for (std::uint32_t k = run.begin; k < run.end; ++k) {
+      shared[order.positions[k]] = static_cast<std::int32_t>(order.positions[run.begin]);
+    }
   }
   return shared;
 }
@@ -45,10 +47,11 @@ void ReserveMesh(TriangleMesh& mesh, const zelvan::Area* ring) {
 }
 
 // One area into its triangles and the mesh, which may be null.
-void TriangulateArea(zelvan::Area& area, TriangleMesh* mesh, const AreaNumbering& numbering) {
+void TriangulateArea(zelvan::Area& area, const SweepSettings& settings) {
+  TriangleMesh* mesh = settings.mesh;
   const std::size_t edges = mesh != nullptr ? mesh->edges().size() : 0;
   const std::size_t faces = mesh != nullptr ? mesh->faces().size() : 0;
-  if (TriangulateBySweep(area, mesh, numbering)) return;
+  if (TriangulateBySweep(area, settings)) return;
   if (mesh != nullptr) mesh->Truncate(edges, faces);
   TRIAGLOBS().Run(&area);
   if (mesh != nullptr) FillMesh(*mesh, area);
@@ -74,9 +77,8 @@ void DeleteMesh(TriangleMesh* mesh) noexcept {
 }  // namespace
 
 ERR::CODE TriangulateAreas(zelvan::Area* ring) {
-  return CodeOf([=] {
-    zelvan::ForEachArea(ring, [](zelvan::Area* area) { TriangulateArea(*area, nullptr, {}); });
-  });
+  return CodeOf(
+      [=] { zelvan::ForEachArea(ring, [](zelvan::Area* area) { TriangulateArea(*area, {}); }); });
 }
 
 ERR::CODE TriangulateAreas(zelvan::Area* ring, const InsertionOrder& order) {
@@ -97,9 +99,11 @@ bool Triangulate(Shape& shape) {
     mesh.reset(new TriangleMesh(shape.vertexTable));
     ReserveMesh(*mesh, shape.areas);
     const std::vector<std::int32_t> shared = SharedNumbers(shape.vertexTable);
+    const bool isOnly = shape.areas->next == shape.areas;
+    const KeyOrder* order = isOnly ? &shape.vertexTable.fromTheTop() : nullptr;
     std::int32_t first = 0;
     ForEachArea(shape.areas, [&](Area* area) {
-      TriangulateArea(*area, mesh.get(), AreaNumbering(first, shared));
+      TriangulateArea(*area, {mesh.get(), AreaNumbering(first, shared), order});
       for (const Contour* c = area->contours; c != nullptr; c = c->next) {
         first += static_cast<std::int32_t>(c->count);
       }

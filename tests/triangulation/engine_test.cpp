@@ -258,7 +258,7 @@ TEST(Triangulation, EveryFailedAllocationIsReported) {
     const support::FailingAllocations scope(meshFailures, true);
     done = Triangulate(*shape);
   }
-  EXPECT_GE(meshFailures, failing + 3);
+  EXPECT_GT(meshFailures, 10u);
   EXPECT_EQ(zelvan::test::CheckMesh(*shape), "");
 }
 

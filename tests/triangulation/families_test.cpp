@@ -64,49 +64,10 @@ TEST(Sweep, WorkFollowsTheSize) {
     for (const Region& region : regions) {
       const auto shape = zelvan::test::MakeShape({region});
       VORNEX::SweepCounts counts;
-      ASSERT_TRUE(VORNEX::TriangulateBySweep(*shape->areas, nullptr, {}, &counts));
+      ASSERT_TRUE(VORNEX::TriangulateBySweep(*shape->areas, {.counts = &counts}));
       const double n = static_cast<double>(shape->vertexTable.size());
       EXPECT_LE(static_cast<double>(counts.links), 4 * n);
       EXPECT_LE(static_cast<double>(counts.intervals), 2 * n * std::log2(n));
-    }
-  }
-}
-
-TEST(Sweep, OrderIsThatOfAPlainSort) {
-  const std::uint64_t seed = 22;
-  SCOPED_TRACE(testing::Message() << "seed " << seed);
-  Random random(seed);
-  for (const std::int32_t side : {3, 300, zelvan::GRID_MAX}) {
-    for (const std::int32_t n : {1, 50, 500, 5000}) {
-      std::vector<VORNEX::SweepVertex> vertices(static_cast<std::size_t>(n));
-      for (VORNEX::SweepVertex& v : vertices) {
-        v.point = {random.Below(side) - side / 2, random.Below(side) - side / 2};
-      }
-      std::vector<std::uint32_t> expected(vertices.size());
-      std::iota(expected.begin(), expected.end(), 0u);
-      std::stable_sort(expected.begin(), expected.end(), [&](std::uint32_t a, std::uint32_t b) {
-        return VORNEX::GreaterThan(vertices[a].point, vertices[b].point);
-      });
-      for (const std::size_t packLimit : {std::size_t{0}, vertices.size()}) {
-        const VORNEX::PointOrder order = VORNEX::OrderFromTheTop(vertices, packLimit);
-        ASSERT_EQ(order.positions, expected);
-        std::size_t inRuns = 0;
-        for (const auto& run : order.shared) {
-          inRuns += run.end - run.begin;
-          for (std::uint32_t k = run.begin; k < run.end; ++k) {
-            ASSERT_EQ(vertices[expected[k]].point, vertices[expected[run.begin]].point);
-          }
-        }
-        std::size_t sharing = 0;
-        for (std::size_t k = 0; k < expected.size(); ++k) {
-          const auto same = [&](std::size_t j) {
-            return j < expected.size() &&
-                   vertices[expected[j]].point == vertices[expected[k]].point;
-          };
-          sharing += same(k - 1) || same(k + 1) ? 1 : 0;
-        }
-        ASSERT_EQ(inRuns, sharing);
-      }
     }
   }
 }
