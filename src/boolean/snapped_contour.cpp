@@ -126,7 +126,7 @@ bool IsPlain(const Contour* contour) {
   const std::vector<Edge> edges = EdgesFromTheLeft(contour);
   const auto count = static_cast<std::uint32_t>(edges.size());
   if (count < 3) return false;
-  std::size_t work = 8 * edges.size();
+  std::size_t work = 32 * edges.size();
   std::vector<const Edge*> active;
   for (const Edge& e : edges) {
     std::erase_if(active, [&](const Edge* f) { return f->right + 1 < e.left; });
@@ -143,7 +143,8 @@ bool IsPlain(const Contour* contour) {
 bool IsSoundContour(const Area* area) {
   const Contour* contour = area->contours;
   if (TwiceArea(contour->head) <= 0) return false;
-  return IsPlain(contour) || !HasContact(contour) || IsSound(area);
+  constexpr std::uint32_t few = 64;
+  return (contour->count <= few && IsPlain(contour)) || !HasContact(contour) || IsSound(area);
 }
 
 void ReplaceByRegion(Shape& shape) {

@@ -16,8 +16,8 @@ namespace zelvan {
 /// it can be for contours of many edges side by side. Throws std::bad_alloc.
 [[nodiscard]] bool IsPlain(const Contour* contour);
 
-/// Is the one contour of an area, in grid form, sound (soundness.h)? Two cheap looks
-/// answer for most that are: IsPlain, and that for any contact in O(n log n). Throws
+/// Is the one contour of an area, in grid form, sound (soundness.h)? For most that are,
+/// cheaper looks tell: IsPlain for few edges, a sweep for any contact for many. Throws
 /// std::bad_alloc, raises ERR::NOMEM.
 [[nodiscard]] bool IsSoundContour(const Area* area);
 
