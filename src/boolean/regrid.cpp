@@ -35,11 +35,11 @@ bool IsProper(const WorldBox& box) noexcept {
   return box.min.x < box.max.x && box.min.y < box.max.y;
 }
 
+}  // namespace
+
 bool IsSame(const WorldBox& a, const WorldBox& b) noexcept {
   return a.min.x == b.min.x && a.min.y == b.min.y && a.max.x == b.max.x && a.max.y == b.max.y;
 }
-
-}  // namespace
 
 // Unsnapping keeps the order of coordinates, so the corners suffice; the ends of the
 // grid are the corners of its box without rounding, so a box that is filled stays.

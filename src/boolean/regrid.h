@@ -6,6 +6,8 @@
 
 namespace zelvan {
 
+[[nodiscard]] bool IsSame(const WorldBox& a, const WorldBox& b) noexcept;
+
 /// The box of a ring in grid form, in world coordinates; the ring must not be null.
 [[nodiscard]] WorldBox WorldBoxOf(const Area* ring, const WorldBox& gridBox) noexcept;
 

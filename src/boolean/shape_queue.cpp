@@ -12,7 +12,6 @@
 
 #include "boolean/assembly.h"
 #include "boolean/edge_index.h"
-#include "boolean/operand.h"
 #include "boolean/regrid.h"
 #include "boolean/shape_boolean.h"
 #include "boolean/snapped_contour.h"
@@ -33,20 +32,49 @@ GridBox Widened(const GridBox& box) noexcept {
   return {{box.min.gx - 1, box.min.gy - 1}, {box.max.gx + 1, box.max.gy + 1}};
 }
 
+bool Overlap(const GridBox& a, const GridBox& b) noexcept {
+  return a.min.gx <= b.max.gx && b.min.gx <= a.max.gx && a.min.gy <= b.max.gy &&
+         b.min.gy <= a.max.gy;
+}
+
 bool AnyEdgeMeets(const Area* ring, const GridBox& box) noexcept {
   bool met = false;
   ForEachContour(ring, [&](const Contour* contour) {
-    const GridBox& own = contour->gridBox;
-    if (met || own.max.gx < box.min.gx || own.min.gx > box.max.gx || own.max.gy < box.min.gy ||
-        own.min.gy > box.max.gy) {
-      return;
-    }
+    if (met || !Overlap(contour->gridBox, box)) return;
     ForEachVertex(contour, [&](const VertexNode* v) {
       met = met || EdgeMeetsBox(v->grid, v->next->grid, box);
     });
   });
   return met;
 }
+
+bool AnyHoleOverlaps(const Area* area, const GridBox& box) noexcept {
+  const Contour* hole = area->contours->next;
+  while (hole != nullptr && !Overlap(hole->gridBox, box)) hole = hole->next;
+  return hole != nullptr;
+}
+
+Contour* LastOf(Contour* contour) noexcept {
+  while (contour->next != nullptr) contour = contour->next;
+  return contour;
+}
+
+// An area without its holes, as long as this lives.
+class WithoutHoles {
+ public:
+  explicit WithoutHoles(Area* area) noexcept
+      : outer_(area->contours), holes_(std::exchange(outer_->next, nullptr)) {}
+  WithoutHoles(const WithoutHoles&) = delete;
+  WithoutHoles& operator=(const WithoutHoles&) = delete;
+  ~WithoutHoles() { outer_->next = holes_; }
+
+  /// Hands the holes on.
+  [[nodiscard]] Contour* Release() noexcept { return std::exchange(holes_, nullptr); }
+
+ private:
+  Contour* outer_;
+  Contour* holes_;
+};
 
 bool AreSame(const Contour* a, const Contour* b) noexcept {
   if (a->count != b->count || a->flags != b->flags) return false;
@@ -60,36 +88,11 @@ bool AreSame(const Contour* a, const Contour* b) noexcept {
   return true;
 }
 
-bool AreSame(const Area* a, const Area* b) noexcept {
-  const Contour* c = a->contours;
-  const Contour* d = b->contours;
-  for (; c != nullptr && d != nullptr; c = c->next, d = d->next) {
-    if (!AreSame(c, d)) return false;
-  }
-  return c == d;
-}
-
-bool RingsAreSame(const Area* a, const Area* b) noexcept {
-  if (a == nullptr || b == nullptr) return a == b;
-  const Area* const firstA = a;
-  const Area* const firstB = b;
-  do {
-    if (!AreSame(a, b)) return false;
-    a = a->next;
-    b = b->next;
-  } while (a != firstA && b != firstB);
-  return a == firstA && b == firstB;
-}
-
 // Where contours are linked: by the numbers of the areas, as in the index.
 class Linker {
  public:
   Linker(OwnedRing& ring, std::size_t more) : ring_(ring), index_(ring.first, more) {
-    ForEachArea(ring.first, [&](Area* area) {
-      Contour* last = area->contours;
-      while (last->next != nullptr) last = last->next;
-      places_.push_back({area, last});
-    });
+    ForEachArea(ring.first, [&](Area* area) { places_.push_back(LastOf(area->contours)); });
   }
 
   [[nodiscard]] bool Meets(const GridBox& box) const noexcept { return index_.Meets(box); }
@@ -104,26 +107,21 @@ class Linker {
     if (runsCcw != (op == UNION)) ReverseContour(contour.get());
     if (isInside) {
       index_.Add(contour.get(), area);
-      Contour*& last = places_[area].last;
+      Contour*& last = places_[area];
       last = last->next = contour.release();
       return;
     }
     OwnedRing one(NewArea());
     index_.Add(contour.get(), static_cast<std::uint32_t>(places_.size()));
-    places_.push_back({one.first, contour.get()});
+    places_.push_back(contour.get());
     one.first->contours = contour.release();
     AppendArea(ring_.first, one.release());
   }
 
  private:
-  struct Place {
-    Area* area;
-    Contour* last;
-  };
-
   OwnedRing& ring_;
   EdgeIndex index_;
-  std::vector<Place> places_;
+  std::vector<Contour*> places_;  // the last contour of each area
 };
 
 // The region while the queue is applied, apart from the shape, which takes it over at
@@ -138,20 +136,11 @@ class Accumulation {
   /// Either applies a shape or, on failure, leaves the region as it was.
   void Apply(const Shape& other) {
     edgesToCome_ -= other.vertexTable.size();
-    OwnedContour apart = FindApart(other);
-    if (settled_ && apart != nullptr) {
-      linker_->Link(std::move(apart), op_);
-      return;
-    }
+    if (settled_ && ApplyToSettled(other)) return;
     OwnedRing result;
-    const auto grid = CombineRegions(Ring(), grid_, other, op_, result);
-    if (!grid) return;
-    if (apart != nullptr) {
-      linker_->Link(std::move(apart), op_);
-      settled_ = RingsAreSame(own_.first, result.first);
-      if (settled_) return;
-    }
-    Replace(result, *grid);
+    bool isExact = false;
+    const auto grid = CombineRegions(Ring(), grid_, other, op_, result, isExact);
+    if (grid) Replace(result, *grid, isExact);
   }
 
   /// Hands the region to the shape. Throws std::bad_alloc; the shape is as it was.
@@ -162,43 +151,67 @@ class Accumulation {
  private:
   [[nodiscard]] const Area* Ring() const noexcept { return isOwn_ ? own_.first : shape_.areas; }
 
-  void Replace(OwnedRing& ring, const WorldBox& grid) noexcept {
+  void Replace(OwnedRing& ring, const WorldBox& grid, bool isSettled) noexcept {
     linker_.reset();
-    settled_ = false;
+    settled_ = isSettled;
     extent_.reset();
-    isOwn_ = true;
     std::swap(own_.first, ring.first);
+    isOwn_ = true;
     grid_ = grid;
   }
 
-  // The one contour of a shape on the region's grid if it leaves that grid, comes near no
-  // edge and is plain; else null. A contour that is found has a linker.
-  OwnedContour FindApart(const Shape& other) {
+  // The ways that take less than an operation on everything. @return whether one did
+  bool ApplyToSettled(const Shape& other) {
+    OwnedContour contour = PlainOnGrid(other);
+    if (contour == nullptr) return false;
+    const GridBox box = Widened(contour->gridBox);
+    if (!linker_ && !AnyEdgeMeets(own_.first, box)) linker_.emplace(own_, edgesToCome_);
+    if (linker_ && !linker_->Meets(box)) {
+      linker_->Link(std::move(contour), op_);
+      return true;
+    }
+    return CombineOutline(other, box);
+  }
+
+  // The one contour of a shape on the region's grid, if it leaves that grid as it is and
+  // is plain; else null.
+  OwnedContour PlainOnGrid(const Shape& other) {
     if (!LeavesTheGrid(other) || other.areas->next != other.areas ||
         other.areas->contours->next != nullptr) {
       return nullptr;
     }
     const OwnedRing copy(CopyOnGrid(other.areas, BoxOf(other), grid_));
-    if (copy.first == nullptr) return nullptr;
-    const GridBox box = Widened(copy.first->contours->gridBox);
-    if (settled_ ? linker_->Meets(box) : AnyEdgeMeets(Ring(), box)) return nullptr;
-    if (!IsPlain(copy.first->contours)) return nullptr;
-    if (linker_ == std::nullopt) MakeLinker();
+    if (copy.first == nullptr || !IsPlain(copy.first->contours)) return nullptr;
     return OwnedContour(std::exchange(copy.first->contours, nullptr));
   }
 
-  void MakeLinker() {
-    if (!isOwn_) {
-      own_.first = CopyOperand(shape_.areas);
-      isOwn_ = true;
+  // An operation that no hole of the only area takes part in. The outline either stays,
+  // and what the contour adds comes last, or each new hole has part of it and comes first.
+  bool CombineOutline(const Shape& other, const GridBox& box) {
+    Area* const area = own_.first;
+    if (area->next != area || area->contours->next == nullptr || AnyHoleOverlaps(area, box)) {
+      return false;
     }
-    linker_.emplace(own_, edgesToCome_);
+    OwnedRing result;
+    bool isExact = false;
+    WithoutHoles outline(area);
+    const auto grid = CombineRegions(area, grid_, other, op_, result, isExact);
+    if (result.first == nullptr || !IsSame(*grid, grid_)) return false;
+    Contour* const outer = result.first->contours;
+    const bool outlineStays = AreSame(area->contours, outer);
+    if (!outlineStays && result.first->next != result.first) return false;
+    Contour* const holes = outline.Release();
+    Contour*& place = outlineStays ? outer->next : LastOf(outer)->next;
+    LastOf(holes)->next = place;
+    place = holes;
+    Replace(result, *grid, isExact);
+    return true;
   }
 
   // Is the box of both the box of the region's grid?
   bool LeavesTheGrid(const Shape& other) {
-    if (Ring() == nullptr || other.areas == nullptr) return false;
-    if (!extent_) extent_ = WorldBoxOf(Ring(), grid_);
+    if (own_.first == nullptr || other.areas == nullptr) return false;
+    if (!extent_) extent_ = WorldBoxOf(own_.first, grid_);
     return Contains(*extent_, grid_) && Contains(grid_, WorldBoxOf(other.areas, BoxOf(other)));
   }
 
@@ -208,8 +221,8 @@ class Accumulation {
   bool isOwn_ = false;
   WorldBox grid_;                   // of the region
   std::optional<WorldBox> extent_;  // of the region, where known
-  bool settled_ = false;
-  std::optional<Linker> linker_;  // of the own region; there is one while it is settled
+  bool settled_ = false;            // the region is its own, and settled
+  std::optional<Linker> linker_;    // of a settled region, once there is use for it
   std::size_t edgesToCome_ = 0;
 };
 

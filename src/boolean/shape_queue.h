@@ -2,27 +2,31 @@
 // and box as Unite or Subtract with each in turn, for less.
 //
 // Most operations of a queue touch nothing: a hole strictly inside, an island apart.
-// Such a contour is linked where the operation would have put it, without a sweep,
-// which takes time that depends on its own size alone. Tables are made once.
+// Such a contour is linked where the operation would have put it, without a sweep, in
+// time that depends on its own size alone. Others pass by the holes that they do not
+// come near. Tables are made once.
 //
-// Why that is the same. Call a region settled when an operation with a contour that
-// comes near none of its edges would give back all its contours, head for head. Its
-// edges then pass no hot pixel but on its centre, and its contours run as the assembly
-// would trace them; a contour that stays a step away from every edge adds no crossing,
-// passes none of the region's pixels and has none passed, so it changes nothing of this.
-// What the operation does with such a contour follows from the face it lies in:
+// Why that is the same. Call a region settled when the operation that made it left it on
+// its grid and bent no edge: each edge lies on a straight one of the operands, which
+// passed every hot pixel through its centre. The pixels of the region are among those. So
+// the next operation bends none of its edges either and traces its contours as they are,
+// from the same heads, but where the new contour comes near: with that contour a step away
+// from every edge, nowhere. What happens to such a contour follows from the face that it
+// lies in:
 //
 //               in the region                            outside
 //   Subtract    a hole, behind the area's others         nothing
 //   Unite       nothing                                  an area, behind all others
 //
-// The contour itself comes back with its own head as long as it is plain
-// (snapped_contour.h), and the new region is settled too. Vertices keep their grid as
-// long as the contour lies within the region's box.
+// The contour comes back with its own head as long as it is plain (snapped_contour.h),
+// and the new region is settled too. Vertices keep their grid as long as the contour lies
+// within the region's box.
 //
-// Whether a region is settled is seen, not proved: an operation that gives what linking
-// the contour gives has shown it. So a queue begins with one operation or more, and so
-// it goes on after each contour that does touch something.
+// The contours of one settled area do not touch: what touches is one walk. So where
+// a plain contour comes near an only area's outline but stays a step away from the boxes
+// of its holes, the operation on the outline alone gives all but the holes. A new hole
+// either has part of the outline, which the assembly meets first, or is the contour
+// itself, which it meets last, and then the outline stays as it is.
 #pragma once
 
 #include <list>

@@ -181,7 +181,7 @@ TEST(Chains, FiftyStepsEachSoundAndTriangulated) {
 // A contour of a queue: on a lattice that the grid of 75 units holds exactly or not, or a
 // few half steps beside it; also those that cross themselves by their closing edge, reach
 // outside, or collapse.
-WorldRing Queued(Random& random, double unit) {
+WorldRing Queued(Random& random, double unit, std::int64_t kind) {
   const auto at = [&](std::int64_t n) {
     const auto beside = random.Below(4) == 0 ? random.Below(7) - 3 : 0;
     return unit * (static_cast<double>(random.Below(n)) +
@@ -189,8 +189,13 @@ WorldRing Queued(Random& random, double unit) {
   };
   const double x = at(64);
   const double y = at(64);
-  switch (random.Below(8)) {
+  switch (kind) {
     case 0: {
+      const double w = at(5) + unit;
+      const double h = at(5) + unit;
+      return {{x, y}, {x + w, y}, {x + w, y + h}, {x, y + h}};
+    }
+    case 4: {
       const double w = at(30) + unit;
       const double h = at(30) + unit;
       return {{x, y}, {x + w, y}, {x + w, y + h}, {x, y + h}};
@@ -218,11 +223,11 @@ TEST(Queues, GiveWhatOneAfterTheOtherGives) {
     SCOPED_TRACE(seed);
     Random random(seed);
     const double unit = random.Below(2) == 0 ? GRID_MAX / 75.0 : 1.0 + Unit(random);
-    const WorldRing main = random.Below(3) == 0 ? Circle(32 * unit, 32 * unit, 40 * unit, 30)
-                                                : WorldRing{{-5 * unit, -5 * unit},
-                                                            {70 * unit, -5 * unit},
-                                                            {70 * unit, 70 * unit},
-                                                            {-5 * unit, 70 * unit}};
+    WorldRing main = {{-5, -5}, {70, -5}, {70, 70}, {-5, 70}};
+    if (random.Below(2) == 0) main = {{-5, -5}, {70, -5}, {70, 30}, {30, 33}, {30, 70}, {-5, 70}};
+    if (random.Below(4) == 0) main = Circle(32, 32, 40, 30);
+    for (auto& p : main) p = {p.x * unit, p.y * unit};
+    const std::int64_t kinds = random.Below(2) == 0 ? 9 : 1;  // all, or small boxes alone
     const auto queued = ShapeOf(main);
     const auto plain = ShapeOf(main);
     for (int round = 0; round < 3; ++round) {
@@ -230,7 +235,7 @@ TEST(Queues, GiveWhatOneAfterTheOtherGives) {
       ShapeQueue queue;
       for (std::int64_t n = random.Below(random.Below(50) == 0 ? 300 : 16); n >= 0; --n) {
         try {
-          queue.push_back(ShapeOf(Queued(random, unit)));
+          queue.push_back(ShapeOf(Queued(random, unit, random.Below(kinds))));
         } catch (const ZelvanLib::BadPolyError&) {
         }
       }
