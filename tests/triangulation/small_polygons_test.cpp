@@ -120,7 +120,7 @@ TEST(SmallPolygons, RandomPathsAgainstTheOracle) {
   Random random(seed);
   std::size_t touching = 0;
   std::size_t refused = 0;
-  for (int round = 0; round < 60000 && !HasFailure(); ++round) {
+  for (int round = 0; round < 30000 && !HasFailure(); ++round) {
     const std::int32_t side = random.Between(3, 9);
     const std::int32_t wanted = random.Between(5, 14);
     const bool onlyAreas = random.Below(4) != 0;
