@@ -114,7 +114,7 @@ int main(int argc, char** argv) {
       only = argv[i];
     }
   }
-  Harness harness(quick ? 1.5 : 10, only);
+  Harness harness(quick ? 1.5 : 8, only);
   CompareCoasts(harness, quick ? 10000 : 1000000);
   CompareStars(harness, quick ? 10000 : 100000);
   CompareHoles(harness, quick ? 10 : 100);

@@ -103,7 +103,7 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "usage: %s COUNTRIES.geojson [--quick] [FAMILY]\n", argv[0]);
     return 2;
   }
-  Harness harness(quick ? 1.5 : 10, only);
+  Harness harness(quick ? 1.5 : 8, only);
   const std::pair<const char*, Xyz (*)(int)> families[] = {{"coast", Coast},
                                                            {"star", Star},
                                                            {"circle", Circle},

@@ -93,7 +93,7 @@ Result RunChild(const std::function<std::unique_ptr<Job>()>& make, double limit)
   const pid_t child = fork();
   if (child == 0) {
     close(ends[0]);
-    Child(ends[1], make, 500 * limit);
+    Child(ends[1], make, 600 * limit);
   }
   close(ends[1]);
   const bool ended = child > 0 && Listen(ends[0], limit, result);

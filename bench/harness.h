@@ -30,7 +30,7 @@ struct Expected {
 
 class Harness {
  public:
-  /// One run may take `limit` seconds, repetitions half of that together. Families
+  /// One run may take `limit` seconds, repetitions six tenths of that together. Families
   /// whose names do not contain `only` are left out.
   Harness(double limit, std::string only) : limit_(limit), only_(std::move(only)) {}
 

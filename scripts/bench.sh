@@ -4,7 +4,7 @@
 #
 #   scripts/bench.sh [--quick] [triangulation|booleans]
 #
-# --quick takes small sizes only, to try the comparison. An entry has ten seconds for
+# --quick takes small sizes only, to try the comparison. An entry has eight seconds for
 # a run: a slow peer is not tried at larger sizes.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."

