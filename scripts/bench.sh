@@ -34,6 +34,6 @@ for part in "${parts[@]}"; do
   data=()
   [[ "$part" == triangulation ]] && data=(data/countries-50m.geojson)
   "build/release/bench_compare_$part" "${data[@]}" "${quick[@]}" >"out/bench-$part.tsv"
-  python3 bench/report.py "$part" "out/bench-$part.tsv" \
+  python3 -B bench/report.py "$part" "out/bench-$part.tsv" \
     --command "scripts/bench.sh ${quick[*]}${quick:+ }$part" --versions "${versions%, }" "${quick[@]}"
 done
