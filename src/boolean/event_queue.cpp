@@ -2,8 +2,10 @@
 #include "boolean/event_queue.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
+#include "boolean/segment.h"
 #include "polygon/grid.h"
 
 namespace zelvan {
@@ -26,53 +28,84 @@ std::uint64_t Key(const SweepEvent& e) noexcept {
 }
 static_assert(GRID_MAX < 1 << 20, "a row takes bits 4 to 23 of the key");
 
-}  // namespace
-
-bool EventBefore(const SweepEvent& e1, const SweepEvent& e2) noexcept {
-  const std::uint64_t k1 = Key(e1);
-  const std::uint64_t k2 = Key(e2);
-  return k1 != k2 ? k1 < k2 : e1.seq < e2.seq;
-}
-
-namespace {
-
-bool After(const SweepEvent& e1, const SweepEvent& e2) noexcept {
-  return EventBefore(e2, e1);
+// Of starts and ends alone: 20 bits x, 20 bits y, 1 the kind.
+std::uint64_t EndKey(GridPoint p, std::uint32_t kind) noexcept {
+  const auto x = static_cast<std::uint64_t>(p.gx + GRID_OFFSET);
+  const auto y = static_cast<std::uint64_t>(p.gy + GRID_OFFSET);
+  return x << 21 | y << 1 | kind / EVENT_START;
 }
 
 }  // namespace
 
-void EventQueue::Fill(std::vector<SweepEvent> events) {
-  batch_ = std::move(events);
+void EventQueue::Fill(std::vector<Segment>& table) {
+  table_ = &table;
   next_ = 0;
   order_.clear();
-  order_.reserve(batch_.size());
-  for (const SweepEvent& e : batch_) {
-    order_.push_back({Key(e), e.seq, static_cast<std::uint32_t>(order_.size())});
+  order_.reserve(2 * table.size());
+  std::uint32_t seq = 0;
+  for (const Segment& s : table) {
+    order_.push_back({EndKey(s.lower->grid, EVENT_START), seq++});
+    order_.push_back({EndKey(s.upper->grid, EVENT_END), seq++});
   }
-  std::sort(order_.begin(), order_.end(), [](const Place& a, const Place& b) {
-    return a.key != b.key ? a.key < b.key : a.seq < b.seq;
-  });
+  SortByKey(order_);
+  LoadEnd();
+}
+
+// By counting, from the last digits to the first (Seward 1954); equal keys keep their
+// order, that of their numbers.
+void EventQueue::SortByKey(std::vector<End>& ends) {
+  constexpr std::size_t kDigits = 4;
+  constexpr unsigned kBits = 11;  // of a digit; 44 in all
+  constexpr std::uint64_t kMask = (1u << kBits) - 1;
+  if (ends.size() < 1024) {
+    std::sort(ends.begin(), ends.end(), [](const End& a, const End& b) {
+      return a.key != b.key ? a.key < b.key : a.seq < b.seq;
+    });
+    return;
+  }
+  std::vector<std::array<std::uint32_t, kMask + 1>> starts(kDigits);
+  for (const End& e : ends) {
+    for (std::size_t d = 0; d < kDigits; ++d) ++starts[d][e.key >> d * kBits & kMask];
+  }
+  std::vector<End> sorted(ends.size());
+  for (std::size_t d = 0; d < kDigits; ++d) {
+    std::uint32_t start = 0;
+    for (std::uint32_t& count : starts[d]) start += std::exchange(count, start);
+    for (const End& e : ends) sorted[starts[d][e.key >> d * kBits & kMask]++] = e;
+    ends.swap(sorted);
+  }
+}
+
+void EventQueue::LoadEnd() noexcept {
+  if (next_ == order_.size()) {
+    endKey_ = std::numeric_limits<std::uint64_t>::max();
+    return;
+  }
+  const auto [key, seq] = order_[next_];
+  const auto x = static_cast<std::int32_t>(key >> 21) - GRID_OFFSET;
+  const auto y = static_cast<std::int32_t>(key >> 1 & GRID_MAX) - GRID_OFFSET;
+  end_ = {seq % 2 == 0 ? EVENT_START : EVENT_END, seq, x, y, table_->data() + seq / 2, nullptr};
+  endKey_ = Key(end_);
+}
+
+bool EventQueue::IsLater(const Pending& a, const Pending& b) noexcept {
+  return a.key != b.key ? a.key > b.key : a.event.seq > b.event.seq;
 }
 
 void EventQueue::Insert(const SweepEvent& event) {
-  heap_.push_back(event);
-  std::push_heap(heap_.begin(), heap_.end(), After);
-}
-
-bool EventQueue::MinIsInBatch() const noexcept {
-  if (heap_.empty()) return true;
-  return next_ < order_.size() && EventBefore(batch_[order_[next_].index], heap_.front());
-}
-
-const SweepEvent& EventQueue::Min() const noexcept {
-  return MinIsInBatch() ? batch_[order_[next_].index] : heap_.front();
+  heap_.push_back({Key(event), event});
+  std::push_heap(heap_.begin(), heap_.end(), IsLater);
 }
 
 SweepEvent EventQueue::PopMin() noexcept {
-  if (MinIsInBatch()) return batch_[order_[next_++].index];
-  std::pop_heap(heap_.begin(), heap_.end(), After);
-  const SweepEvent event = heap_.back();
+  if (EndIsFirst()) {
+    const SweepEvent event = end_;
+    ++next_;
+    LoadEnd();
+    return event;
+  }
+  std::pop_heap(heap_.begin(), heap_.end(), IsLater);
+  const SweepEvent event = heap_.back().event;
   heap_.pop_back();
   return event;
 }

@@ -9,6 +9,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <vector>
 
 namespace zelvan {
@@ -37,20 +38,20 @@ struct SweepEvent {
   return EVENT_CROSS | bits(xSign) << 2 | bits(ySign) << 4;
 }
 
-/// Does e1 come before e2?
-[[nodiscard]] bool EventBefore(const SweepEvent& e1, const SweepEvent& e2) noexcept;
-
-/// A batch of events that are known at the start, sorted once, and a binary heap
-/// of those that come later. Throws std::bad_alloc.
+/// The starts and ends of segments, sorted once, and a binary heap of the events that
+/// come later. Throws std::bad_alloc.
 class EventQueue {
  public:
-  /// Takes over the first events, in any order; the queue must be empty.
-  void Fill(std::vector<SweepEvent> events);
+  /// The start and the end of every segment of a table, which must stay in place; they
+  /// are numbered in table order from 0. The queue must be empty.
+  void Fill(std::vector<Segment>& table);
 
   void Insert(const SweepEvent& event);
 
   /// The smallest event; the queue must not be empty.
-  [[nodiscard]] const SweepEvent& Min() const noexcept;
+  [[nodiscard]] const SweepEvent& Min() const noexcept {
+    return EndIsFirst() ? end_ : heap_.front().event;
+  }
 
   /// Removes the smallest event and returns it.
   SweepEvent PopMin() noexcept;
@@ -58,19 +59,30 @@ class EventQueue {
   [[nodiscard]] bool Empty() const noexcept { return next_ == order_.size() && heap_.empty(); }
 
  private:
-  // An event's place in the order, and where it stands in the batch.
-  struct Place {
+  // A start or an end: its place and kind in one number, and its own number.
+  struct End {
     std::uint64_t key;
     std::uint32_t seq;
-    std::uint32_t index;
+  };
+  struct Pending {
+    std::uint64_t key;
+    SweepEvent event;
   };
 
-  [[nodiscard]] bool MinIsInBatch() const noexcept;
+  [[nodiscard]] bool EndIsFirst() const noexcept {
+    return heap_.empty() || endKey_ < heap_.front().key;
+  }
+  static bool IsLater(const Pending& a, const Pending& b) noexcept;
+  static void SortByKey(std::vector<End>& ends);
+  void LoadEnd() noexcept;
 
-  std::vector<SweepEvent> batch_;
-  std::vector<Place> order_;
+  std::vector<Segment>* table_ = nullptr;
+  std::vector<End> order_;
   std::size_t next_ = 0;  // order_[next_...] is still pending
-  std::vector<SweepEvent> heap_;
+  SweepEvent end_{};      // the event of order_[next_]
+  // And its key among all events, the largest when none is left.
+  std::uint64_t endKey_ = std::numeric_limits<std::uint64_t>::max();
+  std::vector<Pending> heap_;
 };
 
 }  // namespace zelvan

@@ -28,19 +28,6 @@ void FillSegments(SegmentTable& table, const Contour* contour) {
   });
 }
 
-std::vector<SweepEvent> EndEvents(SegmentTable& table) {
-  std::vector<SweepEvent> events;
-  events.reserve(2 * table.size());
-  std::uint32_t seq = 0;
-  for (Segment& s : table) {
-    const GridPoint a = s.lower->grid;
-    const GridPoint b = s.upper->grid;
-    events.push_back({EVENT_START, seq++, a.gx, a.gy, &s, nullptr});
-    events.push_back({EVENT_END, seq++, b.gx, b.gy, &s, nullptr});
-  }
-  return events;
-}
-
 bool IsAbove(const Segment* s, const Segment* t) noexcept {
   const GridPoint a = t->lower->grid;
   const GridPoint b = t->upper->grid;

@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <vector>
 
-#include "boolean/event_queue.h"
 #include "polygon/records.h"
 
 namespace zelvan {
@@ -26,9 +25,6 @@ using SegmentTable = std::vector<Segment>;
 /// contours in list order, edges from each contour's head. Throws std::bad_alloc.
 void FillSegments(SegmentTable& table, const Area* ring);
 void FillSegments(SegmentTable& table, const Contour* contour);
-
-/// The start and the end of every segment, numbered in table order from 0.
-[[nodiscard]] std::vector<SweepEvent> EndEvents(SegmentTable& table);
 
 /// Where a new segment s goes in the status list: true when it lies above the
 /// listed segment t, decided at s's lower end and, on t's line, by the slope. A

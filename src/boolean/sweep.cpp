@@ -6,18 +6,44 @@
 namespace zelvan {
 
 void Sweep::Run(SegmentTable& table) {
-  queue_.Fill(EndEvents(table));
+  queue_.Fill(table);
   sequence_ = static_cast<std::uint32_t>(2 * table.size());
   while (!queue_.Empty()) {
     const std::int32_t x = queue_.Min().x;
     column_.clear();
-    while (!queue_.Empty() && queue_.Min().x == x) {
-      column_.push_back(queue_.PopMin());
-      Handle(column_.back());
-    }
+    while (!queue_.Empty() && queue_.Min().x == x) HandleNext();
     eventCount_ += column_.size();
-    SnapColumn(x);
+    if (search_ == ColumnSearch::kEverySegment || !NothingMeets()) SnapColumn(x);
   }
+}
+
+void Sweep::HandleNext() {
+  column_.push_back(queue_.PopMin());
+  const SweepEvent& event = column_.back();
+  if (event.Kind() == EVENT_END && !queue_.Empty()) {
+    const SweepEvent& next = queue_.Min();
+    if (next.Kind() == EVENT_START && next.first->lower == event.first->upper &&
+        GoesOn(event.first, next.first)) {
+      column_.push_back(queue_.PopMin());
+      return;
+    }
+  }
+  Handle(event);
+}
+
+// Where t goes on from s and nothing else is at that place, t takes the place of s.
+bool Sweep::GoesOn(Segment* s, Segment* t) {
+  const GridPoint p = t->lower->grid;
+  const auto side = [p](const Segment* u) {
+    return zelvan::Cross(u->lower->grid, u->upper->grid, p);
+  };
+  if (!status_.IsEnd(s->below) && side(s->below) <= 0) return false;
+  if (!status_.IsEnd(s->above) && side(s->above) >= 0) return false;
+  status_.Replace(s, t);
+  lastPlace_ = p;
+  CheckPair(t, t->above);
+  CheckPair(t->below, t);
+  return true;
 }
 
 void Sweep::Handle(const SweepEvent& event) {
@@ -26,6 +52,7 @@ void Sweep::Handle(const SweepEvent& event) {
       Segment* below = event.first->below;
       Segment* above = event.first->above;
       status_.Remove(event.first);
+      lastPlace_ = event.first->upper->grid;
       CheckPair(below, above);
       break;
     }
@@ -69,9 +96,11 @@ void Sweep::CheckPair(Segment* a, Segment* b) {
   queue_.Insert({CrossFlags(x.sign, y.sign), sequence_++, x.value, y.value, a, b});
 }
 
-// Only the first segment that starts at a place sees nothing of that place below it.
+// Only the first segment that starts at a place sees nothing of that place below it;
+// and where one ends, all that meets there hangs together with an earlier start.
 void Sweep::RecordSeed(const Segment* s) {
-  if (!seeds_.empty() && seeds_.back().vertex->grid == s->lower->grid) return;
+  if (lastPlace_ == s->lower->grid) return;
+  lastPlace_ = s->lower->grid;
   seeds_.push_back({s->lower, status_.WindingBelow(s)});
 }
 

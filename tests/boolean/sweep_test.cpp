@@ -43,15 +43,14 @@ class Swept {
     }
   }
 
-  // Everything that the sweep has made: chains, and the ring of every pixel.
+  // Everything that the sweep has made: chains, the ring of every pixel, labels.
   std::vector<std::tuple<Point, Point, std::uint32_t>> Everything() const {
     std::vector<std::tuple<Point, Point, std::uint32_t>> all;
     for (const Segment& s : table) {
       for (const VertexNode* v = s.lower;; v = s.forward != 0 ? v->next : v->prev) {
-        const CrossEntry* e = v->crossNext->next;
-        all.push_back({{v->grid.gx, v->grid.gy},
-                       {e->vertex->next->grid.gx, e->vertex->next->grid.gy},
-                       e->flags});
+        const VertexNode* met = v->crossNext == nullptr ? v : v->crossNext->next->vertex;
+        all.push_back(
+            {{v->grid.gx, v->grid.gy}, {met->next->grid.gx, met->next->grid.gy}, v->flags});
         if (v == s.upper) break;
       }
     }
@@ -59,8 +58,8 @@ class Swept {
   }
 
   void Label() {
-    AnalysePixels(a_.first);
-    AnalysePixels(b_.first);
+    AnalysePixels(a_.first, entries_);
+    AnalysePixels(b_.first, entries_);
     LabelEdges(sweep.Seeds(), {});
   }
 
@@ -135,8 +134,7 @@ TEST(Events, ComeInTheOrderOfTheirTruePlaces) {
                 mixed[static_cast<std::size_t>(random.Below(static_cast<std::int64_t>(i)))]);
     }
     EventQueue queue;
-    queue.Fill({mixed.begin(), mixed.begin() + 4});
-    for (std::size_t i = 4; i < mixed.size(); ++i) queue.Insert(mixed[i]);
+    for (const SweepEvent& e : mixed) queue.Insert(e);
     for (const SweepEvent& e : inOrder) ASSERT_EQ(queue.PopMin().seq, e.seq);
     ASSERT_TRUE(queue.Empty());
   }
@@ -197,8 +195,10 @@ TEST(Sweep, IndexedColumnsGiveWhatLookingAtEverySegmentGives) {
       Random random(seed);
       const Rings a = Tangle(random, width, height, 90);
       const Rings b = Tangle(random, width, height, 60);
-      const Swept indexed(a, b);
-      const Swept plain(a, b, ColumnSearch::kEverySegment);
+      Swept indexed(a, b);
+      Swept plain(a, b, ColumnSearch::kEverySegment);
+      indexed.Label();
+      plain.Label();
       ASSERT_EQ(indexed.Everything(), plain.Everything())
           << width << " x " << height << ", " << seed;
       crossings += indexed.sweep.CrossingCount();
