@@ -28,63 +28,81 @@ std::uint64_t Key(const SweepEvent& e) noexcept {
 }
 static_assert(GRID_MAX < 1 << 20, "a row takes bits 4 to 23 of the key");
 
-// Of starts and ends alone: 20 bits x, 20 bits y, 1 the kind.
-std::uint64_t EndKey(GridPoint p, std::uint32_t kind) noexcept {
-  const auto x = static_cast<std::uint64_t>(p.gx + GRID_OFFSET);
-  const auto y = static_cast<std::uint64_t>(p.gy + GRID_OFFSET);
-  return x << 21 | y << 1 | kind / EVENT_START;
-}
-
 }  // namespace
 
 void EventQueue::Fill(std::vector<Segment>& table) {
   table_ = &table;
-  next_ = 0;
-  order_.clear();
-  order_.reserve(2 * table.size());
-  std::uint32_t seq = 0;
+  nextPlace_ = 0;
+  places_.clear();
+  places_.reserve(table.size());
   for (const Segment& s : table) {
-    order_.push_back({EndKey(s.lower->grid, EVENT_START), seq++});
-    order_.push_back({EndKey(s.upper->grid, EVENT_END), seq++});
+    const GridPoint p = s.forward != 0 ? s.low : s.high;
+    places_.push_back({static_cast<std::uint32_t>(p.gx + GRID_OFFSET),
+                       static_cast<std::uint32_t>(p.gy + GRID_OFFSET),
+                       static_cast<std::uint32_t>(places_.size())});
   }
-  SortByKey(order_);
+  Sort(places_);
+  LoadPlace();
+}
+
+// By counting, from the last digits to the first (Seward 1954): two digits y, two x.
+void EventQueue::Sort(std::vector<Place>& places) {
+  constexpr std::uint32_t kBits = 10;
+  constexpr std::uint32_t kDigit = (1 << kBits) - 1;
+  static_assert(GRID_MAX < 1 << 2 * kBits);
+  if (places.size() < 512) {
+    std::sort(places.begin(), places.end(),
+              [](const Place& a, const Place& b) { return a.x != b.x ? a.x < b.x : a.y < b.y; });
+    return;
+  }
+  std::vector<Place> sorted(places.size());
+  const auto pass = [&](std::uint32_t Place::*axis, std::uint32_t shift) {
+    std::array<std::uint32_t, kDigit + 1> starts{};
+    for (const Place& p : places) ++starts[p.*axis >> shift & kDigit];
+    std::uint32_t start = 0;
+    for (std::uint32_t& count : starts) start += std::exchange(count, start);
+    for (const Place& p : places) sorted[starts[p.*axis >> shift & kDigit]++] = p;
+    places.swap(sorted);
+  };
+  for (const auto axis : {&Place::y, &Place::x}) {
+    for (const std::uint32_t shift : {0u, kBits}) pass(axis, shift);
+  }
+}
+
+// All that ends or starts at the next place: the segments by which the contours leave
+// its vertices, and those by which they come.
+void EventQueue::LoadPlace() {
+  ends_.clear();
+  nextEnd_ = 0;
+  const auto add = [this](std::uint32_t segment, bool starts) {
+    ends_.push_back(std::uint64_t{starts} << 32 | (2 * segment + (starts ? 0 : 1)));
+  };
+  const std::size_t first = nextPlace_;
+  for (; nextPlace_ < places_.size(); ++nextPlace_) {
+    const Place& p = places_[nextPlace_];
+    if (p.x != places_[first].x || p.y != places_[first].y) break;
+    const Segment& leaving = (*table_)[p.segment];
+    add(p.segment, leaving.forward != 0);
+    add(leaving.before, (*table_)[leaving.before].forward == 0);
+  }
+  std::sort(ends_.begin(), ends_.end());
   LoadEnd();
 }
 
-// By counting, from the last digits to the first (Seward 1954); equal keys keep their
-// order, that of their numbers.
-void EventQueue::SortByKey(std::vector<End>& ends) {
-  constexpr std::size_t kDigits = 4;
-  constexpr unsigned kBits = 11;  // of a digit; 44 in all
-  constexpr std::uint64_t kMask = (1u << kBits) - 1;
-  if (ends.size() < 1024) {
-    std::sort(ends.begin(), ends.end(), [](const End& a, const End& b) {
-      return a.key != b.key ? a.key < b.key : a.seq < b.seq;
-    });
+void EventQueue::LoadEnd() {
+  if (nextEnd_ == ends_.size()) {
+    if (nextPlace_ < places_.size()) return LoadPlace();
+    endKey_ = kNoKey;
     return;
   }
-  std::vector<std::array<std::uint32_t, kMask + 1>> starts(kDigits);
-  for (const End& e : ends) {
-    for (std::size_t d = 0; d < kDigits; ++d) ++starts[d][e.key >> d * kBits & kMask];
-  }
-  std::vector<End> sorted(ends.size());
-  for (std::size_t d = 0; d < kDigits; ++d) {
-    std::uint32_t start = 0;
-    for (std::uint32_t& count : starts[d]) start += std::exchange(count, start);
-    for (const End& e : ends) sorted[starts[d][e.key >> d * kBits & kMask]++] = e;
-    ends.swap(sorted);
-  }
-}
-
-void EventQueue::LoadEnd() noexcept {
-  if (next_ == order_.size()) {
-    endKey_ = std::numeric_limits<std::uint64_t>::max();
-    return;
-  }
-  const auto [key, seq] = order_[next_];
-  const auto x = static_cast<std::int32_t>(key >> 21) - GRID_OFFSET;
-  const auto y = static_cast<std::int32_t>(key >> 1 & GRID_MAX) - GRID_OFFSET;
-  end_ = {seq % 2 == 0 ? EVENT_START : EVENT_END, seq, x, y, table_->data() + seq / 2, nullptr};
+  const Place& p = places_[nextPlace_ - 1];
+  const auto seq = static_cast<std::uint32_t>(ends_[nextEnd_]);
+  end_ = {seq % 2 == 0 ? EVENT_START : EVENT_END,
+          seq,
+          static_cast<std::int32_t>(p.x) - GRID_OFFSET,
+          static_cast<std::int32_t>(p.y) - GRID_OFFSET,
+          table_->data() + seq / 2,
+          nullptr};
   endKey_ = Key(end_);
 }
 
@@ -97,10 +115,10 @@ void EventQueue::Insert(const SweepEvent& event) {
   std::push_heap(heap_.begin(), heap_.end(), IsLater);
 }
 
-SweepEvent EventQueue::PopMin() noexcept {
+SweepEvent EventQueue::PopMin() {
   if (EndIsFirst()) {
     const SweepEvent event = end_;
-    ++next_;
+    ++nextEnd_;
     LoadEnd();
     return event;
   }

@@ -43,7 +43,8 @@ struct SweepEvent {
 class EventQueue {
  public:
   /// The start and the end of every segment of a table, which must stay in place; they
-  /// are numbered in table order from 0. The queue must be empty.
+  /// are numbered in table order from 0. Contours are closed in the table. The queue
+  /// must be empty.
   void Fill(std::vector<Segment>& table);
 
   void Insert(const SweepEvent& event);
@@ -54,15 +55,16 @@ class EventQueue {
   }
 
   /// Removes the smallest event and returns it.
-  SweepEvent PopMin() noexcept;
+  SweepEvent PopMin();
 
-  [[nodiscard]] bool Empty() const noexcept { return next_ == order_.size() && heap_.empty(); }
+  [[nodiscard]] bool Empty() const noexcept { return endKey_ == kNoKey && heap_.empty(); }
 
  private:
-  // A start or an end: its place and kind in one number, and its own number.
-  struct End {
-    std::uint64_t key;
-    std::uint32_t seq;
+  // Where a vertex is, and the segment by which its contour leaves it.
+  struct Place {
+    std::uint32_t x;
+    std::uint32_t y;
+    std::uint32_t segment;
   };
   struct Pending {
     std::uint64_t key;
@@ -73,15 +75,20 @@ class EventQueue {
     return heap_.empty() || endKey_ < heap_.front().key;
   }
   static bool IsLater(const Pending& a, const Pending& b) noexcept;
-  static void SortByKey(std::vector<End>& ends);
-  void LoadEnd() noexcept;
+  static void Sort(std::vector<Place>& places);
+  void LoadPlace();
+  void LoadEnd();
+
+  static constexpr std::uint64_t kNoKey = std::numeric_limits<std::uint64_t>::max();
 
   std::vector<Segment>* table_ = nullptr;
-  std::vector<End> order_;
-  std::size_t next_ = 0;  // order_[next_...] is still pending
-  SweepEvent end_{};      // the event of order_[next_]
-  // And its key among all events, the largest when none is left.
-  std::uint64_t endKey_ = std::numeric_limits<std::uint64_t>::max();
+  std::vector<Place> places_;
+  std::size_t nextPlace_ = 0;  // places_[nextPlace_...] is still pending
+  // The ends and starts at the place before that: numbers, and above them the kind.
+  std::vector<std::uint64_t> ends_;
+  std::size_t nextEnd_ = 0;
+  SweepEvent end_{};               // the event of ends_[nextEnd_]
+  std::uint64_t endKey_ = kNoKey;  // and its key among all events
   std::vector<Pending> heap_;
 };
 

@@ -120,9 +120,7 @@ void MarkOperand(Area* ring, bool isFirst) noexcept {
 
 std::size_t CountVertices(const Area* ring) noexcept {
   std::size_t count = 0;
-  ForEachContour(ring, [&](const Contour* contour) {
-    ForEachVertex(contour, [&](const VertexNode* /*v*/) { ++count; });
-  });
+  ForEachContour(ring, [&](const Contour* contour) { count += contour->count; });
   return count;
 }
 

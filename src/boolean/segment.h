@@ -13,9 +13,12 @@ struct StatusNode;
 struct Segment {
   VertexNode* lower;  ///< the end that comes first in (x, then y) order
   VertexNode* upper;
+  GridPoint low;         ///< where `lower` is, next to all else that a search reads
+  GridPoint high;        ///< where `upper` is
   Segment* above;        ///< next segment upward in the status list
   Segment* below;        ///< next segment downward
   StatusNode* node;      ///< place in the list's index while active
+  std::uint32_t before;  ///< number in the table of the contour's segment before this one
   std::uint8_t forward;  ///< 1 when the contour runs from lower to upper
 };
 

@@ -33,10 +33,8 @@ void Sweep::HandleNext() {
 
 // Where t goes on from s and nothing else is at that place, t takes the place of s.
 bool Sweep::GoesOn(Segment* s, Segment* t) {
-  const GridPoint p = t->lower->grid;
-  const auto side = [p](const Segment* u) {
-    return zelvan::Cross(u->lower->grid, u->upper->grid, p);
-  };
+  const GridPoint p = t->low;
+  const auto side = [p](const Segment* u) { return zelvan::Cross(u->low, u->high, p); };
   if (!status_.IsEnd(s->below) && side(s->below) <= 0) return false;
   if (!status_.IsEnd(s->above) && side(s->above) >= 0) return false;
   status_.Replace(s, t);
@@ -52,7 +50,7 @@ void Sweep::Handle(const SweepEvent& event) {
       Segment* below = event.first->below;
       Segment* above = event.first->above;
       status_.Remove(event.first);
-      lastPlace_ = event.first->upper->grid;
+      lastPlace_ = event.first->high;
       CheckPair(below, above);
       break;
     }
@@ -82,10 +80,10 @@ void Sweep::Cross(Segment* first, Segment* second) {
 // Queues the crossing of a with b directly above it, where there is one to come.
 void Sweep::CheckPair(Segment* a, Segment* b) {
   if (status_.IsEnd(a) || status_.IsEnd(b)) return;
-  const GridPoint a0 = a->lower->grid;
-  const GridPoint a1 = a->upper->grid;
-  const GridPoint b0 = b->lower->grid;
-  const GridPoint b1 = b->upper->grid;
+  const GridPoint a0 = a->low;
+  const GridPoint a1 = a->high;
+  const GridPoint b0 = b->low;
+  const GridPoint b1 = b->high;
   const std::int64_t converge =
       std::int64_t{b1.gx - b0.gx} * (a1.gy - a0.gy) - std::int64_t{b1.gy - b0.gy} * (a1.gx - a0.gx);
   if (converge <= 0) return;
@@ -99,8 +97,8 @@ void Sweep::CheckPair(Segment* a, Segment* b) {
 // Only the first segment that starts at a place sees nothing of that place below it;
 // and where one ends, all that meets there hangs together with an earlier start.
 void Sweep::RecordSeed(const Segment* s) {
-  if (lastPlace_ == s->lower->grid) return;
-  lastPlace_ = s->lower->grid;
+  if (lastPlace_ == s->low) return;
+  lastPlace_ = s->low;
   seeds_.push_back({s->lower, status_.WindingBelow(s)});
 }
 
