@@ -71,11 +71,17 @@ OwnedContour MakeContour(PointList& list) {
   RequireFiniteExtent(list);
   RemoveCollinear(list);
   if (list.size() < 3 || HasSelfCrossing(list)) throw ZelvanLib::BadPolyError();
-  Contour* contour = nullptr;
-  for (const InputPoint& p : list) AppendVertex(contour, p.x, p.y);
-  OwnedContour owned(contour);
-  FixOrientation(contour);
-  return owned;
+  OwnedContour contour(NewContourInBlock(static_cast<std::uint32_t>(list.size())));
+  if (contour == nullptr) throw std::bad_alloc();
+  contour->worldBox = {Planar(list[0]), Planar(list[0])};
+  VertexNode* v = contour->head;
+  for (const InputPoint& p : list) {
+    v->world = Planar(p);
+    MergeBoxes(contour->worldBox.min, contour->worldBox.max, v->world, v->world);
+    v = v->next;
+  }
+  FixOrientation(contour.get());
+  return contour;
 }
 
 std::unique_ptr<Shape> BuildShape(std::size_t count, const InputPoint* points) {
@@ -83,9 +89,10 @@ std::unique_ptr<Shape> BuildShape(std::size_t count, const InputPoint* points) {
   std::unique_ptr<Shape> shape(new (std::nothrow) Shape);
   if (shape == nullptr) return nullptr;
   OwnedContour contour = MakeContour(list);
+  shape->boxMin = contour->worldBox.min;
+  shape->boxMax = contour->worldBox.max;
   PlaceContour(shape->areas, contour.get());
   static_cast<void>(contour.release());
-  ComputeBox(shape->areas, shape->boxMin, shape->boxMax);
   SnapShape(*shape, shape->boxMin, shape->boxMax);
   RebuildTables(*shape);
   return shape;

@@ -2,19 +2,19 @@
 // segments (self_crossing.h, step 1).
 //
 // Points are handled in (x, then y) order. The active segments, those with one
-// end handled, stand in a set from bottom to top. As long as no contact has been
+// end handled, stand in a list from bottom to top. As long as no contact has been
 // met this order is the true one, only neighbours can meet next, and each new
 // pair of neighbours is tested; so the first contact is found before the order
 // could go wrong, and the sweep ends there.
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <iterator>
-#include <numeric>
-#include <set>
+#include <utility>
 #include <vector>
 
+#include "memory/ordered_list.h"
 #include "polygon/input_predicates.h"
+#include "polygon/key_sort.h"
 #include "polygon/self_crossing.h"
 
 namespace zelvan {
@@ -25,44 +25,50 @@ bool Before(const WorldPoint& a, const WorldPoint& b) noexcept {
   return a.x < b.x || (a.x == b.x && a.y < b.y);
 }
 
+// The points in (x, then y) order: by their places on a raster of 2^40 columns, and
+// those of one column by comparison. Halves keep the differences finite.
+std::vector<std::uint32_t> FromTheLeft(const PointList& list) {
+  const auto [lowest, highest] = std::minmax_element(
+      list.begin(), list.end(), [](const InputPoint& a, const InputPoint& b) { return a.x < b.x; });
+  const double low = lowest->x / 2;
+  const double extent = highest->x / 2 - low;
+  constexpr double lastColumn = (std::uint64_t{1} << kKeyBits) - 1;
+  KeyOrder order = SortByKey(static_cast<std::uint32_t>(list.size()), [&](std::uint32_t i) {
+    return extent > 0.0 ? static_cast<std::uint64_t>((list[i].x / 2 - low) / extent * lastColumn)
+                        : 0;
+  });
+  for (const KeyOrder::Run& run : order.equal) {
+    std::sort(
+        order.positions.begin() + run.begin, order.positions.begin() + run.end,
+        [&](std::uint32_t i, std::uint32_t j) { return Before(Planar(list[i]), Planar(list[j])); });
+  }
+  return std::move(order.positions);
+}
+
 class ChainSweep {
  public:
-  explicit ChainSweep(const PointList& list) : list_(list), place_(list.size() - 1) {}
+  explicit ChainSweep(const PointList& list) : list_(list), place_(list.size() - 1, kNone) {}
 
   ChainContact Run() {
-    std::vector<Event> events(list_.size());
-    for (std::uint32_t i = 0; i < events.size(); ++i) events[i] = {At(i), i};
-    std::sort(events.begin(), events.end(),
-              [](const Event& a, const Event& b) { return Before(a.point, b.point); });
-    for (std::size_t k = 0; k < events.size(); ++k) {
-      if (k > 0 && !Before(events[k - 1].point, events[k].point)) return ChainContact::kTouch;
-      Handle(events[k].index);
+    const std::vector<std::uint32_t> order = FromTheLeft(list_);
+    for (std::size_t k = 0; k < order.size(); ++k) {
+      if (k > 0 && !Before(At(order[k - 1]), At(order[k]))) return ChainContact::kTouch;
+      Handle(order[k]);
       if (contact_ != ChainContact::kNone) return contact_;
     }
     return ChainContact::kNone;
   }
 
  private:
-  struct Event {
-    WorldPoint point;
-    std::uint32_t index;
-  };
-  // Points are copied into the entries: a search reads nothing but entries.
+  // An active segment. Points are copied: a search reads nothing but the list. Where the
+  // chain goes on, the segment is exchanged in place; its rank stays the same.
   struct Ends {
     WorldPoint left;
     WorldPoint right;
     std::uint32_t segment;
   };
-  // The segment of an entry is exchanged in place where the chain goes on; the
-  // entry's rank stays the same.
-  struct Active {
-    mutable Ends ends;
-  };
-  struct Lower {
-    bool operator()(const Active& a, const Active& b) const { return IsBelow(a.ends, b.ends); }
-  };
-  using Status = std::set<Active, Lower>;
-  using Place = Status::iterator;
+  using Status = OrderedList<Ends>;
+  static constexpr std::uint32_t kNone = Status::kNone;
 
   [[nodiscard]] WorldPoint At(std::uint32_t i) const { return Planar(list_[i]); }
 
@@ -75,16 +81,6 @@ class ChainSweep {
   // Positive when p lies above segment s.
   [[nodiscard]] static int SideOf(WorldPoint p, const Ends& s) {
     return SideSign(s.right, s.left, p);
-  }
-
-  // The order of two active segments, decided where the later one starts.
-  [[nodiscard]] static bool IsBelow(const Ends& a, const Ends& b) {
-    if (Before(a.left, b.left)) {
-      const int side = SideOf(b.left, a);
-      return side != 0 ? side > 0 : SideOf(b.right, a) > 0;
-    }
-    const int side = SideOf(a.left, b);
-    return side != 0 ? side < 0 : SideOf(a.right, b) < 0;
   }
 
   // Point i is handled: of its one or two segments each starts or ends here.
@@ -112,31 +108,52 @@ class ChainSweep {
   }
 
   void Exchange(std::uint32_t old, std::uint32_t next) {
-    place_[next] = place_[old];
-    place_[next]->ends = EndsOf(next);
-    TestNeighbours(place_[next]);
-  }
-
-  void Insert(std::uint32_t s) {
-    const auto [place, isNew] = active_.insert(Active{EndsOf(s)});
-    if (!isNew) {
-      Meet(place->ends.segment, s);
-      return;
-    }
-    place_[s] = place;
+    const std::uint32_t place = std::exchange(place_[old], kNone);
+    place_[next] = place;
+    active_[place] = EndsOf(next);
     TestNeighbours(place);
   }
 
-  void Remove(std::uint32_t s) {
-    const Place above = active_.erase(place_[s]);
-    if (above != active_.begin() && above != active_.end()) {
-      TestPair(std::prev(above)->ends, above->ends);
+  // Its left end is the point that is handled, so no active segment starts right of it.
+  void Insert(std::uint32_t s) {
+    const Ends ends = EndsOf(s);
+    const Status::Place found = active_.Find(
+        [&](const Ends& other) {
+          const int side = SideOf(ends.left, other);
+          return side != 0 ? side : SideOf(ends.right, other);
+        },
+        Nearby(s));
+    if (found.at != kNone) {
+      Meet(active_[found.at].segment, s);
+      return;
     }
+    place_[s] = active_.Insert(ends, found.before, found.after);
+    TestNeighbours(place_[s]);
   }
 
-  void TestNeighbours(Place place) {
-    if (place != active_.begin()) TestPair(std::prev(place)->ends, place->ends);
-    if (std::next(place) != active_.end()) TestPair(place->ends, std::next(place)->ends);
+  // An active segment close by in the chain, to begin the search with.
+  [[nodiscard]] std::uint32_t Nearby(std::uint32_t s) const {
+    constexpr std::uint32_t reach = 8;
+    for (std::uint32_t d = 1; d <= reach; ++d) {
+      if (s >= d && place_[s - d] != kNone) return place_[s - d];
+      if (s + d < place_.size() && place_[s + d] != kNone) return place_[s + d];
+    }
+    return kNone;
+  }
+
+  void Remove(std::uint32_t s) {
+    const std::uint32_t place = std::exchange(place_[s], kNone);
+    const std::uint32_t below = active_.Before(place);
+    const std::uint32_t above = active_.After(place);
+    active_.Remove(place);
+    if (below != kNone && above != kNone) TestPair(active_[below], active_[above]);
+  }
+
+  void TestNeighbours(std::uint32_t place) {
+    const std::uint32_t below = active_.Before(place);
+    const std::uint32_t above = active_.After(place);
+    if (below != kNone) TestPair(active_[below], active_[place]);
+    if (above != kNone) TestPair(active_[place], active_[above]);
   }
 
   void TestPair(const Ends& s, const Ends& t) {
@@ -162,14 +179,16 @@ class ChainSweep {
   }
 
   [[nodiscard]] static bool HaveCommonPoint(const Ends& s, const Ends& t) {
-    if (Before(s.right, t.left) || Before(t.right, s.left)) return false;
+    if (s.right.x < t.left.x || t.right.x < s.left.x) return false;
+    if (std::max(s.left.y, s.right.y) < std::min(t.left.y, t.right.y)) return false;
+    if (std::max(t.left.y, t.right.y) < std::min(s.left.y, s.right.y)) return false;
     if (SideOf(t.left, s) * SideOf(t.right, s) > 0) return false;
     return SideOf(s.left, t) * SideOf(s.right, t) <= 0;
   }
 
   const PointList& list_;
   Status active_;
-  std::vector<Place> place_;
+  std::vector<std::uint32_t> place_;  // of each segment in the list while it is active
   ChainContact contact_ = ChainContact::kNone;
 };
 

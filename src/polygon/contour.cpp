@@ -3,6 +3,7 @@
 
 #include <zelvan/error.h>
 
+#include <functional>
 #include <new>
 #include <utility>
 
@@ -27,6 +28,13 @@ void GrowBox(WorldBox& box, double x, double y) noexcept {
   if (y < box.min.y) box.min.y = y;
   if (x > box.max.x) box.max.x = x;
   if (y > box.max.y) box.max.y = y;
+}
+
+// Vertices of the block go with it.
+void FreeVertex(const Contour* contour, VertexNode* vertex) noexcept {
+  const VertexNode* block = contour->block.get();
+  const std::less<const VertexNode*> before;
+  if (before(vertex, block) || !before(vertex, block + contour->blockSize)) delete vertex;
 }
 
 void Append(Contour* contour, VertexNode* vertex) noexcept {
@@ -110,15 +118,36 @@ void UnlinkAndFree(VertexNode* vertex) noexcept {
   delete vertex;
 }
 
+Contour* NewContourInBlock(std::uint32_t n) noexcept {
+  std::unique_ptr<VertexNode[]> block(new (std::nothrow) VertexNode[n]{});
+  if (block == nullptr) return nullptr;
+  Contour* contour = NewContourOf(block.get());
+  if (contour == nullptr) return nullptr;
+  for (std::uint32_t i = 0; i < n; ++i) {
+    block[i].next = &block[i + 1 < n ? i + 1 : 0];
+    block[i].prev = &block[i > 0 ? i - 1 : n - 1];
+  }
+  contour->count = contour->blockSize = n;
+  contour->block = std::move(block);
+  return contour;
+}
+
+void RemoveVertex(Contour* contour, VertexNode* vertex) noexcept {
+  vertex->prev->next = vertex->next;
+  vertex->next->prev = vertex->prev;
+  --contour->count;
+  FreeVertex(contour, vertex);
+}
+
 void FreeContour(Contour*& contour) noexcept {
   if (contour == nullptr) return;
   VertexNode* vertex = contour->head->next;
   while (vertex != contour->head) {
     VertexNode* next = vertex->next;
-    delete vertex;
+    FreeVertex(contour, vertex);
     vertex = next;
   }
-  delete contour->head;
+  FreeVertex(contour, contour->head);
   delete contour;
   contour = nullptr;
 }

@@ -1,5 +1,8 @@
 // Making, growing, reversing and freeing vertex rings, in both coordinate forms.
 //
+// A vertex is either made by itself or stands in its contour's block, in ring order when
+// that is made; a ring may have vertices of both kinds.
+//
 // The world form is used while an input contour is built; the grid form by the
 // Boolean engine. A vertex or contour that cannot be allocated leaves nothing
 // half-built behind.
@@ -34,11 +37,18 @@ void AppendVertex(Contour*& contour, GridPoint point);
 
 // Both forms.
 
+/// A contour of n > 0 vertices in one block, linked to a ring and zero-filled, as are flags
+/// and box. Null when it cannot be allocated.
+[[nodiscard]] Contour* NewContourInBlock(std::uint32_t n) noexcept;
+
 /// Links `vertex` into a ring just before `place`.
 void LinkBefore(VertexNode* place, VertexNode* vertex) noexcept;
 
-/// Takes `vertex` out of its ring and frees it.
+/// Takes `vertex`, made by itself, out of its ring and frees it.
 void UnlinkAndFree(VertexNode* vertex) noexcept;
+
+/// Takes a vertex of either kind out of a contour. It may not be the head.
+void RemoveVertex(Contour* contour, VertexNode* vertex) noexcept;
 
 /// Frees every vertex and the contour, and sets the reference to null.
 void FreeContour(Contour*& contour) noexcept;

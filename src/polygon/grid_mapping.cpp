@@ -15,10 +15,10 @@ constexpr double kStepsAcross = 1048575.0;
 constexpr double kOneStep = 9.536752259018191e-07;  // the double nearest to 1 / 1048575
 
 std::int32_t SnapCoordinate(double v, double lo, double hi) noexcept {
-  const double steps = std::floor((v - lo) / (hi - lo) * kStepsAcross + 0.5);
-  // Values of the box stay inside; the bounds keep the conversion defined for
-  // every other value, a box without extent included.
-  if (!(steps > 0.0)) return -GRID_OFFSET;
+  const double steps = (v - lo) / (hi - lo) * kStepsAcross + 0.5;
+  // Values of the box stay inside; the bounds keep the conversion, which drops the
+  // fraction, defined for every other value, a box without extent included.
+  if (!(steps >= 1.0)) return -GRID_OFFSET;
   if (steps >= kStepsAcross) return GRID_MAX - GRID_OFFSET;
   return static_cast<std::int32_t>(steps) - GRID_OFFSET;
 }
@@ -65,16 +65,14 @@ bool SnapContour(Contour* contour, WorldPoint boxMin, WorldPoint boxMax) noexcep
     const GridPoint point = Snap(v->world, boxMin, boxMax);
     GrowBox(contour->gridBox, point);
     if (v != head && v->prev->grid == point) {
-      UnlinkAndFree(v);
-      --contour->count;
+      RemoveVertex(contour, v);
     } else {
       v->grid = point;
     }
     v = next;
   } while (v != head);
   if (head->prev != head && head->prev->grid == head->grid) {
-    UnlinkAndFree(head->prev);
-    --contour->count;
+    RemoveVertex(contour, head->prev);
   }
   return contour->count >= 3;
 }

@@ -58,6 +58,8 @@ struct Contour {
     WorldBox worldBox;
     GridBox gridBox;
   };
+  std::unique_ptr<VertexNode[]> block;  ///< vertices that were made together, or null
+  std::uint32_t blockSize;              ///< their number, also of those out of the ring by now
 };
 
 /// Three corners, in the order in which the triangulation engine emitted them.

@@ -1,49 +1,31 @@
 // The numbering of a shape's vertices (vertex_table.h).
 #include "polygon/vertex_table.h"
 
+#include <algorithm>
 #include <utility>
 
-#include "polygon/hash.h"
 #include "polygon/records.h"
 
 namespace zelvan {
 
-namespace {
-
-std::size_t HashOf(GridPoint p) noexcept {
-  return static_cast<std::size_t>(
-      MixPair(static_cast<std::uint32_t>(p.gx), static_cast<std::uint32_t>(p.gy)));
-}
-
-}  // namespace
-
 void VertexTable::Assign(std::vector<VertexNode*> vertices) {
-  std::vector<std::int32_t> slots(HashSlots(vertices.size()), -1);
-  const std::size_t mask = slots.size() - 1;
-  for (std::size_t i = 0; i < vertices.size(); ++i) {
-    const GridPoint point = vertices[i]->grid;
-    std::size_t s = HashOf(point) & mask;
-    while (slots[s] >= 0 && vertices[static_cast<std::size_t>(slots[s])]->grid != point) {
-      s = (s + 1) & mask;
-    }
-    if (slots[s] < 0) slots[s] = static_cast<std::int32_t>(i);
-  }
+  order_ = SortByKey(static_cast<std::uint32_t>(vertices.size()),
+                     [&](std::uint32_t i) { return KeyFromTheTop(vertices[i]->grid); });
   vertices_ = std::move(vertices);
-  slots_ = std::move(slots);
 }
 
 void VertexTable::Clear() noexcept {
   vertices_.clear();
-  slots_.clear();
+  order_ = {};
 }
 
 std::int32_t VertexTable::Find(GridPoint point) const noexcept {
-  if (slots_.empty()) return -1;
-  const std::size_t mask = slots_.size() - 1;
-  for (std::size_t s = HashOf(point) & mask; slots_[s] >= 0; s = (s + 1) & mask) {
-    if (vertices_[static_cast<std::size_t>(slots_[s])]->grid == point) return slots_[s];
-  }
-  return -1;
+  const std::vector<std::uint32_t>& positions = order_.positions;
+  const auto found = std::lower_bound(
+      positions.begin(), positions.end(), KeyFromTheTop(point),
+      [&](std::uint32_t i, std::uint64_t key) { return KeyFromTheTop(vertices_[i]->grid) < key; });
+  if (found == positions.end() || vertices_[*found]->grid != point) return -1;
+  return static_cast<std::int32_t>(*found);
 }
 
 }  // namespace zelvan

@@ -25,24 +25,14 @@ std::int32_t TriangleMesh::VertexIndex(const zelvan::VertexNode* v) const noexce
 
 void TriangleMesh::AddTriangle(const zelvan::VertexNode* p, const zelvan::VertexNode* q,
                                const zelvan::VertexNode* r) {
-  AddFace(p, q, r, {VertexIndex(p), VertexIndex(q), VertexIndex(r)});
-}
-
-void TriangleMesh::AddNumbered(const zelvan::VertexNode* p, const zelvan::VertexNode* q,
-                               const zelvan::VertexNode* r) {
-  AddFace(p, q, r, {p->number, q->number, r->number});
-}
-
-void TriangleMesh::AddFace(const zelvan::VertexNode* p, const zelvan::VertexNode* q,
-                           const zelvan::VertexNode* r, const Corners& number) {
-  const std::uint32_t pq = FindOrAddEdge(number.p, number.q, AreNeighbours(p, q));
-  const std::uint32_t qr = FindOrAddEdge(number.q, number.r, AreNeighbours(q, r));
-  const std::uint32_t rp = FindOrAddEdge(number.r, number.p, AreNeighbours(r, p));
-  if (zelvan::Cross(p->grid, q->grid, r->grid) > 0) {
-    faces_.push_back({{pq, rp, qr}});
-  } else {
-    faces_.push_back({{pq, qr, rp}});
-  }
+  const std::int32_t i = VertexIndex(p);
+  const std::int32_t j = VertexIndex(q);
+  const std::int32_t k = VertexIndex(r);
+  const std::uint32_t pq = FindOrAddEdge(i, j, AreNeighbours(p, q));
+  const std::uint32_t qr = FindOrAddEdge(j, k, AreNeighbours(q, r));
+  const std::uint32_t rp = FindOrAddEdge(k, i, AreNeighbours(r, p));
+  const bool isClockwise = zelvan::Cross(p->grid, q->grid, r->grid) <= 0;
+  AppendFace(isClockwise ? MeshFace{{pq, qr, rp}} : MeshFace{{pq, rp, qr}});
 }
 
 // The slot of the edge, or the free one where it belongs. The first try keeps edges
@@ -65,18 +55,17 @@ std::size_t TriangleMesh::SlotFor(std::int32_t i, std::int32_t j) const noexcept
 
 void TriangleMesh::Rehash(std::size_t capacity) {
   slots_.assign(zelvan::HashSlots(capacity), kFree);
-  for (std::size_t k = 0; k < edges_.size(); ++k) {
-    slots_[SlotFor(edges_[k].first, edges_[k].second)] = static_cast<std::uint32_t>(k);
-  }
+  for (const std::uint32_t e : indexed_) slots_[SlotFor(edges_[e].first, edges_[e].second)] = e;
 }
 
 std::uint32_t TriangleMesh::FindOrAddEdge(std::int32_t i, std::int32_t j, bool onContour) {
-  if (slots_.size() < 2 * (edges_.size() + 1))
-    Rehash(std::max(edges_.capacity(), edges_.size() + 1));
+  if (slots_.size() < 2 * (indexed_.size() + 1)) Rehash(2 * (indexed_.size() + 1));
   std::uint32_t& slot = slots_[SlotFor(i, j)];
   if (slot == kFree) {
+    const auto number = static_cast<std::uint32_t>(edges_.size());
+    indexed_.push_back(number);
     edges_.push_back({i, j, onContour});
-    slot = static_cast<std::uint32_t>(edges_.size() - 1);
+    slot = number;
   }
   return slot;
 }
@@ -86,27 +75,23 @@ void TriangleMesh::Reserve(std::size_t edges, std::size_t faces) {
   faces_.reserve(faces_.size() + faces);
 }
 
+void TriangleMesh::Truncate(std::size_t edges, std::size_t faces) noexcept {
+  edges_.resize(edges);
+  faces_.resize(faces);
+  while (!indexed_.empty() && indexed_.back() >= edges) indexed_.pop_back();
+  slots_.clear();
+}
+
 void TriangleMesh::ReleaseIndex() noexcept {
+  indexed_ = {};
   slots_ = {};
 }
 
-void FillMesh(TriangleMesh& mesh, const zelvan::Area* ring) {
-  std::size_t triangles = 0;
-  std::size_t vertices = 0;
-  zelvan::ForEachArea(ring, [&](const zelvan::Area* area) { triangles += area->triangleCount; });
-  zelvan::ForEachContour(ring, [&](const zelvan::Contour* c) { vertices += c->count; });
-  zelvan::ForEachContour(ring, [&](const zelvan::Contour* c) {
-    zelvan::ForEachVertex(c, [&](zelvan::VertexNode* v) { v->number = mesh.VertexIndex(v); });
-  });
-  // Each diagonal belongs to two triangles, each contour edge to one.
-  mesh.Reserve((3 * triangles + vertices) / 2, triangles);
-  zelvan::ForEachArea(ring, [&](const zelvan::Area* area) {
-    for (std::uint32_t i = 0; i < area->triangleCount; ++i) {
-      const zelvan::Triangle& t = area->triangles[i];
-      mesh.AddNumbered(t.a, t.b, t.c);
-    }
-  });
-  mesh.ReleaseIndex();
+void FillMesh(TriangleMesh& mesh, const zelvan::Area& area) {
+  for (std::uint32_t i = 0; i < area.triangleCount; ++i) {
+    const zelvan::Triangle& t = area.triangles[i];
+    mesh.AddTriangle(t.a, t.b, t.c);
+  }
 }
 
 }  // namespace VORNEX

@@ -1,7 +1,8 @@
-// same_bytes DATA         prints what the library answers, one result per line
-// same_bytes DATA LIST    compares it with a printed list
+// same_bytes DATA         prints what the library answers, one group of results per line
+// same_bytes DATA --each  prints each result, to find those that differ in a group
+// same_bytes DATA LIST    compares the groups with a printed list
 //
-// An exact result is "name hash". A result that hangs on a mathematics function of the
+// A group of exact results is "name hash". A result that hangs on a mathematics function of the
 // platform is "name ~ bits bits ..."; there each number may be one unit in the last
 // place away, a unit taken at 1.0 for numbers below 1.
 #include <algorithm>
@@ -9,6 +10,7 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <exception>
 #include <fstream>
 #include <map>
@@ -87,16 +89,17 @@ int Compare(const same_bytes::Results& results, const char* path) {
 
 int main(int argc, char** argv) {
   if (argc != 2 && argc != 3) {
-    std::fputs("usage: same_bytes DATA [LIST]\n", stderr);
+    std::fputs("usage: same_bytes DATA [LIST | --each]\n", stderr);
     return 2;
   }
   try {
-    same_bytes::Results results;
+    const bool each = argc == 3 && std::strcmp(argv[2], "--each") == 0;
+    same_bytes::Results results(each);
     same_bytes::AddCountries(argv[1], results);
     same_bytes::AddFamilies(results);
     same_bytes::AddChains(results);
     same_bytes::AddToolkit(results);
-    if (argc == 3) return Compare(results, argv[2]);
+    if (argc == 3 && !each) return Compare(results, argv[2]);
     for (const Result& result : results.List()) std::printf("%s\n", Line(result).c_str());
     return 0;
   } catch (const std::exception& error) {

@@ -1,10 +1,11 @@
 // What the library answers, gathered under names: exact answers as hashes of their
-// bytes, answers that hang on the platform's sine, cosine, arc tangent or arc cosine
-// as the numbers themselves.
+// bytes, one for each group of answers; answers that hang on the platform's sine, cosine, arc
+// tangent or arc cosine as the numbers themselves.
 #pragma once
 
 #include <bit>
 #include <cstdint>
+#include <map>
 #include <string>
 #include <type_traits>
 #include <utility>
@@ -50,8 +51,16 @@ struct Result {
 
 class Results {
  public:
-  void Exact(std::string name, const Hash& hash) {
-    list_.push_back({std::move(name), true, {hash.Value()}});
+  /// @param each  keep a hash of every exact answer, not one of each group
+  explicit Results(bool each) : each_(each) {}
+
+  /// The group of an answer is its name up to the first number.
+  void Exact(const std::string& name, const Hash& hash) {
+    const std::string group = each_ ? name : name.substr(0, name.find_first_of("0123456789") - 1);
+    const auto [hashed, isNew] = groups_.try_emplace(group, list_.size());
+    if (isNew) list_.push_back({group, true, {Hash().Value()}});
+    std::uint64_t& word = list_[hashed->second].words[0];
+    word = Hash().Add(word).Add(hash.Value()).Value();
   }
   void Close(std::string name, const std::vector<double>& numbers) {
     Result result{std::move(name), false, {}};
@@ -61,7 +70,9 @@ class Results {
   [[nodiscard]] const std::vector<Result>& List() const { return list_; }
 
  private:
+  bool each_;
   std::vector<Result> list_;
+  std::map<std::string, std::size_t> groups_;  // where in the list a group's hash stands
 };
 
 /// Through the flat interface: every country of the map, generated polygons, chains of

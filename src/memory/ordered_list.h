@@ -1,0 +1,214 @@
+// OrderedList: items in an order that the caller knows, a doubly linked list with a treap
+// over it (Seidel and Aragon 1996) to find places in. Inserting and removing take expected
+// logarithmic time. Priorities come from the items' numbers, so that every run makes the
+// same tree.
+//
+// What holds here: items are named by numbers, which stay valid until the item is removed;
+// references to items end with the next insertion.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+namespace zelvan {
+
+template <class Item>
+class OrderedList {
+ public:
+  static constexpr std::uint32_t kNone = ~std::uint32_t{0};
+
+  /// What a search found: an item, or a place between two.
+  struct Place {
+    std::uint32_t at = kNone;      ///< the item at which the search stopped, or kNone
+    std::uint32_t before = kNone;  ///< else the neighbours of the place; kNone for none
+    std::uint32_t after = kNone;
+  };
+
+  [[nodiscard]] Item& operator[](std::uint32_t i) noexcept { return nodes_[i].item; }
+  [[nodiscard]] const Item& operator[](std::uint32_t i) const noexcept { return nodes_[i].item; }
+
+  /// The neighbours of an item, or kNone.
+  [[nodiscard]] std::uint32_t Before(std::uint32_t i) const noexcept { return nodes_[i].before; }
+  [[nodiscard]] std::uint32_t After(std::uint32_t i) const noexcept { return nodes_[i].after; }
+
+  /// Searches with sideOf(item): negative for a place before the item, positive behind it,
+  /// 0 for the item itself.
+  /// @param from  an item that may be near the place, or kNone
+  template <class SideOf>
+  [[nodiscard]] Place Find(SideOf sideOf, std::uint32_t from = kNone) {
+    Place place;
+    return from != kNone && Walk(sideOf, from, place) ? place : Descend(sideOf);
+  }
+
+  /// Puts an item between two neighbours, either of which may be kNone. @return its number.
+  /// Throws std::bad_alloc, nothing changed.
+  std::uint32_t Insert(const Item& item, std::uint32_t before, std::uint32_t after);
+  void Remove(std::uint32_t i) noexcept;
+
+  /// Items looked at by all searches so far.
+  [[nodiscard]] std::uint64_t steps() const noexcept { return steps_; }
+
+ private:
+  struct Node {
+    Item item;
+    std::uint32_t before;
+    std::uint32_t after;
+    std::uint32_t parent;
+    std::uint32_t child[2];
+  };
+
+  // Fibonacci hashing (Knuth 1973), the high half folded in.
+  static std::uint32_t PriorityOf(std::uint32_t i) noexcept {
+    const std::uint32_t h = (i + 1) * 0x9E3779B9u;
+    return (h ^ (h >> 15)) * 0x85EBCA6Bu;
+  }
+
+  template <class SideOf>
+  bool Walk(SideOf sideOf, std::uint32_t i, Place& place);
+  template <class SideOf>
+  Place Descend(SideOf sideOf);
+  std::uint32_t Take(const Item& item);
+  void Attach(std::uint32_t i, std::uint32_t parent, int side) noexcept;
+  void RotateUp(std::uint32_t i) noexcept;
+  void ReplaceChild(std::uint32_t parent, std::uint32_t old, std::uint32_t now) noexcept;
+
+  std::vector<Node> nodes_;
+  std::uint32_t root_ = kNone;
+  std::uint32_t free_ = kNone;  // removed nodes, linked by `after`
+  std::uint64_t steps_ = 0;
+};
+
+// Along the list, a few steps. @return false when the place is farther away
+template <class Item>
+template <class SideOf>
+bool OrderedList<Item>::Walk(SideOf sideOf, std::uint32_t i, Place& place) {
+  constexpr int kFewSteps = 6;
+  int way = 0;
+  for (int k = 0; k < kFewSteps; ++k) {
+    ++steps_;
+    const Node& node = nodes_[i];
+    const int side = sideOf(node.item);
+    if (side == 0) {
+      place.at = i;
+      return true;
+    }
+    const std::uint32_t to = side < 0 ? node.before : node.after;
+    if (to == kNone || side == -way) {
+      place.before = side < 0 ? node.before : i;
+      place.after = side < 0 ? i : node.after;
+      return true;
+    }
+    way = side;
+    i = to;
+  }
+  return false;
+}
+
+template <class Item>
+template <class SideOf>
+typename OrderedList<Item>::Place OrderedList<Item>::Descend(SideOf sideOf) {
+  Place place;
+  for (std::uint32_t i = root_; i != kNone;) {
+    ++steps_;
+    const int side = sideOf(nodes_[i].item);
+    if (side == 0) {
+      place.at = i;
+      break;
+    }
+    (side < 0 ? place.after : place.before) = i;
+    i = nodes_[i].child[side < 0 ? 0 : 1];
+  }
+  return place;
+}
+
+template <class Item>
+std::uint32_t OrderedList<Item>::Take(const Item& item) {
+  if (free_ == kNone) {
+    nodes_.push_back({item, kNone, kNone, kNone, {kNone, kNone}});
+    return static_cast<std::uint32_t>(nodes_.size() - 1);
+  }
+  const std::uint32_t i = free_;
+  free_ = nodes_[i].after;
+  nodes_[i].item = item;
+  return i;
+}
+
+// Of two neighbours either the first has no right child or the second no left child.
+template <class Item>
+std::uint32_t OrderedList<Item>::Insert(const Item& item, std::uint32_t before,
+                                        std::uint32_t after) {
+  const std::uint32_t i = Take(item);
+  nodes_[i].before = before;
+  nodes_[i].after = after;
+  if (before != kNone) nodes_[before].after = i;
+  if (after != kNone) nodes_[after].before = i;
+  if (before != kNone && nodes_[before].child[1] == kNone) {
+    Attach(i, before, 1);
+  } else {
+    Attach(i, after, 0);
+  }
+  return i;
+}
+
+template <class Item>
+void OrderedList<Item>::Attach(std::uint32_t i, std::uint32_t parent, int side) noexcept {
+  Node& node = nodes_[i];
+  node.parent = parent;
+  node.child[0] = node.child[1] = kNone;
+  if (parent == kNone) {
+    root_ = i;
+    return;
+  }
+  nodes_[parent].child[side] = i;
+  const std::uint32_t priority = PriorityOf(i);
+  while (nodes_[i].parent != kNone && PriorityOf(nodes_[i].parent) < priority) RotateUp(i);
+}
+
+//        p            i
+//       / \          / \        and the mirror
+//      i   c   ->   a   p
+//     / \              / \ .
+//    a   b            b   c
+template <class Item>
+void OrderedList<Item>::RotateUp(std::uint32_t i) noexcept {
+  Node& node = nodes_[i];
+  const std::uint32_t p = node.parent;
+  Node& parent = nodes_[p];
+  const int side = parent.child[0] == i ? 0 : 1;
+  const std::uint32_t inner = node.child[1 - side];
+  parent.child[side] = inner;
+  if (inner != kNone) nodes_[inner].parent = p;
+  ReplaceChild(parent.parent, p, i);
+  node.parent = parent.parent;
+  node.child[1 - side] = p;
+  parent.parent = i;
+}
+
+template <class Item>
+void OrderedList<Item>::ReplaceChild(std::uint32_t parent, std::uint32_t old,
+                                     std::uint32_t now) noexcept {
+  if (parent == kNone) {
+    root_ = now;
+  } else {
+    std::uint32_t* child = nodes_[parent].child;
+    child[child[0] == old ? 0 : 1] = now;
+  }
+}
+
+template <class Item>
+void OrderedList<Item>::Remove(std::uint32_t i) noexcept {
+  Node& node = nodes_[i];
+  while (node.child[0] != kNone && node.child[1] != kNone) {
+    const bool left = PriorityOf(node.child[0]) > PriorityOf(node.child[1]);
+    RotateUp(node.child[left ? 0 : 1]);
+  }
+  const std::uint32_t only = node.child[node.child[0] != kNone ? 0 : 1];
+  ReplaceChild(node.parent, i, only);
+  if (only != kNone) nodes_[only].parent = node.parent;
+  if (node.before != kNone) nodes_[node.before].after = node.after;
+  if (node.after != kNone) nodes_[node.after].before = node.before;
+  node.after = free_;
+  free_ = i;
+}
+
+}  // namespace zelvan

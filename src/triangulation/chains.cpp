@@ -1,0 +1,45 @@
+// The ends of rings (chains.h). At the end of a ring every corner that is left must be
+// convex, for it has three convex corners; another one means that edges cross.
+#include "triangulation/chains.h"
+
+namespace VORNEX {
+
+bool Chains::CloseRight(std::uint32_t chain, const Corner& end, std::uint32_t edge,
+                        std::uint32_t single) {
+  while (!IsSingle(chain)) {
+    if (!EndIsConvex(chain, end)) return false;
+    const bool isLast = IsSingle(links_[chain].above);
+    if (!CutEnd(chain, end, edge, isLast ? single : writer_.AddDiagonal())) return false;
+  }
+  Give(chain);
+  return true;
+}
+
+bool Chains::CloseLeft(std::uint32_t chain, const Corner& end, std::uint32_t edge,
+                       std::uint32_t single) {
+  reflex_.clear();
+  reflex_.push_back({end, kNone, kNone});
+  for (bool isTop = false; !isTop;) {
+    const Link next = links_[chain];
+    isTop = next.above == kNone;
+    for (std::size_t left = reflex_.size(); left > 1; --left, reflex_.pop_back()) {
+      ++steps_;
+      const Corner& a = reflex_[left - 2].corner;
+      const Link& b = reflex_[left - 1];
+      if (!IsConvex(a, b.corner, next.corner)) {
+        if (isTop) return false;
+        break;
+      }
+      const std::uint32_t third = isTop && left == 2 ? single : writer_.AddDiagonal();
+      if (!writer_.Add(a, b.corner, next.corner, {b.edge, edge, third})) return false;
+      edge = third;
+    }
+    reflex_.push_back({next.corner, edge, kNone});
+    edge = next.edge;
+    Give(chain);
+    chain = next.above;
+  }
+  return true;
+}
+
+}  // namespace VORNEX

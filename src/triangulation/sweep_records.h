@@ -1,0 +1,39 @@
+// What the parts of the sweep share: the vertices of an area, side by side, and their
+// numbers.
+//
+// A vertex is named by its position, contour by contour from each head, so that the
+// neighbours on a contour are neighbours in memory. Edges are named by numbers too: the
+// contour edge from vertex v to the next one is edge v, diagonals follow behind them in
+// the order in which they are found.
+#pragma once
+
+#include <cstdint>
+
+#include "triangulation/predicates.h"
+
+namespace VORNEX {
+
+/// No vertex, edge, interval or link.
+inline constexpr std::uint32_t kNone = ~std::uint32_t{0};
+
+struct SweepVertex {
+  GridPoint point;
+  std::uint32_t interval;  ///< that the vertex's edge bounds now; kNone before and after
+  std::uint32_t meshEdge;  ///< the number of the vertex's edge in the mesh, or kNone
+};
+
+/// A vertex of the sweep with what is asked of it most: a look at far memory less.
+struct Corner {
+  GridPoint point;
+  std::uint32_t vertex;
+  VertexNode* node;
+};
+
+/// On which side of a line that goes down from `upper` to `lower` does p lie? Positive
+/// to the right, at larger x; zero on it.
+[[nodiscard]] constexpr std::int64_t SideOfDescent(GridPoint upper, GridPoint lower,
+                                                   GridPoint p) noexcept {
+  return zelvan::Cross(upper, lower, p);
+}
+
+}  // namespace VORNEX
