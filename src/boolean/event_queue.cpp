@@ -2,11 +2,9 @@
 #include "boolean/event_queue.h"
 
 #include <algorithm>
-#include <array>
-#include <utility>
 
 #include "boolean/segment.h"
-#include "polygon/grid.h"
+#include "polygon/key_sort.h"
 
 namespace zelvan {
 
@@ -28,45 +26,23 @@ std::uint64_t Key(const SweepEvent& e) noexcept {
 }
 static_assert(GRID_MAX < 1 << 20, "a row takes bits 4 to 23 of the key");
 
+// Where the contour enters a segment.
+GridPoint StartOf(const Segment& s) noexcept {
+  return s.forward != 0 ? s.low : s.high;
+}
+
 }  // namespace
 
 void EventQueue::Fill(std::vector<Segment>& table) {
   table_ = &table;
-  nextPlace_ = 0;
-  places_.clear();
-  places_.reserve(table.size());
-  for (const Segment& s : table) {
-    const GridPoint p = s.forward != 0 ? s.low : s.high;
-    places_.push_back({static_cast<std::uint32_t>(p.gx + GRID_OFFSET),
-                       static_cast<std::uint32_t>(p.gy + GRID_OFFSET),
-                       static_cast<std::uint32_t>(places_.size())});
-  }
-  Sort(places_);
-  LoadPlace();
-}
-
-// By counting, from the last digits to the first (Seward 1954): two digits y, two x.
-void EventQueue::Sort(std::vector<Place>& places) {
-  constexpr std::uint32_t kBits = 10;
-  constexpr std::uint32_t kDigit = (1 << kBits) - 1;
-  static_assert(GRID_MAX < 1 << 2 * kBits);
-  if (places.size() < 512) {
-    std::sort(places.begin(), places.end(),
-              [](const Place& a, const Place& b) { return a.x != b.x ? a.x < b.x : a.y < b.y; });
-    return;
-  }
-  std::vector<Place> sorted(places.size());
-  const auto pass = [&](std::uint32_t Place::*axis, std::uint32_t shift) {
-    std::array<std::uint32_t, kDigit + 1> starts{};
-    for (const Place& p : places) ++starts[p.*axis >> shift & kDigit];
-    std::uint32_t start = 0;
-    for (std::uint32_t& count : starts) start += std::exchange(count, start);
-    for (const Place& p : places) sorted[starts[p.*axis >> shift & kDigit]++] = p;
-    places.swap(sorted);
+  nextVertex_ = 0;
+  const auto placeKey = [&](std::uint32_t i) {
+    const GridPoint p = StartOf(table[i]);
+    return static_cast<std::uint64_t>(p.gx + GRID_OFFSET) << kKeyBits / 2 |
+           static_cast<std::uint64_t>(p.gy + GRID_OFFSET);
   };
-  for (const auto axis : {&Place::y, &Place::x}) {
-    for (const std::uint32_t shift : {0u, kBits}) pass(axis, shift);
-  }
+  vertices_ = SortByKey(static_cast<std::uint32_t>(table.size()), placeKey).positions;
+  LoadPlace();
 }
 
 // All that ends or starts at the next place: the segments by which the contours leave
@@ -77,12 +53,11 @@ void EventQueue::LoadPlace() {
   const auto add = [this](std::uint32_t segment, bool starts) {
     ends_.push_back(std::uint64_t{starts} << 32 | (2 * segment + (starts ? 0 : 1)));
   };
-  const std::size_t first = nextPlace_;
-  for (; nextPlace_ < places_.size(); ++nextPlace_) {
-    const Place& p = places_[nextPlace_];
-    if (p.x != places_[first].x || p.y != places_[first].y) break;
-    const Segment& leaving = (*table_)[p.segment];
-    add(p.segment, leaving.forward != 0);
+  for (; nextVertex_ < vertices_.size(); ++nextVertex_) {
+    const Segment& leaving = (*table_)[vertices_[nextVertex_]];
+    if (ends_.empty()) place_ = StartOf(leaving);
+    if (StartOf(leaving) != place_) break;
+    add(vertices_[nextVertex_], leaving.forward != 0);
     add(leaving.before, (*table_)[leaving.before].forward == 0);
   }
   std::sort(ends_.begin(), ends_.end());
@@ -91,16 +66,15 @@ void EventQueue::LoadPlace() {
 
 void EventQueue::LoadEnd() {
   if (nextEnd_ == ends_.size()) {
-    if (nextPlace_ < places_.size()) return LoadPlace();
+    if (nextVertex_ < vertices_.size()) return LoadPlace();
     endKey_ = kNoKey;
     return;
   }
-  const Place& p = places_[nextPlace_ - 1];
   const auto seq = static_cast<std::uint32_t>(ends_[nextEnd_]);
   end_ = {seq % 2 == 0 ? EVENT_START : EVENT_END,
           seq,
-          static_cast<std::int32_t>(p.x) - GRID_OFFSET,
-          static_cast<std::int32_t>(p.y) - GRID_OFFSET,
+          place_.gx,
+          place_.gy,
           table_->data() + seq / 2,
           nullptr};
   endKey_ = Key(end_);

@@ -12,6 +12,8 @@
 #include <limits>
 #include <vector>
 
+#include "polygon/grid.h"
+
 namespace zelvan {
 
 struct Segment;
@@ -60,12 +62,6 @@ class EventQueue {
   [[nodiscard]] bool Empty() const noexcept { return endKey_ == kNoKey && heap_.empty(); }
 
  private:
-  // Where a vertex is, and the segment by which its contour leaves it.
-  struct Place {
-    std::uint32_t x;
-    std::uint32_t y;
-    std::uint32_t segment;
-  };
   struct Pending {
     std::uint64_t key;
     SweepEvent event;
@@ -75,16 +71,17 @@ class EventQueue {
     return heap_.empty() || endKey_ < heap_.front().key;
   }
   static bool IsLater(const Pending& a, const Pending& b) noexcept;
-  static void Sort(std::vector<Place>& places);
   void LoadPlace();
   void LoadEnd();
 
   static constexpr std::uint64_t kNoKey = std::numeric_limits<std::uint64_t>::max();
 
   std::vector<Segment>* table_ = nullptr;
-  std::vector<Place> places_;
-  std::size_t nextPlace_ = 0;  // places_[nextPlace_...] is still pending
-  // The ends and starts at the place before that: numbers, and above them the kind.
+  // Vertices by their places, each named by the segment by which its contour leaves it.
+  std::vector<std::uint32_t> vertices_;
+  std::size_t nextVertex_ = 0;  // vertices_[nextVertex_...] is still pending
+  // The ends and starts at the place before it: numbers, and above them the kind.
+  GridPoint place_{};
   std::vector<std::uint64_t> ends_;
   std::size_t nextEnd_ = 0;
   SweepEvent end_{};               // the event of ends_[nextEnd_]
