@@ -23,33 +23,6 @@ std::unique_ptr<Shape> ShapeOf(const bench::Xyz& xyz) {
   return zelvan::BuildShape(points.size(), points.data());
 }
 
-bench::Xyz Moved(bench::Xyz xyz, double dx, double dy) {
-  for (std::size_t i = 0; i < xyz.size(); i += 3) {
-    xyz[i] += dx;
-    xyz[i + 1] += dy;
-  }
-  return xyz;
-}
-
-bench::Xyz Turned(bench::Xyz xyz, double angle) {
-  for (std::size_t i = 0; i < xyz.size(); i += 3) {
-    const double x = xyz[i];
-    const double y = xyz[i + 1];
-    xyz[i] = x * std::cos(angle) - y * std::sin(angle);
-    xyz[i + 1] = x * std::sin(angle) + y * std::cos(angle);
-  }
-  return xyz;
-}
-
-bench::Xyz Box(double x0, double y0, double x1, double y1) {
-  bench::Xyz xyz;
-  bench::Add(xyz, x0, y0);
-  bench::Add(xyz, x1, y0);
-  bench::Add(xyz, x1, y1);
-  bench::Add(xyz, x0, y1);
-  return xyz;
-}
-
 using Operation = void (*)(Shape&, const Shape&);
 
 void Combine(benchmark::State& state, const bench::Xyz& a, const bench::Xyz& b, Operation op) {
@@ -70,7 +43,7 @@ void Combine(benchmark::State& state, const bench::Xyz& a, const bench::Xyz& b, 
 
 void Stars(benchmark::State& state, Operation op) {
   const bench::Xyz star = bench::Star(static_cast<int>(state.range(0)));
-  Combine(state, star, Turned(star, 0.5), op);
+  Combine(state, star, bench::Turned(star, 0.5), op);
 }
 BENCHMARK_CAPTURE(Stars, unite, zelvan::Unite)
     ->RangeMultiplier(10)
@@ -83,7 +56,7 @@ BENCHMARK_CAPTURE(Stars, subtract, zelvan::Subtract)
 
 void Coasts(benchmark::State& state, Operation op) {
   const bench::Xyz coast = bench::Coast(static_cast<int>(state.range(0)));
-  Combine(state, coast, Moved(coast, 1e3, 2e3), op);
+  Combine(state, coast, bench::Moved(coast, 1e3, 2e3), op);
 }
 BENCHMARK_CAPTURE(Coasts, unite, zelvan::Unite)
     ->RangeMultiplier(10)
@@ -98,11 +71,11 @@ BENCHMARK_CAPTURE(Coasts, subtract, zelvan::Subtract)
 void Holes(benchmark::State& state) {
   const int k = static_cast<int>(state.range(0));
   for (auto _ : state) {
-    const auto shape = ShapeOf(Box(0, 0, 4.0 * k, 4.0 * k));
+    const auto shape = ShapeOf(bench::Box(0, 0, 4.0 * k, 4.0 * k));
     for (int i = 0; i < k * k; ++i) {
       const double x = 4.0 * (i % k) + 1;
       const double y = 4.0 * (i / k) + 1;
-      zelvan::Subtract(*shape, *ShapeOf(Box(x, y, x + 2, y + 2)));
+      zelvan::Subtract(*shape, *ShapeOf(bench::Box(x, y, x + 2, y + 2)));
     }
     state.counters["vertices"] = static_cast<double>(shape->vertexTable.size());
   }
@@ -120,7 +93,8 @@ void Bars(benchmark::State& state) {
   }
   bench::Add(comb, 2.0 * k - 1, 2.0 * k + 1);
   bench::Add(comb, 0, 2.0 * k + 1);
-  Combine(state, comb, Moved(Turned(comb, 1.5707963267948966), 2.0 * k, 0), zelvan::Unite);
+  Combine(state, comb, bench::Moved(bench::Turned(comb, 1.5707963267948966), 2.0 * k, 0),
+          zelvan::Unite);
 }
 BENCHMARK(Bars)->Arg(10)->Arg(100)->Arg(300)->Unit(benchmark::kMillisecond);
 

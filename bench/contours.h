@@ -50,6 +50,38 @@ inline Xyz Comb(int n) {
   return contour;
 }
 
+inline Xyz Moved(Xyz xyz, double dx, double dy) {
+  for (std::size_t i = 0; i < xyz.size(); i += 3) {
+    xyz[i] += dx;
+    xyz[i + 1] += dy;
+  }
+  return xyz;
+}
+
+inline Xyz Turned(Xyz xyz, double angle) {
+  for (std::size_t i = 0; i < xyz.size(); i += 3) {
+    const double x = xyz[i];
+    const double y = xyz[i + 1];
+    xyz[i] = x * std::cos(angle) - y * std::sin(angle);
+    xyz[i + 1] = x * std::sin(angle) + y * std::cos(angle);
+  }
+  return xyz;
+}
+
+inline Xyz Box(double x0, double y0, double x1, double y1) {
+  Xyz xyz;
+  Add(xyz, x0, y0);
+  Add(xyz, x1, y0);
+  Add(xyz, x1, y1);
+  Add(xyz, x0, y1);
+  return xyz;
+}
+
+/// The comb turned by 30 degrees: its tips stay on one line, which is on no axis.
+inline Xyz SlantedComb(int n) {
+  return Turned(Comb(n), 0.5235987755982988);
+}
+
 /// A band rolled up, out along one side and back along the other.
 inline Xyz Spiral(int n) {
   Xyz contour;
@@ -62,8 +94,8 @@ inline Xyz Spiral(int n) {
 
 /// A shore, noise of falling size laid over itself, closed far out at sea. It is
 /// monotone in x, so that it never crosses itself.
-inline Xyz Coast(int n) {
-  std::mt19937_64 bits(2);
+inline Xyz SeededCoast(int n, std::uint64_t seed) {
+  std::mt19937_64 bits(seed);
   std::vector<double> height(static_cast<std::size_t>(n), 0.0);
   double noise = 2e5;
   for (std::size_t period = height.size(); period > 0; period /= 2, noise *= 0.6) {
@@ -83,6 +115,63 @@ inline Xyz Coast(int n) {
   Add(contour, 2e6, -3e6);
   Add(contour, 0.0, -3e6);
   return contour;
+}
+
+inline Xyz Coast(int n) {
+  return SeededCoast(n, 2);
+}
+
+/// Holes in k rows of k in the square of side 2 k + 1, one unit wide and apart.
+inline std::vector<Xyz> Holes(int k) {
+  std::vector<Xyz> holes;
+  for (int i = 0; i < k * k; ++i) {
+    const double x = 2.0 * (i % k) + 1;
+    const double y = 2.0 * (i / k) + 1;
+    holes.push_back(Box(x, y, x + 1, y + 1));
+  }
+  return holes;
+}
+
+/// k bars and k across them: united, they leave (k - 1) x (k - 1) holes.
+inline std::vector<Xyz> Bars(int k) {
+  std::vector<Xyz> bars;
+  for (int i = 0; i < k; ++i) bars.push_back(Box(2.0 * i, 0, 2.0 * i + 1, 2.0 * k - 1));
+  for (int i = 0; i < k; ++i) bars.push_back(Box(0, 2.0 * i, 2.0 * k - 1, 2.0 * i + 1));
+  return bars;
+}
+
+/// columns x rows neighbours that share wavy borders and fill a rectangle. A border
+/// has the same points on both sides.
+inline std::vector<Xyz> Cells(int columns, int rows) {
+  constexpr int kParts = 6;  // of a border between two corners
+  const int width = columns * kParts;
+  const int height = rows * kParts;
+  std::mt19937_64 bits(3);
+  std::vector<double> lattice;  // of which the points on borders are used
+  for (int y = 0; y <= height; ++y) {
+    for (int x = 0; x <= width; ++x) {
+      const double dx = Between(bits, -0.4, 0.4);
+      const double dy = Between(bits, -0.4, 0.4);
+      lattice.push_back(100 * (x + (x == 0 || x == width ? 0.0 : dx)));
+      lattice.push_back(100 * (y + (y == 0 || y == height ? 0.0 : dy)));
+    }
+  }
+  std::vector<Xyz> cells;
+  for (int cell = 0; cell < columns * rows; ++cell) {
+    int x = cell % columns * kParts;
+    int y = cell / columns * kParts;
+    Xyz contour;
+    for (int step = 0; step < 4 * kParts; ++step) {
+      const auto at = 2 * (static_cast<std::size_t>(y) * static_cast<std::size_t>(width + 1) +
+                           static_cast<std::size_t>(x));
+      Add(contour, lattice[at], lattice[at + 1]);
+      const int side = step / kParts;
+      x += side == 0 ? 1 : side == 2 ? -1 : 0;
+      y += side == 1 ? 1 : side == 3 ? -1 : 0;
+    }
+    cells.push_back(contour);
+  }
+  return cells;
 }
 
 }  // namespace bench

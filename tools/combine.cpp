@@ -25,6 +25,7 @@
 #include "output.h"
 #include "pieces.h"
 #include "progress.h"
+#include "refusals.h"
 #include "report.h"
 #include "session.h"
 
@@ -37,15 +38,16 @@ struct Step {
   Ring snapped;
   Ring exact;  // as given, where the snapped contour might not be usable
   bool subtract;
+  bool piece;  // of a polygon with holes
   bool refused = false;
 };
 
 class Combination {
  public:
   Combination(const Options& options, const CommonGrid& grid, Geos& geos)
-      : options_(options), grid_(grid), geos_(geos) {}
+      : options_(options), grid_(grid), geos_(geos), refusals_(geos) {}
 
-  std::size_t Refused() const { return refused_; }
+  std::size_t Refused() const { return refusals_.Count(); }
 
   void AddInput(const Input& input, bool subtract) {
     for (const Feature& feature : input.features) {
@@ -75,23 +77,38 @@ class Combination {
  private:
   void Add(const Feature& feature, std::size_t number, bool subtract) {
     const Polygon& polygon = feature.polygons[number];
-    if (polygon.holes.empty()) {
-      steps_.push_back(
-          {&feature, number, grid_.Snap(polygon.outer), grid_.Scaled(polygon.outer), subtract});
+    if (!options_.repair && refusals_.Overlapping(feature, number)) return;
+    const Ring outer = grid_.Snap(polygon.outer);
+    if (!HasArea(outer)) {
+      refusals_.Failed(feature, number, kNoArea);
       return;
     }
-    std::string failure;
-    for (Ring& piece : Pieces(polygon, failure)) {
-      steps_.push_back({&feature, number, piece, piece, subtract});
+    std::vector<std::size_t> vanished;
+    const std::vector<std::size_t> holes = HolesOnGrid(polygon, vanished);
+    if (holes.empty()) {
+      steps_.push_back({&feature, number, outer, grid_.Scaled(polygon.outer), subtract, false});
+    } else {
+      std::string failure;
+      for (Ring& piece : Pieces(polygon, holes, failure)) {
+        steps_.push_back({&feature, number, piece, piece, subtract, true});
+      }
+      if (!failure.empty()) {
+        refusals_.Failed(feature, number, failure);
+        return;
+      }
     }
-    if (!failure.empty()) Refuse(feature, number, failure);
+    refusals_.HolesVanished(feature, number, vanished);
   }
 
-  void Refuse(const Feature& feature, std::size_t number, const std::string& failure) {
-    const std::string invalid = geos_.WhyInvalid(feature.polygons[number]);
-    PrintRefusal({feature.file, PlaceOf(feature, number),
-                  invalid.empty() ? failure : failure + ": " + invalid});
-    ++refused_;
+  std::vector<std::size_t> HolesOnGrid(const Polygon& polygon,
+                                       std::vector<std::size_t>& vanished) const {
+    std::vector<std::size_t> holes;
+    for (std::size_t i = 0; i < polygon.holes.size(); ++i) {
+      const Ring hole = grid_.Snap(polygon.holes[i]);
+      const bool area = HasArea(hole) && SeesArea(grid_.Scaled(polygon.holes[i]), hole);
+      (area ? holes : vanished).push_back(i);
+    }
+    return holes;
   }
 
   bool StartOnGrid() const {
@@ -104,13 +121,14 @@ class Combination {
     return QueueContour(snapped, Scale()) || QueueContour(exact, Scale());
   }
 
-  std::vector<Ring> Pieces(const Polygon& polygon, std::string& failure) const {
+  std::vector<Ring> Pieces(const Polygon& polygon, const std::vector<std::size_t>& holes,
+                           std::string& failure) const {
     if (!StartOnGrid()) throw std::runtime_error("the extent of the input is not usable");
     if (!Queue(grid_.Snap(polygon.outer), grid_.Scaled(polygon.outer)) || !UniteQueued()) {
-      failure = "its outer contour is not usable";
+      failure = kNotUsable;
       return {};
     }
-    for (std::size_t i = 0; i < polygon.holes.size(); ++i) {
+    for (const std::size_t i : holes) {
       if (!Queue(grid_.Snap(polygon.holes[i]), grid_.Scaled(polygon.holes[i]))) {
         failure = "hole " + std::to_string(i + 1) + " is not usable";
         return {};
@@ -120,7 +138,9 @@ class Combination {
       failure = "its holes could not be subtracted";
       return {};
     }
-    return SplitIntoPieces(grid_.WithoutAnchors(ReadMain(Scale(), true)));
+    std::vector<Ring> pieces = SplitIntoPieces(grid_.WithoutAnchors(ReadMain(Scale(), true)));
+    if (pieces.empty()) failure = kNothingLeft;
+    return pieces;
   }
 
   // A contour that cannot be combined stays in the library's queue until the
@@ -135,7 +155,13 @@ class Combination {
       if (queued && (step.subtract ? SubtractQueued() : UniteQueued())) continue;
       progress.Clear();
       step.refused = true;
-      Refuse(*step.feature, step.polygon, queued ? "could not be combined" : "not usable");
+      const std::string failure = queued ? "could not be combined" : kNotUsable;
+      if (step.piece) {
+        const Ring piece = grid_.Unscaled(step.snapped);
+        refusals_.PieceFailed(*step.feature, step.polygon, failure, piece);
+      } else {
+        refusals_.Failed(*step.feature, step.polygon, failure);
+      }
       if (queued) return false;
     }
     return true;
@@ -145,7 +171,7 @@ class Combination {
   const CommonGrid& grid_;
   Geos& geos_;
   std::vector<Step> steps_;
-  std::size_t refused_ = 0;
+  Refusals refusals_;
 };
 
 Box BoxOf(const std::vector<Input>& inputs) {

@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace tool {
 namespace {
 
-constexpr double kSteps = 1048575;         // across the library's grid
 constexpr double kMarginShare = 1.0 / 64;  // of the input's extent, at least
 
 }  // namespace
@@ -21,8 +21,8 @@ CommonGrid::Axis CommonGrid::AxisOver(double low, double high) {
   const double extent = std::max(high - low, std::numeric_limits<double>::min());
   Axis axis;
   axis.step = std::ldexp(1.0, std::ilogb(extent) - 20);
-  while (kSteps * axis.step < extent * (1 + kMarginShare)) axis.step *= 2;
-  const double width = kSteps * axis.step;
+  while (kGridSteps * axis.step < extent * (1 + kMarginShare)) axis.step *= 2;
+  const double width = kGridSteps * axis.step;
   axis.low = axis.Snap(low - (width - extent) / 2);
   axis.high = axis.low + width;
   return axis;
@@ -37,18 +37,12 @@ CommonGrid::CommonGrid(const Box& box, bool scaled) {
 
 Ring CommonGrid::Snap(const Ring& ring) const {
   Ring snapped;
-  for (const Point& p : Scaled(ring)) {
+  for (const Point& p : scale_.In(ring)) {
     const Point q = Snap(p);
     if (snapped.empty() || !(q == snapped.back())) snapped.push_back(q);
   }
   while (snapped.size() > 1 && snapped.front() == snapped.back()) snapped.pop_back();
   return snapped;
-}
-
-Ring CommonGrid::Scaled(const Ring& ring) const {
-  Ring scaled;
-  for (const Point& p : ring) scaled.push_back(scale_.In(p));
-  return scaled;
 }
 
 // Half the margin wide: half of it stays free between anchor and input.
@@ -71,8 +65,13 @@ Mesh CommonGrid::WithoutAnchors(const Mesh& mesh) const {
 }
 
 Mesh CommonGrid::Unscaled(Mesh mesh) const {
-  for (Point& p : mesh.vertices) p = scale_.Out(p);
+  mesh.vertices = Unscaled(std::move(mesh.vertices));
   return mesh;
+}
+
+Ring CommonGrid::Unscaled(Ring ring) const {
+  for (Point& p : ring) p = scale_.Out(p);
+  return ring;
 }
 
 }  // namespace tool

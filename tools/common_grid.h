@@ -30,7 +30,7 @@ class CommonGrid {
   Ring Snap(const Ring& ring) const;
 
   // From input units to the library's, the grid aside.
-  Ring Scaled(const Ring& ring) const;
+  Ring Scaled(const Ring& ring) const { return scale_.In(ring); }
 
   std::array<Ring, 2> Anchors() const;
 
@@ -40,6 +40,7 @@ class CommonGrid {
 
   // Back to input units.
   Mesh Unscaled(Mesh mesh) const;
+  Ring Unscaled(Ring ring) const;
 
  private:
   struct Axis {

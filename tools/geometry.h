@@ -44,8 +44,20 @@ struct Feature {
 // Positive when the ring runs counter-clockwise.
 double SignedArea(const Ring& ring);
 
-// Outer contour less holes, whatever their directions.
+// Outer contour less holes, whatever their directions; 0 with a coordinate that is not finite.
 double Area(const Polygon& polygon);
+
+// Whether anything is left of a ring once points on a line with their neighbours are
+// gone, spikes with them: those whose cross product is within the tolerance. With none
+// it is exact where differences of coordinates have 26 bits at the most.
+bool HasArea(const Ring& ring, double tolerance = 0);
+
+// A ring in whole steps of the library's grid over a box, and back.
+Ring OnGrid(const Ring& ring, const Box& box);
+Ring FromGrid(const Ring& steps, const Box& box);
+
+// Steps across that grid, on each axis.
+inline constexpr double kGridSteps = 1048575;
 
 std::size_t CountPoints(const Polygon& polygon);
 

@@ -2,6 +2,7 @@
 
 #include <geos_c.h>
 
+#include <cmath>
 #include <stdexcept>
 #include <utility>
 
@@ -80,13 +81,51 @@ std::string Geos::WhyInvalid(const Polygon& polygon) {
   }
 }
 
+std::string Geos::WhyOverlapping(const Polygon& polygon) {
+  std::string invalid = WhyInvalid(polygon);
+  if (invalid.empty() || !IsFinite(polygon)) return invalid;
+  double contours = std::abs(SignedArea(polygon.outer));
+  for (const Ring& hole : polygon.holes) contours += std::abs(SignedArea(hole));
+  double difference = Area(polygon);
+  try {
+    for (const Polygon& part : Repair(polygon)) difference -= Area(part);
+  } catch (const std::runtime_error&) {
+    return invalid;
+  }
+  constexpr double kRounding = 1e-9;  // of sums of many products
+  return std::abs(difference) > kRounding * contours ? invalid : "";
+}
+
 bool Geos::CanRepair() {
   return true;
 }
 
-std::vector<Polygon> Geos::Repair(const Polygon& polygon) {
+// The area of one ring; a repeated or folded one has none, and leaves no lines behind.
+Geos::Geometry Geos::Valid(const Ring& ring) {
   Parts parts;
-  Collect(Own(GEOSMakeValid_r(context_, Build(polygon).get())).get(), parts);
+  Collect(Own(GEOSMakeValid_r(context_, Build({ring, {}}).get())).get(), parts);
+  std::vector<Geometry> polygons;
+  for (const Polygon& polygon : parts.polygons) polygons.push_back(Build(polygon));
+  std::vector<GEOSGeometry*> given;  // the collection takes them over
+  for (Geometry& polygon : polygons) given.push_back(polygon.release());
+  return Own(GEOSGeom_createCollection_r(context_, GEOS_MULTIPOLYGON, given.data(),
+                                         static_cast<unsigned>(given.size())));
+}
+
+std::vector<Polygon> Geos::Repair(const Polygon& polygon) {
+  std::vector<Geometry> rings;
+  for (const Ring& hole : polygon.holes) rings.push_back(Valid(hole));
+  rings.push_back(Valid(polygon.outer));
+  while (rings.size() > 1) {  // pairs of pairs, so that none is met by all others
+    std::vector<Geometry> pairs;
+    for (std::size_t i = 0; i + 1 < rings.size(); i += 2) {
+      pairs.push_back(Own(GEOSSymDifference_r(context_, rings[i].get(), rings[i + 1].get())));
+    }
+    if (rings.size() % 2 == 1) pairs.push_back(std::move(rings.back()));
+    rings = std::move(pairs);
+  }
+  Parts parts;
+  Collect(rings.front().get(), parts);
   return std::move(parts.polygons);
 }
 

@@ -36,11 +36,17 @@ class Geos {
   // What is wrong with a polygon by the rules of simple features, or nothing.
   std::string WhyInvalid(const Polygon& polygon);
 
+  // What is wrong with a polygon whose area is not that of its outer contour less its
+  // holes: contours cross, or a hole lies outside or in another. Nothing where contours
+  // only touch, and where they have no area.
+  std::string WhyOverlapping(const Polygon& polygon);
+
   // Whether this program was built with GEOS, which Repair needs.
   static bool CanRepair();
 
-  // The polygons that GEOS's MakeValid gets out of an invalid one: the same
-  // region by the even-odd rule, possibly none. Throws std::runtime_error.
+  // The valid polygons of the region that an invalid one covers by the even-odd rule,
+  // possibly none: each contour by GEOS's MakeValid, then what an odd number of them
+  // holds. Throws std::runtime_error.
   std::vector<Polygon> Repair(const Polygon& polygon);
 
   // The pairs of contours that have a point in common, or of which that cannot
@@ -56,6 +62,7 @@ class Geos {
 
   Geometry Own(GEOSGeometry* geometry);  // throws the last error for null
   Geometry RingGeometry(const Ring& ring);
+  Geometry Valid(const Ring& ring);
   Geometry Build(const Polygon& polygon);
   Ring Read(const GEOSGeometry* ring) const;
   void Collect(const GEOSGeometry* geometry, Parts& parts) const;

@@ -1,7 +1,9 @@
 #include "input.h"
 
 #include <algorithm>
+#include <array>
 #include <cctype>
+#include <cstdio>
 #include <fstream>
 #include <iterator>
 #include <nlohmann/json.hpp>
@@ -77,17 +79,17 @@ class Gatherer {
     if (!only_.empty()) input_.chosen.push_back(feature.name);
     try {
       Parts parts = read(geos_);
-      for (std::string& reason : parts.refused) Refuse(feature, std::move(reason));
+      for (std::string& reason : parts.refused) Refuse(feature, std::move(reason), kNothing);
       feature.polygons = std::move(parts.polygons);
       if (!feature.polygons.empty()) input_.features.push_back(std::move(feature));
     } catch (const std::runtime_error& error) {
-      Refuse(feature, error.what());
+      Refuse(feature, error.what(), "what it holds");
     }
   }
 
  private:
-  void Refuse(const Feature& feature, std::string reason) {
-    input_.refusals.push_back({input_.file, feature.Label(), std::move(reason)});
+  void Refuse(const Feature& feature, std::string reason, const char* lost) {
+    input_.refusals.push_back({input_.file, feature.Label(), std::move(reason), lost});
   }
 
   Input& input_;
@@ -99,7 +101,7 @@ class Gatherer {
 Parts ReadFeature(const Json& feature, Geos& geos) {
   if (!feature.is_object()) throw std::runtime_error("not an object");
   const auto geometry = feature.find("geometry");
-  if (geometry == feature.end() || geometry->is_null()) throw std::runtime_error("no geometry");
+  if (geometry == feature.end() || geometry->is_null()) return {{}, {"no geometry"}};
   return geos.ReadGeoJson(geometry->dump());
 }
 
@@ -191,7 +193,8 @@ void RepairFeatures(Input& input, Geos& geos) {
         mended.insert(mended.end(), pieces.begin(), pieces.end());
         ++input.repaired;
       } catch (const std::runtime_error& error) {
-        input.refusals.push_back({input.file, PlaceOf(feature, i), error.what()});
+        input.refusals.push_back(
+            {input.file, PlaceOf(feature, i), error.what(), Lost("polygon", polygon)});
       }
     }
     feature.polygons = std::move(mended);
@@ -199,6 +202,12 @@ void RepairFeatures(Input& input, Geos& geos) {
 }
 
 }  // namespace
+
+std::string Lost(const std::string& kind, const Polygon& polygon) {
+  std::array<char, 32> area{};
+  std::snprintf(area.data(), area.size(), "area %.9g", Area(polygon));
+  return "a " + kind + " of " + (IsFinite(polygon) ? area.data() : "unknown area");
+}
 
 std::string PlaceOf(const Feature& feature, std::size_t polygon) {
   std::string place = feature.Label();

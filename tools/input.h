@@ -17,7 +17,13 @@ struct Refusal {
   std::string file;
   std::string place;  // "feature 12 (Sudan), polygon 3"
   std::string reason;
+  std::string lost;  // by Lost
 };
+
+// What a message says was lost, "a hole of area 3": its kind and, where it is known,
+// its area.
+std::string Lost(const std::string& kind, const Polygon& polygon);
+inline constexpr const char* kNothing = "nothing";
 
 struct Input {
   std::string file;

@@ -14,7 +14,8 @@ namespace {
 
 constexpr const char* kFooter =
     "Reads .geojson, .json and .wkt (one geometry per line, or one in the file).\n"
-    "Exit status: 0 all done, 1 some input was refused (named on standard error),\n"
+    "Exit status: 0 all done, 1 some input was refused or left out (named on standard\n"
+    "error with the area that is lost by it),\n"
     "2 bad usage, or a file that cannot be read or written.";
 
 constexpr const char* kCombinations =
@@ -28,8 +29,7 @@ void AddCommonOptions(CLI::App& command, Options& options) {
   command.add_option("-o,--output", options.outputs, "file to write, may be given again")
       ->type_name("FILE")
       ->allow_extra_args(false);
-  command.add_flag("--repair", options.repair,
-                   "mend invalid polygons first (even-odd, by GEOS's MakeValid)");
+  command.add_flag("--repair", options.repair, "mend invalid polygons first (even-odd, by GEOS)");
   command.add_option("--only", options.only, "use the features of these names alone")
       ->type_name("NAME,...")
       ->delimiter(',')

@@ -67,7 +67,8 @@ void PrintTable(std::ostream& out, const std::vector<Row>& rows, bool with_total
 }
 
 void PrintRefusal(const Refusal& refusal) {
-  std::cerr << refusal.file << ": " << refusal.place << ": " << refusal.reason << '\n';
+  std::cerr << refusal.file << ": " << refusal.place << ": " << refusal.reason
+            << "; lost: " << refusal.lost << '\n';
 }
 
 }  // namespace tool

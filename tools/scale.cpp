@@ -17,6 +17,12 @@ Point Scale::In(const Point& p) const {
   return {std::ldexp(p.x, exponent_), std::ldexp(p.y, exponent_)};
 }
 
+Ring Scale::In(const Ring& ring) const {
+  Ring scaled;
+  for (const Point& p : ring) scaled.push_back(In(p));
+  return scaled;
+}
+
 Point Scale::Out(const Point& p) const {
   return {std::ldexp(p.x, -exponent_), std::ldexp(p.y, -exponent_)};
 }

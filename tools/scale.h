@@ -15,6 +15,7 @@ class Scale {
   static Scale For(const Box& box);
 
   Point In(const Point& p) const;
+  Ring In(const Ring& ring) const;
   Point Out(const Point& p) const;
 
  private:

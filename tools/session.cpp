@@ -2,6 +2,7 @@
 
 #include <zelvan/zelvan.h>
 
+#include <cmath>
 #include <limits>
 #include <stdexcept>
 #include <utility>
@@ -64,17 +65,29 @@ void ReadTriangles(Mesh& mesh, int edges, int faces) {
   }
 }
 
-std::string SubtractHoles(const Polygon& polygon, const Scale& scale) {
-  if (polygon.holes.empty()) return "";
+// The holes that have area on the grid of the outer contour; where the library takes
+// a needle for a line, as it is on the grid.
+void SubtractHoles(const Polygon& polygon, const Scale& scale, const Box& box, Cut& cut) {
   for (std::size_t i = 0; i < polygon.holes.size(); ++i) {
-    if (!QueueContour(polygon.holes[i], scale)) {
-      return "hole " + std::to_string(i + 1) + " is not usable";
+    const Ring exact = scale.In(polygon.holes[i]);
+    const Ring steps = OnGrid(exact, box);
+    const Ring on_grid = FromGrid(steps, box);
+    if (!HasArea(steps) || !SeesArea(exact, on_grid)) {
+      cut.vanished.push_back(i);
+    } else if (!QueueContour(exact, Scale()) && !QueueContour(on_grid, Scale())) {
+      cut.failure = "hole " + std::to_string(i + 1) + " is not usable";
+      return;
     }
   }
-  return SubtractQueued() ? "" : "its holes could not be subtracted";
+  if (!SubtractQueued()) cut.failure = "its holes could not be subtracted";
 }
 
 }  // namespace
+
+bool SeesArea(const Ring& exact, const Ring& on_grid) {
+  constexpr double kTolerance = 1e-5;
+  return HasArea(exact, kTolerance) || HasArea(on_grid, kTolerance);
+}
 
 bool SetMain(const Ring& ring, const Scale& scale) {
   return Feed(SetMainContour, ring, scale);
@@ -104,19 +117,52 @@ Mesh ReadMain(const Scale& scale, bool triangles) {
   return mesh;
 }
 
+namespace {
+
+// Whether an area is a ring's but for a grid step along each edge.
+bool IsAreaOf(const Ring& ring, double area) {
+  Box box;
+  box.Add(ring);
+  double slack = 0;
+  for (std::size_t i = 0; i < ring.size(); ++i) {
+    const Point& p = ring[i];
+    const Point& q = ring[(i + 1) % ring.size()];
+    slack += std::abs(q.x - p.x) * (box.high.y - box.low.y) / kGridSteps;
+    slack += std::abs(q.y - p.y) * (box.high.x - box.low.x) / kGridSteps;
+  }
+  return std::abs(std::abs(SignedArea(ring)) - area) <= slack;
+}
+
+// A vertex that nearly touches the closing edge can come to lie behind it on the grid.
+// United with itself the main contour is sound; but one that crossed its closing edge
+// from the start loses area by that.
+bool Resolve(const Ring& main, const Scale& scale, Mesh& mesh) {
+  if (!QueueContour(main, scale) || !UniteQueued() || !CutMain()) return false;
+  mesh = ReadMain(scale, true);
+  return IsAreaOf(main, mesh.TriangleArea());
+}
+
+}  // namespace
+
 Cut TriangulatePolygon(const Polygon& polygon, const Scale& scale) {
   Cut cut;
-  if (!SetMain(polygon.outer, scale)) {
-    cut.failure = polygon.holes.empty() ? "not usable" : "its outer contour is not usable";
+  const Ring outer = scale.In(polygon.outer);
+  Box box;
+  box.Add(outer);
+  if (!HasArea(OnGrid(outer, box))) {
+    cut.failure = kNoArea;
+  } else if (!SetMain(polygon.outer, scale)) {
+    cut.failure = kNotUsable;
   } else {
-    cut.failure = SubtractHoles(polygon, scale);
+    SubtractHoles(polygon, scale, box, cut);
   }
   if (!cut.failure.empty()) return cut;
   if (CutMain()) {
     cut.mesh = ReadMain(scale, true);
-  } else {
-    cut.failure = GetContourCount() == 0 ? "nothing is left of it on the library's grid"
-                                         : "cannot be triangulated on the library's grid";
+  } else if (GetContourCount() == 0) {
+    cut.failure = kNothingLeft;
+  } else if (!Resolve(polygon.outer, scale, cut.mesh)) {
+    cut.failure = "cannot be triangulated on the library's grid";
   }
   return cut;
 }

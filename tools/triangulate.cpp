@@ -6,6 +6,7 @@
 #include "commands.h"
 #include "output.h"
 #include "progress.h"
+#include "refusals.h"
 #include "report.h"
 #include "session.h"
 
@@ -14,19 +15,18 @@ namespace {
 
 struct Run {
   const Options& options;
-  Geos& geos;
   Progress& progress;
+  Refusals refusals;
   std::vector<Item> items;
-  std::size_t refused = 0;
 };
-
-std::string Reason(const std::string& failure, const Polygon& polygon, Geos& geos) {
-  const std::string invalid = geos.WhyInvalid(polygon);
-  return invalid.empty() ? failure : failure + ": " + invalid;
-}
 
 void TriangulateOne(Run& run, const Feature& feature, std::size_t number, Row& row) {
   const Polygon& polygon = feature.polygons[number];
+  row.area_in += Area(polygon);
+  run.progress.Advance(CountPoints(polygon));
+  // Of one contour the library judges itself.
+  const bool judge = !run.options.repair && !polygon.holes.empty();
+  if (judge && run.refusals.Overlapping(feature, number)) return;
   Box box;
   box.Add(polygon.outer);
   const Scale scale = run.options.scale ? Scale::For(box) : Scale();
@@ -34,18 +34,17 @@ void TriangulateOne(Run& run, const Feature& feature, std::size_t number, Row& r
   const auto start = std::chrono::steady_clock::now();
   Cut cut = TriangulatePolygon(polygon, scale);
   const std::chrono::duration<double> time = std::chrono::steady_clock::now() - start;
-  run.progress.Advance(CountPoints(polygon));
   if (!cut.failure.empty()) {
-    run.progress.Clear();
-    PrintRefusal({feature.file, PlaceOf(feature, number), Reason(cut.failure, polygon, run.geos)});
-    ++run.refused;
+    run.refusals.Failed(feature, number, cut.failure);
     return;
   }
+  run.refusals.HolesVanished(feature, number, cut.vanished);
+  const double area_in = 0;  // counted above
   row += {"",
           1,
           cut.mesh.vertices.size(),
           cut.mesh.triangles.size(),
-          Area(polygon),
+          area_in,
           cut.mesh.TriangleArea(),
           time.count()};
   run.items.push_back({feature.name, feature.number, number + 1, std::move(cut.mesh)});
@@ -68,7 +67,8 @@ int RunTriangulate(const Options& options) {
   Geos geos;
   const std::vector<Input> inputs = ReadInputs(options, geos, status);
   Progress progress("triangulating", CountPoints(inputs));
-  Run run{options, geos, progress, {}, 0};
+  Run run{options, progress, Refusals(geos), {}};
+  run.refusals.Over(&progress);
   std::vector<Row> rows;
   for (const Input& input : inputs) {
     Row row;
@@ -83,7 +83,7 @@ int RunTriangulate(const Options& options) {
   progress.Clear();
   WriteOutputs(options.outputs, run.items, Show::kTriangles);
   PrintTable(std::cout, rows, true);
-  return run.refused > 0 ? std::max(status, kSomeRefused) : status;
+  return run.refusals.Count() > 0 ? std::max(status, kSomeRefused) : status;
 }
 
 }  // namespace tool

@@ -6,6 +6,7 @@
 #include <charconv>
 #include <map>
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <stdexcept>
 #include <string_view>
 #include <utility>
@@ -202,10 +203,52 @@ void AddGeometry(const Json& geometry, Parts& parts) {
   }
 }
 
+// Where a ring crosses a horizontal line, in rising order.
+std::vector<double> Crossings(const Ring& ring, double y) {
+  std::vector<double> crossings;
+  for (std::size_t i = 0; i < ring.size(); ++i) {
+    const Point& p = ring[i];
+    const Point& q = ring[i + 1 < ring.size() ? i + 1 : 0];
+    if ((p.y > y) != (q.y > y)) crossings.push_back(p.x + (y - p.y) / (q.y - p.y) * (q.x - p.x));
+  }
+  std::sort(crossings.begin(), crossings.end());
+  return crossings;
+}
+
+// A point inside a ring, just above its lowest vertices; none without area.
+std::optional<Point> InnerPoint(const Ring& ring) {
+  std::vector<double> heights;
+  for (const Point& p : ring) heights.push_back(p.y);
+  std::sort(heights.begin(), heights.end());
+  const auto above = std::upper_bound(heights.begin(), heights.end(), heights.front());
+  if (above == heights.end()) return std::nullopt;
+  const double y = heights.front() / 2 + *above / 2;
+  const std::vector<double> crossings = Crossings(ring, y);
+  if (crossings.size() < 2 || crossings[0] == crossings[1]) return std::nullopt;
+  return Point{crossings[0] / 2 + crossings[1] / 2, y};
+}
+
+bool Contains(const Ring& ring, const Point& point) {
+  const std::vector<double> crossings = Crossings(ring, point.y);
+  const auto left = std::lower_bound(crossings.begin(), crossings.end(), point.x);
+  return (left - crossings.begin()) % 2 == 1;
+}
+
 }  // namespace
 
 Geos::Geos() : context_(nullptr) {}
 Geos::~Geos() = default;
+
+std::string Geos::WhyOverlapping(const Polygon& polygon) {
+  if (!IsFinite(polygon)) return WhyInvalid(polygon);
+  for (std::size_t i = 0; i < polygon.holes.size(); ++i) {
+    const auto point = InnerPoint(polygon.holes[i]);
+    if (point && !Contains(polygon.outer, *point)) {
+      return "hole " + std::to_string(i + 1) + " lies outside";
+    }
+  }
+  return "";
+}
 
 bool Geos::CanRepair() {
   return false;

@@ -124,6 +124,7 @@ typename OrderedList<Item>::Place OrderedList<Item>::Descend(SideOf sideOf) {
 template <class Item>
 std::uint32_t OrderedList<Item>::Take(const Item& item) {
   if (free_ == kNone) {
+    if (nodes_.empty()) nodes_.reserve(16);
     nodes_.push_back({item, kNone, kNone, kNone, {kNone, kNone}});
     return static_cast<std::uint32_t>(nodes_.size() - 1);
   }

@@ -23,7 +23,11 @@ namespace VORNEX {
 
 class Chains {
  public:
-  explicit Chains(TriangleWriter& writer) noexcept : writer_(writer) {}
+  explicit Chains(TriangleWriter& writer) : writer_(writer) {
+    constexpr std::size_t usual = 32;  // spares small areas the growing
+    links_.reserve(usual);
+    reflex_.reserve(usual);
+  }
 
   [[nodiscard]] std::uint32_t Start(const Corner& corner) { return Take(corner, kNone, kNone); }
 

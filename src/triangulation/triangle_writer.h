@@ -24,7 +24,10 @@ class TriangleWriter {
   /// @param numbering where the area's vertices stand in the mesh
   TriangleWriter(zelvan::Area& area, std::span<SweepVertex> vertices, TriangleMesh* mesh,
                  AreaNumbering numbering)
-      : area_(area), vertices_(vertices), mesh_(mesh), numbering_(numbering) {}
+      : area_(area), vertices_(vertices), mesh_(mesh), numbering_(numbering) {
+    // Of the edges of all triangles each contour edge counts once, each diagonal twice.
+    diagonals_.reserve((3 * std::size_t{area.triangleCount} - vertices.size()) / 2);
+  }
 
   /// A new diagonal by its name. Throws std::bad_alloc.
   [[nodiscard]] std::uint32_t AddDiagonal() {

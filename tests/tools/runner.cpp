@@ -9,6 +9,7 @@
 #include <iterator>
 #include <random>
 #include <sstream>
+#include <vector>
 
 namespace fs = std::filesystem;
 
@@ -42,13 +43,8 @@ void Walk(GEOSContextHandle_t geos, const GEOSGeometry* geometry, Geometry& seen
 }  // namespace
 
 std::string Outcome::Cell(std::size_t from_right) const {
-  std::istringstream lines(text);
-  std::string line;
-  std::string last;
-  while (std::getline(lines, line)) {
-    if (!line.empty()) last = line;
-  }
-  std::istringstream words(last);
+  const auto row = text.find_last_of('\n', text.size() - 2) + 1;
+  std::istringstream words(text.substr(row));
   const std::vector<std::string> cells{std::istream_iterator<std::string>(words), {}};
   return from_right < cells.size() ? cells[cells.size() - 1 - from_right] : "";
 }
@@ -58,17 +54,12 @@ void ToolTest::SetUp() {
   ASSERT_TRUE(fs::create_directory(folder_));
 }
 
-void ToolTest::TearDown() {
-  fs::remove_all(folder_);
-}
-
-std::string ToolTest::Write(const std::string& name, const std::string& text) const {
-  std::ofstream(Path(name), std::ios::binary) << text;
-  return Path(name);
+void ToolTest::Write(const std::string& name, const std::string& text) const {
+  std::ofstream(folder_ / name, std::ios::binary) << text;
 }
 
 std::string ToolTest::Read(const std::string& name) const {
-  std::ifstream stream(Path(name), std::ios::binary);
+  std::ifstream stream(folder_ / name, std::ios::binary);
   return {std::istreambuf_iterator<char>(stream), {}};
 }
 
@@ -89,23 +80,23 @@ Outcome ToolTest::Run(const std::string& arguments, const std::string& program) 
 
 Geometry ToolTest::Look(const std::string& name) const {
   GEOSContextHandle_t geos = GEOS_init_r();
-  const std::string text = Read(name);
-  GEOSGeometry* geometry = nullptr;
-  if (fs::path(name).extension() == ".wkt") {
-    GEOSWKTReader* reader = GEOSWKTReader_create_r(geos);
-    geometry = GEOSWKTReader_read_r(geos, reader, text.c_str());
-    GEOSWKTReader_destroy_r(geos, reader);
-  } else {
-    GEOSGeoJSONReader* reader = GEOSGeoJSONReader_create_r(geos);
-    geometry = GEOSGeoJSONReader_readGeometry_r(geos, reader, text.c_str());
-    GEOSGeoJSONReader_destroy_r(geos, reader);
-  }
+  GEOSWKTReader* wkt = GEOSWKTReader_create_r(geos);
+  GEOSGeoJSONReader* json = GEOSGeoJSONReader_create_r(geos);
   Geometry seen;
-  if (geometry != nullptr) {
-    seen.readable = seen.valid = true;
+  seen.valid = true;
+  const bool by_line = fs::path(name).extension() == ".wkt";
+  std::istringstream text(Read(name));
+  for (std::string part; std::getline(text, part, by_line ? '\n' : '\0'); ++seen.lines) {
+    GEOSGeometry* geometry = by_line ? GEOSWKTReader_read_r(geos, wkt, part.c_str())
+                                     : GEOSGeoJSONReader_readGeometry_r(geos, json, part.c_str());
+    seen.valid = seen.valid && geometry != nullptr;
+    if (geometry == nullptr) continue;
     Walk(geos, geometry, seen);
     GEOSGeom_destroy_r(geos, geometry);
   }
+  seen.valid = seen.valid && seen.lines > 0;
+  GEOSGeoJSONReader_destroy_r(geos, json);
+  GEOSWKTReader_destroy_r(geos, wkt);
   GEOS_finish_r(geos);
   return seen;
 }

@@ -7,7 +7,9 @@
 #include <cstddef>
 #include <filesystem>
 #include <string>
-#include <vector>
+
+inline constexpr const char* kWithGeos = ZELVAN_TOOL;
+inline constexpr const char* kWithoutGeos = ZELVAN_TOOL_WITHOUT_GEOS;
 
 struct Outcome {
   int status;
@@ -19,8 +21,8 @@ struct Outcome {
 
 // What a written file holds, by GEOS.
 struct Geometry {
-  bool readable = false;
-  bool valid = false;  // every polygon of it
+  bool valid = false;  // readable, and every polygon of it valid
+  std::size_t lines = 0;
   std::size_t polygons = 0;
   std::size_t holes = 0;
   std::size_t triangles = 0;  // polygons of three corners, counter-clockwise
@@ -30,14 +32,13 @@ struct Geometry {
 class ToolTest : public testing::Test {
  protected:
   void SetUp() override;
-  void TearDown() override;
+  void TearDown() override { std::filesystem::remove_all(folder_); }
 
-  std::string Path(const std::string& name) const { return (folder_ / name).string(); }
-  std::string Write(const std::string& name, const std::string& text) const;  // gives the path
+  void Write(const std::string& name, const std::string& text) const;
   std::string Read(const std::string& name) const;
   // "@" stands for the folder
-  Outcome Run(const std::string& arguments, const std::string& program = ZELVAN_TOOL) const;
-  Geometry Look(const std::string& name) const;  // .geojson, or .wkt of one line
+  Outcome Run(const std::string& arguments, const std::string& program = kWithGeos) const;
+  Geometry Look(const std::string& name) const;  // .geojson or .wkt
 
  private:
   std::filesystem::path folder_;
