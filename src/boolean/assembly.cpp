@@ -1,7 +1,11 @@
 // Result assembly (assembly.h).
 #include "boolean/assembly.h"
 
+#include <zelvan/error.h>
+
+#include <cstddef>
 #include <utility>
+#include <vector>
 
 #include "boolean/cross_entry.h"
 #include "boolean/op_rules.h"
@@ -49,18 +53,16 @@ Step WalkEdge(Step at, BoolOp op) noexcept {
 
 // Every step uses up one edge, so a trace is no longer than there are edges.
 OwnedContour TraceContour(Step at, BoolOp op) {
-  Contour* contour = nullptr;
-  try {
-    do {
-      AppendVertex(contour, at.vertex->grid);
-      MarkVisited(at.Holder());
-      at = WalkEdge(at, op);
-    } while ((at.Holder()->flags & VISITED) == 0);
-  } catch (...) {
-    FreeContour(contour);
-    throw;
-  }
-  return OwnedContour(contour);
+  std::vector<GridPoint> points;
+  do {
+    points.push_back(at.vertex->grid);
+    MarkVisited(at.Holder());
+    at = WalkEdge(at, op);
+  } while ((at.Holder()->flags & VISITED) == 0);
+  OwnedContour contour(NewContourInBlock(static_cast<std::uint32_t>(points.size())));
+  if (contour == nullptr) ERR::Raise(ERR::NOMEM);
+  for (std::size_t i = 0; i < points.size(); ++i) contour->block[i].grid = points[i];
+  return contour;
 }
 
 void DeliverContour(OwnedContour contour, OwnedRing& result, PendingHoles& pendingHoles) {
@@ -100,7 +102,7 @@ bool IsRedundant(const VertexNode* v) noexcept {
 bool RemoveIfRedundant(Contour* contour, VertexNode* v) noexcept {
   if (!IsRedundant(v)) return false;
   if (contour->head == v) contour->head = v->prev;
-  UnlinkAndFree(v);
+  RemoveVertex(contour, v);
   return true;
 }
 
@@ -130,7 +132,7 @@ void SimplifyContour(Contour* contour) noexcept {
   RemoveIfRedundant(contour, contour->head);
   // A spike whose tip was the old head leaves its two sides' ends in one place.
   VertexNode* const head = contour->head;
-  while (head->next != head && head->next->grid == head->grid) UnlinkAndFree(head->next);
+  while (head->next != head && head->next->grid == head->grid) RemoveVertex(contour, head->next);
 }
 
 bool FinishContour(Contour* contour) noexcept {

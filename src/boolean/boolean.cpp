@@ -36,8 +36,8 @@ void SweepAndLabel(Area* a, Area* b, FillRules rules, EntryPool& entries) {
   FillSegments(table, b);
   Sweep sweep(entries);
   sweep.Run(table);
-  AnalysePixels(a);
-  AnalysePixels(b);
+  AnalysePixels(a, entries);
+  AnalysePixels(b, entries);
   LabelEdges(sweep.Seeds(), rules);
   LabelContours(a);
   LabelContours(b);

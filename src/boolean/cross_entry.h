@@ -1,7 +1,7 @@
 // CrossEntry: one edge end at a hot pixel.
 //
-// After the sweep every vertex of both operands owns two entries, one for the
-// edge toward its previous and one for the edge toward its next vertex, and the
+// After the sweep every vertex that something else meets owns two entries, one for
+// the edge toward its previous and one for the edge toward its next vertex, and the
 // entries of all vertices at one grid point form a ring. The crossing analysis
 // sorts each ring counter-clockwise and takes the entries from vertices that
 // meet nothing.

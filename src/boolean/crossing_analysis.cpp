@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <vector>
 
+#include "boolean/snap_rounding.h"
 #include "polygon/area.h"
 
 namespace zelvan {
@@ -79,7 +80,12 @@ void DropAllCopies(const Entries& entries) noexcept {
   }
 }
 
-void AnalysePixel(VertexNode* v, Entries& entries) {
+void AnalysePixel(VertexNode* v, Entries& entries, EntryPool& pool) {
+  if (v->crossPrev == nullptr) {
+    if (v->prev->grid != v->next->grid) return;
+    CrossEntry* ringHead = nullptr;  // the tip of a spike
+    OnSnappedVertex(ringHead, v, pool);
+  }
   if (IsPlain(v)) {
     v->crossPrev = v->crossNext = nullptr;
     return;
@@ -93,10 +99,10 @@ void AnalysePixel(VertexNode* v, Entries& entries) {
 
 }  // namespace
 
-void AnalysePixels(Area* ring) {
+void AnalysePixels(Area* ring, EntryPool& pool) {
   Entries entries;
   ForEachContour(ring, [&](Contour* contour) {
-    ForEachVertex(contour, [&](VertexNode* v) { AnalysePixel(v, entries); });
+    ForEachVertex(contour, [&](VertexNode* v) { AnalysePixel(v, entries, pool); });
   });
 }
 

@@ -25,8 +25,9 @@ namespace zelvan {
   return 3;
 }
 
-/// Analyses the pixels of every vertex of a ring of areas, each pixel once.
+/// Analyses the pixels of every vertex of a ring of areas, each pixel once. A vertex
+/// without entries is one that no other vertex meets. Raises ERR::NOMEM.
 /// Throws std::bad_alloc.
-void AnalysePixels(Area* ring);
+void AnalysePixels(Area* ring, EntryPool& entries);
 
 }  // namespace zelvan

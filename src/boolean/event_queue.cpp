@@ -2,9 +2,9 @@
 #include "boolean/event_queue.h"
 
 #include <algorithm>
-#include <utility>
 
-#include "polygon/grid.h"
+#include "boolean/segment.h"
+#include "polygon/key_sort.h"
 
 namespace zelvan {
 
@@ -26,53 +26,78 @@ std::uint64_t Key(const SweepEvent& e) noexcept {
 }
 static_assert(GRID_MAX < 1 << 20, "a row takes bits 4 to 23 of the key");
 
-}  // namespace
-
-bool EventBefore(const SweepEvent& e1, const SweepEvent& e2) noexcept {
-  const std::uint64_t k1 = Key(e1);
-  const std::uint64_t k2 = Key(e2);
-  return k1 != k2 ? k1 < k2 : e1.seq < e2.seq;
-}
-
-namespace {
-
-bool After(const SweepEvent& e1, const SweepEvent& e2) noexcept {
-  return EventBefore(e2, e1);
+// Where the contour enters a segment.
+GridPoint StartOf(const Segment& s) noexcept {
+  return s.forward != 0 ? s.low : s.high;
 }
 
 }  // namespace
 
-void EventQueue::Fill(std::vector<SweepEvent> events) {
-  batch_ = std::move(events);
-  next_ = 0;
-  order_.clear();
-  order_.reserve(batch_.size());
-  for (const SweepEvent& e : batch_) {
-    order_.push_back({Key(e), e.seq, static_cast<std::uint32_t>(order_.size())});
+void EventQueue::Fill(std::vector<Segment>& table) {
+  table_ = &table;
+  nextVertex_ = 0;
+  const auto placeKey = [&](std::uint32_t i) {
+    const GridPoint p = StartOf(table[i]);
+    return static_cast<std::uint64_t>(p.gx + GRID_OFFSET) << kKeyBits / 2 |
+           static_cast<std::uint64_t>(p.gy + GRID_OFFSET);
+  };
+  vertices_ = SortByKey(static_cast<std::uint32_t>(table.size()), placeKey).positions;
+  LoadPlace();
+}
+
+// All that ends or starts at the next place: the segments by which the contours leave
+// its vertices, and those by which they come.
+void EventQueue::LoadPlace() {
+  ends_.clear();
+  nextEnd_ = 0;
+  const auto add = [this](std::uint32_t segment, bool starts) {
+    ends_.push_back(std::uint64_t{starts} << 32 | (2 * segment + (starts ? 0 : 1)));
+  };
+  for (; nextVertex_ < vertices_.size(); ++nextVertex_) {
+    const Segment& leaving = (*table_)[vertices_[nextVertex_]];
+    if (ends_.empty()) place_ = StartOf(leaving);
+    if (StartOf(leaving) != place_) break;
+    add(vertices_[nextVertex_], leaving.forward != 0);
+    add(leaving.before, (*table_)[leaving.before].forward == 0);
   }
-  std::sort(order_.begin(), order_.end(), [](const Place& a, const Place& b) {
-    return a.key != b.key ? a.key < b.key : a.seq < b.seq;
-  });
+  std::sort(ends_.begin(), ends_.end());
+  LoadEnd();
+}
+
+void EventQueue::LoadEnd() {
+  if (nextEnd_ == ends_.size()) {
+    if (nextVertex_ < vertices_.size()) return LoadPlace();
+    endKey_ = kNoKey;
+    return;
+  }
+  const auto seq = static_cast<std::uint32_t>(ends_[nextEnd_]);
+  end_ = {seq % 2 == 0 ? EVENT_START : EVENT_END,
+          seq,
+          place_.gx,
+          place_.gy,
+          table_->data() + seq / 2,
+          nullptr};
+  endKey_ = Key(end_);
+}
+
+bool EventQueue::IsLater(const Pending& a, const Pending& b) noexcept {
+  return a.key != b.key ? a.key > b.key : a.event.seq > b.event.seq;
 }
 
 void EventQueue::Insert(const SweepEvent& event) {
-  heap_.push_back(event);
-  std::push_heap(heap_.begin(), heap_.end(), After);
+  heap_.push_back({Key(event), event});
+  std::push_heap(heap_.begin(), heap_.end(), IsLater);
 }
 
-bool EventQueue::MinIsInBatch() const noexcept {
-  if (heap_.empty()) return true;
-  return next_ < order_.size() && EventBefore(batch_[order_[next_].index], heap_.front());
-}
-
-const SweepEvent& EventQueue::Min() const noexcept {
-  return MinIsInBatch() ? batch_[order_[next_].index] : heap_.front();
-}
-
-SweepEvent EventQueue::PopMin() noexcept {
-  if (MinIsInBatch()) return batch_[order_[next_++].index];
-  std::pop_heap(heap_.begin(), heap_.end(), After);
-  const SweepEvent event = heap_.back();
+SweepEvent EventQueue::PopMin() {
+  if (EndIsFirst()) {
+    const SweepEvent event = end_;
+    ++nextEnd_;
+    LoadEnd();
+    return event;
+  }
+  std::pop_heap(heap_.begin(), heap_.end(), IsLater);
+  const SweepEvent event = heap_.back().event;
   heap_.pop_back();
   return event;
 }

@@ -9,7 +9,10 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <vector>
+
+#include "polygon/grid.h"
 
 namespace zelvan {
 
@@ -37,40 +40,53 @@ struct SweepEvent {
   return EVENT_CROSS | bits(xSign) << 2 | bits(ySign) << 4;
 }
 
-/// Does e1 come before e2?
-[[nodiscard]] bool EventBefore(const SweepEvent& e1, const SweepEvent& e2) noexcept;
-
-/// A batch of events that are known at the start, sorted once, and a binary heap
-/// of those that come later. Throws std::bad_alloc.
+/// The starts and ends of segments, sorted once, and a binary heap of the events that
+/// come later. Throws std::bad_alloc.
 class EventQueue {
  public:
-  /// Takes over the first events, in any order; the queue must be empty.
-  void Fill(std::vector<SweepEvent> events);
+  /// The start and the end of every segment of a table, which must stay in place; they
+  /// are numbered in table order from 0. Contours are closed in the table. The queue
+  /// must be empty.
+  void Fill(std::vector<Segment>& table);
 
   void Insert(const SweepEvent& event);
 
   /// The smallest event; the queue must not be empty.
-  [[nodiscard]] const SweepEvent& Min() const noexcept;
+  [[nodiscard]] const SweepEvent& Min() const noexcept {
+    return EndIsFirst() ? end_ : heap_.front().event;
+  }
 
   /// Removes the smallest event and returns it.
-  SweepEvent PopMin() noexcept;
+  SweepEvent PopMin();
 
-  [[nodiscard]] bool Empty() const noexcept { return next_ == order_.size() && heap_.empty(); }
+  [[nodiscard]] bool Empty() const noexcept { return endKey_ == kNoKey && heap_.empty(); }
 
  private:
-  // An event's place in the order, and where it stands in the batch.
-  struct Place {
+  struct Pending {
     std::uint64_t key;
-    std::uint32_t seq;
-    std::uint32_t index;
+    SweepEvent event;
   };
 
-  [[nodiscard]] bool MinIsInBatch() const noexcept;
+  [[nodiscard]] bool EndIsFirst() const noexcept {
+    return heap_.empty() || endKey_ < heap_.front().key;
+  }
+  static bool IsLater(const Pending& a, const Pending& b) noexcept;
+  void LoadPlace();
+  void LoadEnd();
 
-  std::vector<SweepEvent> batch_;
-  std::vector<Place> order_;
-  std::size_t next_ = 0;  // order_[next_...] is still pending
-  std::vector<SweepEvent> heap_;
+  static constexpr std::uint64_t kNoKey = std::numeric_limits<std::uint64_t>::max();
+
+  std::vector<Segment>* table_ = nullptr;
+  // Vertices by their places, each named by the segment by which its contour leaves it.
+  std::vector<std::uint32_t> vertices_;
+  std::size_t nextVertex_ = 0;  // vertices_[nextVertex_...] is still pending
+  // The ends and starts at the place before it: numbers, and above them the kind.
+  GridPoint place_{};
+  std::vector<std::uint64_t> ends_;
+  std::size_t nextEnd_ = 0;
+  SweepEvent end_{};               // the event of ends_[nextEnd_]
+  std::uint64_t endKey_ = kNoKey;  // and its key among all events
+  std::vector<Pending> heap_;
 };
 
 }  // namespace zelvan

@@ -35,7 +35,7 @@ class AreaSearch {
   /// The area of each hole, newest hole first, null where there is none.
   std::vector<Area*> Run() {
     EventQueue queue;
-    queue.Fill(EndEvents(table_));
+    queue.Fill(table_);
     StatusList status;
     GridPoint place{GRID_MAX, GRID_MAX};  // of the last start, and the area left of it
     Area* around = nullptr;

@@ -193,9 +193,9 @@ void LabelEdges(const std::vector<Seed>& seeds, FillRules rules) {
 
 void LabelContours(Area* ring) noexcept {
   ForEachContour(ring, [](Contour* contour) {
-    bool crossed = false;
-    ForEachVertex(contour, [&](const VertexNode* v) { crossed |= v->crossNext != nullptr; });
-    if (crossed) {
+    const VertexNode* v = contour->head;
+    while (v->crossNext == nullptr && v->next != contour->head) v = v->next;
+    if (v->crossNext != nullptr) {
       SetLabel(contour, CONTOUR_CROSSED);
     } else if (LabelOf(contour->head) != LABEL_DROPPED) {
       SetLabel(contour, LabelOf(contour->head) == LABEL_INSIDE ? CONTOUR_INSIDE : CONTOUR_OUTSIDE);

@@ -51,8 +51,7 @@ bool DropRepeats(Contour* contour) noexcept {
   for (VertexNode* v = head->next; v != head;) {
     VertexNode* const next = v->next;
     if (v->grid == v->prev->grid || (next == head && v->grid == head->grid)) {
-      UnlinkAndFree(v);
-      --contour->count;
+      RemoveVertex(contour, v);
     }
     v = next;
   }
@@ -62,19 +61,17 @@ bool DropRepeats(Contour* contour) noexcept {
 }  // namespace
 
 Contour* CopyContour(const Contour* contour, bool link) {
-  Contour* copy = nullptr;
-  try {
-    ForEachVertex(contour, [&](VertexNode* v) {
-      AppendVertex(copy, v->grid);
-      if (!link) return;
-      v->copy = copy->head->prev;
-      v->copy->copy = v;
-    });
-  } catch (...) {
-    FreeContour(copy);
-    throw;
-  }
-  copy->count = contour->count;
+  Contour* copy = NewContourInBlock(contour->count);
+  if (copy == nullptr) ERR::Raise(ERR::NOMEM);
+  VertexNode* twin = copy->head;
+  ForEachVertex(contour, [&](VertexNode* v) {
+    twin->grid = v->grid;
+    if (link) {
+      v->copy = twin;
+      twin->copy = v;
+    }
+    twin = twin->next;
+  });
   copy->flags = contour->flags;
   copy->gridBox = contour->gridBox;
   return copy;
@@ -120,9 +117,7 @@ void MarkOperand(Area* ring, bool isFirst) noexcept {
 
 std::size_t CountVertices(const Area* ring) noexcept {
   std::size_t count = 0;
-  ForEachContour(ring, [&](const Contour* contour) {
-    ForEachVertex(contour, [&](const VertexNode* /*v*/) { ++count; });
-  });
+  ForEachContour(ring, [&](const Contour* contour) { count += contour->count; });
   return count;
 }
 

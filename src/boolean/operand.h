@@ -33,7 +33,7 @@ namespace zelvan {
 /// every edge unknown and of operand A or B, no entries.
 void MarkOperand(Area* ring, bool isFirst) noexcept;
 
-/// Number of vertices of a ring of areas, by walking them; 0 for a null ring.
+/// Number of vertices of a ring of areas; 0 for a null ring.
 [[nodiscard]] std::size_t CountVertices(const Area* ring) noexcept;
 
 }  // namespace zelvan

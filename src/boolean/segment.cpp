@@ -18,37 +18,29 @@ void FillSegments(SegmentTable& table, const Area* ring) {
 }
 
 void FillSegments(SegmentTable& table, const Contour* contour) {
+  const std::size_t first = table.size();
   ForEachVertex(contour, [&](VertexNode* v) {
     const bool forward = ComesFirst(v->grid, v->next->grid);
     Segment s{};
     s.lower = forward ? v : v->next;
     s.upper = forward ? v->next : v;
+    s.low = s.lower->grid;
+    s.high = s.upper->grid;
     s.forward = forward ? 1 : 0;
+    s.before = static_cast<std::uint32_t>(table.size() - 1);
     table.push_back(s);
   });
-}
-
-std::vector<SweepEvent> EndEvents(SegmentTable& table) {
-  std::vector<SweepEvent> events;
-  events.reserve(2 * table.size());
-  std::uint32_t seq = 0;
-  for (Segment& s : table) {
-    const GridPoint a = s.lower->grid;
-    const GridPoint b = s.upper->grid;
-    events.push_back({EVENT_START, seq++, a.gx, a.gy, &s, nullptr});
-    events.push_back({EVENT_END, seq++, b.gx, b.gy, &s, nullptr});
-  }
-  return events;
+  table[first].before = static_cast<std::uint32_t>(table.size() - 1);
 }
 
 bool IsAbove(const Segment* s, const Segment* t) noexcept {
-  const GridPoint a = t->lower->grid;
-  const GridPoint b = t->upper->grid;
-  const GridPoint p = s->lower->grid;
+  const GridPoint a = t->low;
+  const GridPoint b = t->high;
+  const GridPoint p = s->low;
   if (a.gx == b.gx) return p.gy >= b.gy;
   const std::int64_t side = Cross(a, b, p);
   if (side != 0) return side > 0;
-  return Cross(a, b, s->upper->grid) > 0;
+  return Cross(a, b, s->high) > 0;
 }
 
 }  // namespace zelvan

@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <vector>
 
-#include "boolean/event_queue.h"
 #include "polygon/records.h"
 
 namespace zelvan {
@@ -14,9 +13,12 @@ struct StatusNode;
 struct Segment {
   VertexNode* lower;  ///< the end that comes first in (x, then y) order
   VertexNode* upper;
+  GridPoint low;         ///< where `lower` is, next to all else that a search reads
+  GridPoint high;        ///< where `upper` is
   Segment* above;        ///< next segment upward in the status list
   Segment* below;        ///< next segment downward
   StatusNode* node;      ///< place in the list's index while active
+  std::uint32_t before;  ///< number in the table of the contour's segment before this one
   std::uint8_t forward;  ///< 1 when the contour runs from lower to upper
 };
 
@@ -26,9 +28,6 @@ using SegmentTable = std::vector<Segment>;
 /// contours in list order, edges from each contour's head. Throws std::bad_alloc.
 void FillSegments(SegmentTable& table, const Area* ring);
 void FillSegments(SegmentTable& table, const Contour* contour);
-
-/// The start and the end of every segment, numbered in table order from 0.
-[[nodiscard]] std::vector<SweepEvent> EndEvents(SegmentTable& table);
 
 /// Where a new segment s goes in the status list: true when it lies above the
 /// listed segment t, decided at s's lower end and, on t's line, by the slope. A

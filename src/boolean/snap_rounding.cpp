@@ -31,15 +31,15 @@ void LinkBefore(CrossEntry* place, CrossEntry* e) noexcept {
 }  // namespace
 
 std::int32_t YAt(const Segment* s, std::int32_t twiceX) noexcept {
-  const GridPoint a = s->lower->grid;
-  const std::int64_t twiceDx = 2 * (s->upper->grid.gx - a.gx);
-  const std::int64_t dy = s->upper->grid.gy - a.gy;
+  const GridPoint a = s->low;
+  const std::int64_t twiceDx = 2 * (s->high.gx - a.gx);
+  const std::int64_t dy = s->high.gy - a.gy;
   return RoundRatio(a.gy * twiceDx + (twiceX - 2 * a.gx) * dy, twiceDx).value;
 }
 
 RowSpan SpanInColumn(const Segment* s, std::int32_t x) noexcept {
-  const GridPoint a = s->lower->grid;
-  const GridPoint b = s->upper->grid;
+  const GridPoint a = s->low;
+  const GridPoint b = s->high;
   return {a.gx == x ? a.gy : YAt(s, 2 * x - 1), b.gx == x ? b.gy : YAt(s, 2 * x + 1)};
 }
 
@@ -57,6 +57,77 @@ void OnSnappedVertex(CrossEntry*& ringHead, VertexNode* vertex, EntryPool& pool)
   LinkBefore(toNext, toPrev);
   vertex->crossPrev = toPrev;
   vertex->crossNext = toNext;
+}
+
+namespace {
+
+// Does the part of s within the column that ends at twiceX / 2, or that starts there,
+// pass below or above the whole pixel of p, without taking one of its heights? Decided
+// there, for a part that also passes p's abscissa, or its own end, on the same side.
+bool IsBelowPixel(const Segment* s, std::int64_t twiceX, GridPoint p) noexcept {
+  const GridPoint a = s->low;
+  const std::int64_t dx = s->high.gx - a.gx;
+  const std::int64_t dy = s->high.gy - a.gy;
+  return (twiceX - 2 * a.gx) * dy < (2 * (p.gy - a.gy) - 1) * dx;
+}
+
+bool IsAbovePixel(const Segment* s, std::int64_t twiceX, GridPoint p) noexcept {
+  const GridPoint a = s->low;
+  const std::int64_t dx = s->high.gx - a.gx;
+  const std::int64_t dy = s->high.gy - a.gy;
+  return (twiceX - 2 * a.gx) * dy >= (2 * (p.gy - a.gy) + 1) * dx;
+}
+
+// A segment of a column's start or end event reaches into half of the strip.
+bool MissesPixel(const SweepEvent& own, GridPoint p) noexcept {
+  if (own.first->low.gx == own.first->high.gx) return false;
+  const std::int64_t twiceX = 2 * std::int64_t{p.gx} + (own.Kind() == EVENT_START ? 1 : -1);
+  return own.y < p.gy ? IsBelowPixel(own.first, twiceX, p) : IsAbovePixel(own.first, twiceX, p);
+}
+
+// A segment that neither starts nor ends in the column spans the strip.
+bool SpanningMissesPixel(const Segment* s, GridPoint p) noexcept {
+  const std::int64_t left = 2 * std::int64_t{p.gx} - 1;
+  const std::int64_t right = left + 2;
+  return (IsBelowPixel(s, left, p) && IsBelowPixel(s, right, p)) ||
+         (IsAbovePixel(s, left, p) && IsAbovePixel(s, right, p));
+}
+
+}  // namespace
+
+// Is each place of the column one vertex, whose pixel no other segment meets? Looks at
+// neighbours only: where the segments of each place miss the pixels of the places next
+// to it, they miss all others, because on the way there they would take every height
+// between. And where the nearest spanning segment misses a pixel, so do those beyond.
+bool Sweep::NothingMeets() const {
+  if (column_.size() % 2 != 0) return false;
+  const auto vertexOf = [](const SweepEvent& e) {
+    return e.Kind() == EVENT_START ? e.first->lower : e.first->upper;
+  };
+  const auto missesItsPixel = [&](const Segment* s, GridPoint p) {
+    if (status_.IsEnd(s) || s->low.gx == p.gx || s->high.gx == p.gx) return true;
+    return SpanningMissesPixel(s, p);
+  };
+  for (std::size_t i = 0; i < column_.size(); i += 2) {
+    const SweepEvent& e = column_[i];
+    const SweepEvent& f = column_[i + 1];
+    if (e.Kind() == EVENT_CROSS || f.Kind() == EVENT_CROSS || vertexOf(e) != vertexOf(f)) {
+      return false;
+    }
+    const GridPoint p{e.x, e.y};
+    for (const Segment* s : {e.first, f.first}) {
+      if (!missesItsPixel(s->below, p) || !missesItsPixel(s->above, p)) return false;
+    }
+    if (i == 0) continue;
+    const SweepEvent& c = column_[i - 2];
+    const SweepEvent& d = column_[i - 1];
+    const GridPoint before{c.x, c.y};
+    if (before == p || !MissesPixel(e, before) || !MissesPixel(f, before) || !MissesPixel(c, p) ||
+        !MissesPixel(d, p)) {
+      return false;
+    }
+  }
+  return true;
 }
 
 void Sweep::SnapColumn(std::int32_t x) {
@@ -108,7 +179,7 @@ void Sweep::CollectNearRow(std::int32_t x, std::int32_t y) {
     const bool meets =
         std::min(span.enter, span.leave) <= y && y <= std::max(span.enter, span.leave);
     if (meets) candidates_.push_back(s);
-    return meets || s->lower->grid.gx == x;
+    return meets || s->low.gx == x;
   };
   Segment* const place = status_.FirstNot([&](const Segment* t) { return YAt(t, 2 * x + 1) < y; });
   for (Segment* s = place; !status_.IsEnd(s) && visit(s); s = s->above) continue;
@@ -135,9 +206,9 @@ void Sweep::SplitAtRows(Segment* s, std::int32_t x) {
 void Sweep::SplitAt(Segment* s, HotRow& row, std::int32_t x) {
   const GridPoint centre{x, row.y};
   VertexNode* vertex;
-  if (s->lower->grid == centre) {
+  if (s->low == centre) {
     vertex = s->lower;
-  } else if (s->upper->grid == centre) {
+  } else if (s->high == centre) {
     vertex = s->upper;
   } else {
     vertex = NewVertex(centre);

@@ -30,7 +30,7 @@ class Look {
  public:
   bool Through(SegmentTable& table) {
     EventQueue queue;
-    queue.Fill(EndEvents(table));
+    queue.Fill(table);
     while (!queue.Empty()) {
       const SweepEvent event = queue.PopMin();
       place_ = {event.x, event.y};

@@ -73,6 +73,16 @@ void StatusList::Remove(Segment* s) noexcept {
   s->node = nullptr;
 }
 
+void StatusList::Replace(Segment* s, Segment* t) noexcept {
+  t->below = s->below;
+  t->above = s->above;
+  t->below->above = t;
+  t->above->below = t;
+  t->node = s->node;
+  t->node->segment = t;
+  s->node = nullptr;
+}
+
 void StatusList::Swap(Segment* first, Segment* second) noexcept {
   Segment* lower = first->below;
   Segment* upper = second->above;

@@ -58,6 +58,10 @@ class StatusList {
 
   void Remove(Segment* s) noexcept;
 
+  /// Puts t, which goes on from the upper end of s in the same contour, in the place
+  /// of s.
+  void Replace(Segment* s, Segment* t) noexcept;
+
   /// Swaps two neighbours, `first` directly below `second`.
   void Swap(Segment* first, Segment* second) noexcept;
 

@@ -6,18 +6,42 @@
 namespace zelvan {
 
 void Sweep::Run(SegmentTable& table) {
-  queue_.Fill(EndEvents(table));
+  queue_.Fill(table);
   sequence_ = static_cast<std::uint32_t>(2 * table.size());
   while (!queue_.Empty()) {
     const std::int32_t x = queue_.Min().x;
     column_.clear();
-    while (!queue_.Empty() && queue_.Min().x == x) {
-      column_.push_back(queue_.PopMin());
-      Handle(column_.back());
-    }
+    while (!queue_.Empty() && queue_.Min().x == x) HandleNext();
     eventCount_ += column_.size();
-    SnapColumn(x);
+    if (search_ == ColumnSearch::kEverySegment || !NothingMeets()) SnapColumn(x);
   }
+}
+
+void Sweep::HandleNext() {
+  column_.push_back(queue_.PopMin());
+  const SweepEvent& event = column_.back();
+  if (event.Kind() == EVENT_END && !queue_.Empty()) {
+    const SweepEvent& next = queue_.Min();
+    if (next.Kind() == EVENT_START && next.first->lower == event.first->upper &&
+        GoesOn(event.first, next.first)) {
+      column_.push_back(queue_.PopMin());
+      return;
+    }
+  }
+  Handle(event);
+}
+
+// Where t goes on from s and nothing else is at that place, t takes the place of s.
+bool Sweep::GoesOn(Segment* s, Segment* t) {
+  const GridPoint p = t->low;
+  const auto side = [p](const Segment* u) { return zelvan::Cross(u->low, u->high, p); };
+  if (!status_.IsEnd(s->below) && side(s->below) <= 0) return false;
+  if (!status_.IsEnd(s->above) && side(s->above) >= 0) return false;
+  status_.Replace(s, t);
+  lastPlace_ = p;
+  CheckPair(t, t->above);
+  CheckPair(t->below, t);
+  return true;
 }
 
 void Sweep::Handle(const SweepEvent& event) {
@@ -26,6 +50,7 @@ void Sweep::Handle(const SweepEvent& event) {
       Segment* below = event.first->below;
       Segment* above = event.first->above;
       status_.Remove(event.first);
+      lastPlace_ = event.first->high;
       CheckPair(below, above);
       break;
     }
@@ -55,10 +80,10 @@ void Sweep::Cross(Segment* first, Segment* second) {
 // Queues the crossing of a with b directly above it, where there is one to come.
 void Sweep::CheckPair(Segment* a, Segment* b) {
   if (status_.IsEnd(a) || status_.IsEnd(b)) return;
-  const GridPoint a0 = a->lower->grid;
-  const GridPoint a1 = a->upper->grid;
-  const GridPoint b0 = b->lower->grid;
-  const GridPoint b1 = b->upper->grid;
+  const GridPoint a0 = a->low;
+  const GridPoint a1 = a->high;
+  const GridPoint b0 = b->low;
+  const GridPoint b1 = b->high;
   const std::int64_t converge =
       std::int64_t{b1.gx - b0.gx} * (a1.gy - a0.gy) - std::int64_t{b1.gy - b0.gy} * (a1.gx - a0.gx);
   if (converge <= 0) return;
@@ -69,9 +94,11 @@ void Sweep::CheckPair(Segment* a, Segment* b) {
   queue_.Insert({CrossFlags(x.sign, y.sign), sequence_++, x.value, y.value, a, b});
 }
 
-// Only the first segment that starts at a place sees nothing of that place below it.
+// Only the first segment that starts at a place sees nothing of that place below it;
+// and where one ends, all that meets there hangs together with an earlier start.
 void Sweep::RecordSeed(const Segment* s) {
-  if (!seeds_.empty() && seeds_.back().vertex->grid == s->lower->grid) return;
+  if (lastPlace_ == s->low) return;
+  lastPlace_ = s->low;
   seeds_.push_back({s->lower, status_.WindingBelow(s)});
 }
 

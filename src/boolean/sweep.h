@@ -31,8 +31,8 @@ struct HotRow {
   CrossEntry* entries;  ///< head of the pixel's ring, null until the first vertex arrives
 };
 
-/// Where segments start: one vertex there, and the winding numbers of the point
-/// just left of it, summed over the segments below.
+/// Where segments start and none end: one vertex there, and the winding numbers of the
+/// point just left of it, summed over the segments below.
 struct Seed {
   VertexNode* vertex;
   Winding winding;
@@ -49,10 +49,11 @@ class Sweep {
       : entries_(entries), search_(search) {}
 
   /// Splits the rings that the table was filled from and gives every vertex its
-  /// entries. Raises ERR::NOMEM or throws std::bad_alloc; the rings stay whole.
+  /// entries, but for vertices that nothing else meets, which may have none. Raises ERR::NOMEM or
+  /// throws std::bad_alloc; the rings stay whole.
   void Run(SegmentTable& table);
 
-  /// One seed for each place where segments start, in (x, then y) order.
+  /// One seed for each place where segments start and none end, in (x, then y) order.
   [[nodiscard]] const std::vector<Seed>& Seeds() const noexcept { return seeds_; }
 
   /// Number of events handled, for the bounds in the tests.
@@ -60,13 +61,16 @@ class Sweep {
   [[nodiscard]] std::uint64_t CrossingCount() const noexcept { return crossingCount_; }
 
  private:
+  void HandleNext();
   void Handle(const SweepEvent& event);
   void Start(Segment* s);
+  bool GoesOn(Segment* s, Segment* t);
   void Cross(Segment* first, Segment* second);
   void CheckPair(Segment* a, Segment* b);
   void RecordSeed(const Segment* s);
 
   // snap_rounding.cpp
+  [[nodiscard]] bool NothingMeets() const;
   void SnapColumn(std::int32_t x);
   void CollectRows();
   void CollectCandidates(std::int32_t x);
@@ -81,6 +85,7 @@ class Sweep {
   StatusList status_;
   std::uint32_t sequence_ = 0;
   std::vector<Seed> seeds_;
+  GridPoint lastPlace_{GRID_MAX, GRID_MAX};  // at which a segment started or ended
   std::uint64_t eventCount_ = 0;
   std::uint64_t crossingCount_ = 0;
 

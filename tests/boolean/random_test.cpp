@@ -238,9 +238,9 @@ TEST(BooleanRandom, LawsHoldOnManyRings) {
     const oracle::Rules turned{rules[1], rules[0]};
     const oracle::Rules regions{};
     const std::int64_t n = Scaled(800);
-    Rings tangle = fixtures::Mess(random, 1000000, 30, {});
+    Rings tangle = fixtures::Mess(random, 500000, 30, {});
     const Areas wildA{tangle};
-    const Areas wildB{fixtures::Mess(random, 1000000, 30, tangle)};
+    const Areas wildB{fixtures::Mess(random, 500000, 30, tangle)};
     EXPECT_EQ(EdgesOf(Combined(wildA, wildB, 0, &rules)),
               EdgesOf(Combined(wildB, wildA, 0, &turned)));
 
