@@ -295,7 +295,8 @@ TEST(Guarantee, FailureLeavesNothingBehind) {
   Random random(12);
   const Xyz star = RandomStar(random, 24, 1e3);
   const Xyz added = {-900, -700, 0, 2000, -600, 0, 0, 800, 0};
-  const Xyz removed = {-50, -40, 0, 50, -40, 0, 60, 60, 0, 0, -40, 0, -60, 60, 0};  // touches itself
+  // Touches itself.
+  const Xyz removed = {-50, -40, 0, 50, -40, 0, 60, 60, 0, 0, -40, 0, -60, 60, 0};
   const auto session = [&] {
     int done = SetMain(star) + AddHole(added) + Union() + AddHole(removed);
     done += Substruct();
