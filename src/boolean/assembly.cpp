@@ -54,6 +54,7 @@ Step WalkEdge(Step at, BoolOp op) noexcept {
 // Every step uses up one edge, so a trace is no longer than there are edges.
 OwnedContour TraceContour(Step at, BoolOp op) {
   std::vector<GridPoint> points;
+  points.reserve(32);  // most contours have no more
   do {
     points.push_back(at.vertex->grid);
     MarkVisited(at.Holder());

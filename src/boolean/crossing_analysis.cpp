@@ -44,6 +44,19 @@ void Gather(CrossEntry* start, Entries& entries) {
   } while (e != start);
 }
 
+// Equal ones keep their order. Few, as at most pixels, are put in their places one by
+// one, which takes no buffer.
+void SortByAngle(Entries& entries) {
+  constexpr std::size_t kFew = 16;
+  if (entries.size() > kFew) {
+    std::stable_sort(entries.begin(), entries.end(), AngleBefore);
+    return;
+  }
+  for (auto e = entries.begin(); e != entries.end(); ++e) {
+    std::rotate(std::upper_bound(entries.begin(), e, *e, AngleBefore), e, e + 1);
+  }
+}
+
 void CloseRing(const Entries& entries) noexcept {
   CrossEntry* last = entries.back();
   for (CrossEntry* e : entries) {
@@ -92,7 +105,7 @@ void AnalysePixel(VertexNode* v, Entries& entries, EntryPool& pool) {
   }
   if ((v->crossPrev->flags & SORTED) != 0) return;
   Gather(v->crossPrev, entries);
-  std::stable_sort(entries.begin(), entries.end(), AngleBefore);
+  SortByAngle(entries);
   DropAllCopies(entries);
   CloseRing(entries);
 }

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -38,9 +39,10 @@ std::vector<std::uint32_t> FromTheLeft(const PointList& list) {
                         : 0;
   });
   for (const KeyOrder::Run& run : order.equal) {
-    std::sort(
-        order.positions.begin() + run.begin, order.positions.begin() + run.end,
-        [&](std::uint32_t i, std::uint32_t j) { return Before(Planar(list[i]), Planar(list[j])); });
+    const auto column = std::span(order.positions).subspan(run.begin, run.end - run.begin);
+    std::sort(column.begin(), column.end(), [&](std::uint32_t i, std::uint32_t j) {
+      return Before(Planar(list[i]), Planar(list[j]));
+    });
   }
   return std::move(order.positions);
 }

@@ -77,7 +77,7 @@ inline constexpr std::size_t kBuckets = std::size_t{1} << kDigitBits;
 
 template <class Entry>
 std::size_t DigitOf(const Entry& entry, std::size_t digit) noexcept {
-  return (entry.key() >> (digit * kDigitBits)) & (kBuckets - 1);
+  return static_cast<std::size_t>(entry.key() >> (digit * kDigitBits)) & (kBuckets - 1);
 }
 
 // From the lowest byte to the highest; each pass keeps the order of equals.

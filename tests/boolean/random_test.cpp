@@ -237,7 +237,7 @@ TEST(BooleanRandom, LawsHoldOnManyRings) {
     const oracle::Rules rules{oracle::Rule(seed % 4), oracle::Rule(seed / 4)};
     const oracle::Rules turned{rules[1], rules[0]};
     const oracle::Rules regions{};
-    const std::int64_t n = Scaled(800);
+    const std::int64_t n = 200 + Scaled(600);
     Rings tangle = fixtures::Mess(random, 500000, 30, {});
     const Areas wildA{tangle};
     const Areas wildB{fixtures::Mess(random, 500000, 30, tangle)};
