@@ -150,7 +150,10 @@ Xyz FinerThanTheGrid(Random& random) {
       }
       break;
     }
-    case 2:  // contacts in doubles already
+    case 2:  // contacts in doubles already; some go round twice
+      for (const int corner : {0, 1, 3, 2, 0}) {
+        if (n % 2 == 0) add(5 * (corner % 2), 5 * (corner / 2));
+      }
       for (std::uint32_t i = 0; i < 3 + n % 7; ++i) add(random.Below(6), random.Below(6));
       break;
     default: {  // a band rolled up tight
