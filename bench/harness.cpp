@@ -3,164 +3,165 @@
 #include <poll.h>
 #include <signal.h>
 #include <sys/wait.h>
+#include <time.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <chrono>
+#include <cmath>
 #include <cstdio>
-#include <ctime>
+#include <cstdlib>
 #include <exception>
-#include <sstream>
-#include <string>
+#include <stdexcept>
 #include <vector>
 
 namespace bench {
 namespace {
 
-constexpr std::size_t kLeastRuns = 5;
-constexpr double kLeastTotal = 50;  // ms: short runs are repeated for as long
+using Clock = std::chrono::steady_clock;
 
-struct Result {
-  std::string status = "ok";
-  std::vector<double> times;
-  double area = 0;
-  double peak = 0;
-};
+constexpr double kLongRun = 2.0;  // seconds; a run so long is not repeated
+constexpr int kRefused = 3;       // exit status of a child
 
-// The child's side: each finding is a line in the pipe as soon as it is there.
-void Work(Job& job, std::FILE* findings, double totalLimit) {
-  const auto tell = [findings](const char* what, double value) {
-    std::fprintf(findings, "%s %.17g\n", what, value);
-    std::fflush(findings);
-  };
-  double total = 0;
-  for (std::size_t runs = 0; runs < kLeastRuns || total < kLeastTotal; ++runs) {
-    if (total > totalLimit) break;
-    const double ms = job.Milliseconds();
-    total += ms;
-    tell("ms", ms);
-  }
-  tell("area", job.Area());
-  tell("peak", static_cast<double>(job.PeakBytes()));
+double CpuSeconds() {
+  timespec now{};
+  clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
+  return static_cast<double>(now.tv_sec) + 1e-9 * static_cast<double>(now.tv_nsec);
 }
 
-[[noreturn]] void Child(int pipe, const std::function<std::unique_ptr<Job>()>& make,
-                        double totalLimit) {
-  setpgid(0, 0);
-  std::FILE* findings = fdopen(pipe, "w");
+double Median(std::vector<double> values) {
+  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+  std::nth_element(values.begin(), middle, values.end());
+  return *middle;
+}
+
+/// One run in seconds. The answer's area is added to `area`, where it is wanted.
+double TimedRun(const Job& job, double* area) {
+  double seconds = 0.0;
+  for (std::size_t part = 0; part < job.parts; ++part) {
+    if (job.prepare) job.prepare(part);
+    const double start = CpuSeconds();
+    job.work(part);
+    seconds += CpuSeconds() - start;
+    if (area != nullptr) *area += job.area(part);
+  }
+  return seconds;
+}
+
+/// The times of a job's runs. None is begun that would end in the limit's second half:
+/// that is left to a busy machine, and to the run that counts memory.
+std::vector<double> TimedRuns(const Job& job, const Limits& limits, double& area) {
+  const auto start = Clock::now();
+  const auto end = start + std::chrono::duration<double>(limits.entry / 2);
+  std::vector<double> runs{TimedRun(job, &area)};
+  double total = runs.front();
+  while (runs.front() < kLongRun && (runs.size() < 5 || total < limits.runs) &&
+         Clock::now() + (Clock::now() - start) / runs.size() < end) {
+    runs.push_back(TimedRun(job, nullptr));
+    total += runs.back();
+  }
+  return runs;
+}
+
+[[noreturn]] void RunChild(const Job& job, const Limits& limits, int out) {
   try {
-    Work(*make(), findings, totalLimit);
-  } catch (const std::exception& error) {
-    std::fprintf(stderr, "  %s\n", error.what());
-    _exit(1);
+    double area = 0.0;
+    const std::vector<double> runs = TimedRuns(job, limits, area);
+    const double bytes = job.peakBytes ? job.peakBytes() : 0.0;
+    dprintf(out, "%.9g %zu %.17g %.17g\n", 1e3 * Median(runs), runs.size(), area, bytes);
+  } catch (const std::exception& problem) {
+    std::fprintf(stderr, "%s\n", problem.what());
+    _exit(kRefused);
   }
   _exit(0);
 }
 
-void Note(Result& result, const std::string& line) {
-  std::istringstream in(line);
-  std::string what;
-  double value = 0;
-  in >> what >> value;
-  if (what == "ms") result.times.push_back(value);
-  if (what == "area") result.area = value;
-  if (what == "peak") result.peak = value;
-}
-
-// Reads findings until the child ends, or is silent for longer than the limit.
-bool Listen(int pipe, double limit, Result& result) {
+/// The line that the child writes, or nothing when it writes none in time.
+std::string ReadLine(int in, double seconds) {
+  const auto end = Clock::now() + std::chrono::duration<double>(seconds);
   std::string line;
   for (;;) {
-    pollfd waiting{pipe, POLLIN, 0};
-    if (poll(&waiting, 1, static_cast<int>(1000 * limit)) <= 0) return false;
-    char bytes[4096];
-    const ssize_t count = read(pipe, bytes, sizeof bytes);
-    if (count <= 0) return true;
-    for (ssize_t i = 0; i < count; ++i) {
-      if (bytes[i] != '\n') {
-        line += bytes[i];
-        continue;
-      }
-      Note(result, line);
-      line.clear();
-    }
+    const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(end - Clock::now());
+    pollfd waiting{in, POLLIN, 0};
+    if (left.count() <= 0 || poll(&waiting, 1, static_cast<int>(left.count())) == 0) return "";
+    char buffer[256];
+    const ssize_t got = read(in, buffer, sizeof buffer);
+    if (got <= 0) return line.empty() ? "end" : line;
+    line.append(buffer, static_cast<std::size_t>(got));
   }
 }
 
-Result RunChild(const std::function<std::unique_ptr<Job>()>& make, double limit) {
-  Result result;
+Outcome InChild(const std::function<void(int)>& run, const Limits& limits) {
   int ends[2];
-  if (pipe(ends) != 0) return {"crashed", {}, 0, 0};
+  if (pipe(ends) != 0) throw std::runtime_error("no pipe");
+  std::fflush(stdout);
   const pid_t child = fork();
+  if (child < 0) throw std::runtime_error("no child process");
   if (child == 0) {
     close(ends[0]);
-    Child(ends[1], make, 600 * limit);
+    run(ends[1]);
+    _exit(127);
   }
   close(ends[1]);
-  const bool ended = child > 0 && Listen(ends[0], limit, result);
+  const std::string line = ReadLine(ends[0], limits.entry);
   close(ends[0]);
-  if (child < 0) return {"crashed", {}, 0, 0};
-  if (!ended) {
-    kill(child, SIGKILL);
-    kill(-child, SIGKILL);  // and what it started
-  }
+  if (line.empty()) kill(child, SIGKILL);
   int status = 0;
   waitpid(child, &status, 0);
-  if (!ended) {
-    result.status = "limit";
-  } else if (WIFSIGNALED(status)) {
-    result.status = "crashed";
-  } else if (WEXITSTATUS(status) != 0) {
-    result.status = "refused";
-  }
-  return result;
-}
 
-double Median(std::vector<double> times) {
-  if (times.empty()) return 0;
-  std::sort(times.begin(), times.end());
-  const std::size_t middle = times.size() / 2;
-  return times.size() % 2 == 1 ? times[middle] : (times[middle - 1] + times[middle]) / 2;
+  Outcome outcome;
+  if (line.empty()) {
+    outcome.status = "limit";
+    outcome.ms = 1e3 * limits.entry;
+  } else if (std::sscanf(line.c_str(), "%lf %d %lf %lf", &outcome.ms, &outcome.runs, &outcome.area,
+                         &outcome.bytes) < 3) {
+    const bool refused = WIFEXITED(status) && WEXITSTATUS(status) == kRefused;
+    outcome.status = refused ? "refused" : "crash";
+  }
+  return outcome;
 }
 
 }  // namespace
 
-double CpuMilliseconds() {
-  timespec now{};
-  clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
-  return 1e3 * static_cast<double>(now.tv_sec) + 1e-6 * static_cast<double>(now.tv_nsec);
+void Require(bool good, const char* what) {
+  if (!good) throw std::runtime_error(what);
 }
 
-double Job::Milliseconds() {
-  Prepare();
-  const double start = CpuMilliseconds();
-  Run();
-  return CpuMilliseconds() - start;
+Outcome Measure(const Job& job, const Limits& limits) {
+  return InChild([&](int out) { RunChild(job, limits, out); }, limits);
 }
 
-void Harness::Measure(const Entry& entry, const Expected& expected,
-                      const std::function<std::unique_ptr<Job>()>& make) {
-  if (entry.family.find(only_) == std::string::npos) return;
-  const std::string key = entry.engine + '\t' + entry.family;
-  const double vertices = static_cast<double>(entry.vertices);
-  Result result;
-  const auto tooLarge = tooLargeFrom_.find(key);
-  if (tooLarge != tooLargeFrom_.end() && vertices >= tooLarge->second) {
-    result.status = "skipped";
-  } else {
-    std::fflush(stdout);
-    result = RunChild(make, limit_);
-  }
-  const double ms = Median(result.times);
-  if (result.status == "limit") tooLargeFrom_[key] = vertices;
-  // At linear growth, which nothing beats, this size would reach the limit.
-  if (result.status == "ok") tooLargeFrom_[key] = vertices * 1000 * limit_ / std::max(ms, 1e-6);
-  std::printf("%s\t%s\t%lld\t%zu\t%s\t%s\t%.6g\t%zu\t%.12g\t%.12g\t%.3g\t%.0f\n",
-              entry.part.c_str(), entry.family.c_str(), entry.size, entry.vertices,
-              entry.engine.c_str(), result.status.c_str(), ms, result.times.size(), result.area,
-              expected.area, expected.tolerance, result.peak);
+Outcome MeasureProgram(const std::vector<std::string>& command, const Limits& limits) {
+  std::vector<char*> arguments;
+  for (const std::string& word : command) arguments.push_back(const_cast<char*>(word.c_str()));
+  arguments.push_back(nullptr);
+  return InChild(
+      [&](int out) {
+        dup2(out, STDOUT_FILENO);
+        execv(arguments[0], arguments.data());
+      },
+      limits);
+}
+
+bool Ladder::Tries(double size) const {
+  if (failed_) return false;
+  return size_ == 0.0 || ms_ * std::pow(size / size_, power_) < 1.5e3 * limits_.entry;
+}
+
+void Ladder::Saw(double size, const Outcome& outcome) {
+  failed_ = outcome.status == "limit" || outcome.status == "crash";
+  if (outcome.status != "ok") return;
+  if (size_ > 0.0) power_ = std::max(1.0, std::log(outcome.ms / ms_) / std::log(size / size_));
+  size_ = size;
+  ms_ = outcome.ms;
+}
+
+void Print(const std::string& work, const std::string& row, const std::string& family, int size,
+           double vertices, const Outcome& outcome, const Expected& expected) {
+  std::printf("%s\t%s\t%s\t%d\t%.0f\t%s\t%.6g\t%d\t%.17g\t%.17g\t%.6g\t%.0f\n", work.c_str(),
+              row.c_str(), family.c_str(), size, vertices, outcome.status.c_str(), outcome.ms,
+              outcome.runs, outcome.area, expected.area, expected.tolerance, outcome.bytes);
   std::fflush(stdout);
-  std::fprintf(stderr, "%-14s %-26s %8lld  %-30s %-8s %12.3f ms\n", entry.part.c_str(),
-               entry.family.c_str(), entry.size, entry.engine.c_str(), result.status.c_str(), ms);
 }
 
 }  // namespace bench

@@ -1,50 +1,82 @@
-// Runs jobs in processes of their own, so that a slow or crashing peer costs its
-// entry alone, and writes one line for each.
+// Measures one piece of work in a child process: CPU time as the median of several
+// runs, within a limit after which the child is killed. A crash or an endless loop
+// costs one line of the table and nothing else. One result is one TSV line.
 #pragma once
 
+#include <cstddef>
 #include <functional>
-#include <map>
-#include <memory>
 #include <string>
-#include <utility>
-
-#include "job.h"
+#include <vector>
 
 namespace bench {
 
-/// What is measured: the columns that a line opens with.
-struct Entry {
-  std::string part;    ///< "triangulation" or "booleans"
-  std::string family;  ///< what is worked on
-  long long size;      ///< n, or k of k x k
-  std::size_t vertices;
-  std::string engine;
+/// What is measured: one run works through all parts. `work` alone is timed; `prepare`
+/// comes before it, and `area` tells after it how large the answer is, so that a wrong
+/// one is seen.
+struct Job {
+  std::size_t parts = 1;
+  std::function<void(std::size_t part)> prepare;
+  std::function<void(std::size_t part)> work;
+  std::function<double(std::size_t part)> area;
+  /// Peak heap bytes of one more run, where they can be counted.
+  std::function<double()> peakBytes;
 };
 
-/// How far an area may be from the true one before the answer is called wrong.
-/// What is not known is left 0: the report then compares the engines.
-struct Expected {
-  double area = 0;
-  double tolerance = 0;
+struct Outcome {
+  std::string status = "ok";  ///< ok, limit, crash, refused or skipped
+  double ms = 0.0;            ///< of one run, the median; or the limit
+  int runs = 0;
+  double area = 0.0;
+  double bytes = 0.0;
 };
 
-class Harness {
+/// In seconds.
+struct Limits {
+  double entry;  ///< of the clock on the wall, for one entry
+  double runs;   ///< of CPU time: runs go on for so long, and until there are five
+};
+
+inline Limits LimitsFor(bool quick) {
+  return {quick ? 5.0 : 15.0, 0.05};
+}
+
+/// Throws what ends a run as "refused".
+void Require(bool good, const char* what);
+
+/// Runs `job` in a child of this process.
+Outcome Measure(const Job& job, const Limits& limits);
+
+/// Runs a program with its arguments, which prints "ms runs area".
+Outcome MeasureProgram(const std::vector<std::string>& command, const Limits& limits);
+
+/// The sizes of one family, small ones first: once one of them was too
+/// slow or crashed, and where the growth so far leads far beyond the limit, larger ones
+/// are not tried.
+class Ladder {
  public:
-  /// One run may take `limit` seconds, repetitions six tenths of that together. Families
-  /// whose names do not contain `only` are left out.
-  Harness(double limit, std::string only) : limit_(limit), only_(std::move(only)) {}
+  explicit Ladder(const Limits& limits) : limits_(limits) {}
 
-  /// Writes part, family, size, vertices, engine, status, ms, runs, area, expected
-  /// area, tolerance and peak bytes, separated by tabs, to standard output. Status is
-  /// "ok", "limit" (too slow), "skipped" (too slow at a smaller size of the family,
-  /// or certain to be), "refused" (an exception) or "crashed".
-  void Measure(const Entry& entry, const Expected& expected,
-               const std::function<std::unique_ptr<Job>()>& make);
+  bool Tries(double size) const;
+  void Saw(double size, const Outcome& outcome);
 
  private:
-  double limit_;
-  std::string only_;
-  std::map<std::string, double> tooLargeFrom_;  // engine and family: the vertices
+  Limits limits_;
+  bool failed_ = false;
+  double size_ = 0.0;
+  double ms_ = 0.0;
+  double power_ = 1.0;
 };
+
+/// Where an answer's area must lie. `tolerance` zero: no area is expected, the
+/// answers are compared among themselves.
+struct Expected {
+  double area = 0.0;
+  double tolerance = 0.0;
+};
+
+/// Prints work, row, family, size, vertices, status, ms, runs, area, expected area,
+/// tolerance, bytes.
+void Print(const std::string& work, const std::string& row, const std::string& family, int size,
+           double vertices, const Outcome& outcome, const Expected& expected);
 
 }  // namespace bench

@@ -1,89 +1,92 @@
-"""Curves of time over size, a panel for each family, both axes logarithmic: SVG."""
+"""Times against vertices as an SVG: one panel a family, both axes logarithmic."""
 import math
 
-COLORS = {"Triangulate": "#d62728", "points to arrays": "#ff9896", "CGAL": "#1f77b4",
-          "earcut": "#2ca02c", "GLU": "#9467bd", "GEOS": "#8c564b"}
-WIDTH, HEIGHT = 260, 220  # of a panel's axes
-LEFT, TOP, GAP_X, GAP_Y = 60, 40, 60, 70
-IN_A_ROW = 3
+WIDTH, HEIGHT = 300, 220  # of a panel
+LEFT, RIGHT, TOP, BOTTOM = 46, 12, 26, 30
+COLUMNS = 4
+COLOURS = ['#d1242f', '#0969da', '#1a7f37', '#9a6700', '#8250df']
 
 
-def superscript(power):
-    return "".join("⁻" if c == "-" else "⁰¹²³⁴⁵⁶⁷⁸⁹"[int(c)] for c in str(power))
+def text(x, y, words, anchor='middle', size=11, colour='#1f2328'):
+    return (f'<text x="{x:.1f}" y="{y:.1f}" font-size="{size}" text-anchor="{anchor}" '
+            f'fill="{colour}">{words}</text>')
 
 
-class Axes:
-    """Places sizes and times in a panel."""
-
-    def __init__(self, times):
-        sizes = [size for _, size in times]
-        spent = [ms for row in times.values() for ms in row.values() if ms]
-        self.x = [math.floor(math.log10(min(sizes))), math.ceil(math.log10(max(sizes)))]
-        self.y = [math.floor(math.log10(min(spent))), math.ceil(math.log10(max(spent)))]
-
-    def at_x(self, size):
-        return WIDTH * (math.log10(size) - self.x[0]) / (self.x[1] - self.x[0])
-
-    def at_y(self, ms):
-        return HEIGHT - HEIGHT * (math.log10(ms) - self.y[0]) / (self.y[1] - self.y[0])
+def line(x1, y1, x2, y2, colour='#d8dee4'):
+    return f'<path d="M{x1:.1f} {y1:.1f}L{x2:.1f} {y2:.1f}" stroke="{colour}"/>'
 
 
-def grid(axes):
-    out = []
-    for power in range(axes.x[0], axes.x[1] + 1):
-        x = axes.at_x(10.0**power)
-        out.append(f'<path class="grid" d="M{x:.1f} 0V{HEIGHT}"/>'
-                   f'<text x="{x:.1f}" y="{HEIGHT + 16}" text-anchor="middle">10{superscript(power)}</text>')
-    for power in range(axes.y[0], axes.y[1] + 1):
-        y = axes.at_y(10.0**power)
-        out.append(f'<path class="grid" d="M0 {y:.1f}H{WIDTH}"/>'
-                   f'<text x="-6" y="{y + 4:.1f}" text-anchor="end">10{superscript(power)}</text>')
-    return out
+def power(exponent):
+    names = {-3: '1 µs', 0: '1 ms', 3: '1 s'}
+    return names.get(exponent, '')
 
 
-def curve(axes, color, points):
-    places = [(axes.at_x(size), axes.at_y(ms)) for size, ms in points]
-    line = " ".join(f"{x:.1f},{y:.1f}" for x, y in places)
-    dots = "".join(f'<circle cx="{x:.1f}" cy="{y:.1f}" r="2.5" fill="{color}"/>' for x, y in places)
-    return f'<polyline points="{line}" stroke="{color}"/>{dots}'
+class Axis:
+    """Whole powers of ten that hold the values, over an interval of the picture."""
+
+    def __init__(self, values, start, end):
+        self.low = math.floor(math.log10(min(values)) + 1e-9)
+        self.high = max(self.low + 1, math.ceil(math.log10(max(values)) - 1e-9))
+        self.start, self.end = start, end
+
+    def at(self, value):
+        share = (math.log10(value) - self.low) / (self.high - self.low)
+        return self.start + share * (self.end - self.start)
+
+    def decades(self):
+        return range(self.low, self.high + 1)
 
 
-def panel(axes, family, rows, left, top):
-    out = [f'<g transform="translate({left} {top})">', *grid(axes),
-           f'<text class="title" x="{WIDTH / 2}" y="-8" text-anchor="middle">{family}</text>']
-    for engine in reversed(COLORS):  # ours on top
-        points = [(size, row[engine]) for size, row in rows if row.get(engine)]
-        if points:
-            out.append(curve(axes, COLORS[engine], points))
-    return out + ["</g>"]
+def superscript(exponent):
+    return '10' + ''.join('⁰¹²³⁴⁵⁶⁷⁸⁹'[int(digit)] for digit in str(exponent))
 
 
-def legend(engines, top):
-    out = []
-    for i, engine in enumerate(engines):
-        x = LEFT + 155 * i
-        out.append(f'<path d="M{x} {top}h24" stroke="{COLORS[engine]}" stroke-width="2"/>'
-                   f'<text x="{x + 30}" y="{top + 4}">{engine}</text>')
-    return out
+def panel(x, y, title, curves, times):
+    points = [point for curve in curves.values() for point in curve]
+    horizontal = Axis([n for n, _ in points], x + LEFT, x + WIDTH - RIGHT)
+    vertical = Axis(times, y + HEIGHT - BOTTOM, y + TOP)
+    yield text(x + LEFT, y + TOP - 8, title, 'start', 13)
+    for exponent in horizontal.decades():
+        at = horizontal.at(10 ** exponent)
+        yield line(at, vertical.start, at, vertical.end)
+        yield text(at, vertical.start + 15, superscript(exponent))
+    for exponent in vertical.decades():
+        at = vertical.at(10 ** exponent)
+        yield line(horizontal.start, at, horizontal.end, at)
+        yield text(horizontal.start - 6, at + 4, power(exponent), 'end')
+    for curve, colour in zip(curves.values(), COLOURS):
+        if not curve:
+            continue
+        path = 'L'.join(f'{horizontal.at(n):.1f} {vertical.at(ms):.1f}' for n, ms in curve)
+        yield f'<path d="M{path}" fill="none" stroke="{colour}" stroke-width="2"/>'
+        for n, ms in curve:
+            yield (f'<circle cx="{horizontal.at(n):.1f}" cy="{vertical.at(ms):.1f}" r="2.5" '
+                   f'fill="{colour}"/>')
 
 
-def draw(times):
-    """times: {(family, size): {engine: ms or None}}"""
-    axes = Axes({key: {e: ms for e, ms in row.items() if e in COLORS} for key, row in times.items()})
-    families = list(dict.fromkeys(family for family, _ in times))
-    engines = [engine for engine in COLORS if any(row.get(engine) for row in times.values())]
-    count = math.ceil(len(families) / IN_A_ROW)
-    width = LEFT + IN_A_ROW * (WIDTH + GAP_X)
-    height = TOP + count * (HEIGHT + GAP_Y) + 40
-    out = [f'<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 {width} {height}" '
-           'font-family="sans-serif" font-size="12">',
-           "<style>.grid{stroke:#ddd}.title{font-size:14px}polyline{fill:none;stroke-width:1.6}</style>",
-           f'<rect width="{width}" height="{height}" fill="#fff"/>']
-    for i, family in enumerate(families):
-        rows = [(size, row) for (name, size), row in times.items() if name == family]
-        left = LEFT + i % IN_A_ROW * (WIDTH + GAP_X)
-        out += panel(axes, family, rows, left, TOP + i // IN_A_ROW * (HEIGHT + GAP_Y))
-    out += legend(engines, height - 50)
-    out.append(f'<text x="{LEFT}" y="{height - 18}">'
-               "across: vertices; up: ms of CPU time</text>")
-    return "\n".join(out + ["</svg>", ""])
+def legend(x, y, rows):
+    for i, (row, colour) in enumerate(zip(rows, COLOURS)):
+        at = y + TOP + 16 + 24 * i
+        yield f'<path d="M{x + LEFT} {at}h28" stroke="{colour}" stroke-width="2"/>'
+        yield text(x + LEFT + 38, at + 4, row, 'start', 13)
+    yield text(x + LEFT, y + TOP + 24 * len(rows) + 24, 'CPU time against vertices', 'start', 12)
+
+
+def write(path, results, rows):
+    def curve(row, family):
+        entries = [results.at(row, family, size) for name, size in results.cases if name == family]
+        return [(e.vertices, e.ms) for e in entries if e and e.ok]
+
+    families = [family for family in results.families
+                if sum(name == family for name, _ in results.cases) > 1]
+    curves = {family: {row: curve(row, family) for row in rows} for family in families}
+    times = [ms for of_family in curves.values() for c in of_family.values() for _, ms in c]
+    lines = math.ceil((len(families) + 1) / COLUMNS)
+    parts = [f'<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 {COLUMNS * WIDTH} '
+             f'{lines * HEIGHT}" font-family="sans-serif">',
+             '<rect width="100%" height="100%" fill="#ffffff"/>']
+    for i, family in enumerate([*families, None]):
+        x, y = i % COLUMNS * WIDTH, i // COLUMNS * HEIGHT
+        parts += panel(x, y, family, curves[family], times) if family else legend(x, y, rows)
+    with open(path, 'w', encoding='utf-8') as file:
+        file.write('\n'.join([*parts, '</svg>']) + '\n')

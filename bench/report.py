@@ -1,228 +1,275 @@
-"""Turns the comparison's lines into tables and curves.
+"""Turns the lines of the comparison into tables, targets and a plot.
 
-    report.py triangulation|booleans LINES.tsv --command TEXT --versions TEXT [--quick]
+report.py LINES.tsv PERFORMANCE.md PLOT.svg COMMAND
 
-The part's table in docs/PERFORMANCE.md, between its two marker comments, is written
-anew, and for the triangulations docs/triangulation-times.svg as well.
+The tables go between the markers of their work, where LINES has any of it; the rest of
+the document stays. The plot is of triangulation, and written only with it.
 """
-import argparse
 import math
-import pathlib
+import os
 import platform
 import re
 import subprocess
+import sys
 
 import plot
 
-# What the tables are held against. Ratios are our time over the peer's.
-FASTEST_PEER = [(10_000, 0.7), (0, 1.5)]  # from so many vertices: at most so much
-TRIANGULATION_OF_CGAL = 0.25
-GROWTH = {"SetMainContour": 1.12, "Triangulate": 1.12}
-MESH_BYTES = 350  # a vertex, at 10^6 vertices
-BOOLEANS = [  # families that open with: at most so much of the peer
-    ("coast, shifted", "Clipper", 0.33), ("coast, shifted", "GEOS", 0.15),
-    ("two coasts", "Clipper", 0.33), ("two coasts", "GEOS", 0.15),
-    ("stars", "CGAL", 0.2), ("k x k holes", "Clipper", 3.0),
-    ("k bars", "Clipper", 1.0), ("neighbouring cells", "Clipper", 1.0)]
-HOLES_GROWTH = 1.2  # in the number of holes
-BOOLEAN_BYTES = 400  # an input vertex
+PEERS = {'triangulation': ['CGAL', 'GLU', 'earcut', 'GEOS'],
+         'booleans': ['Clipper', 'GEOS', 'CGAL']}
+OURS = {'triangulation': 'Triangulate', 'booleans': 'Zelvan'}
+# Whose area is the right one where none is given: the first that has an answer.
+EXACT_FIRST = ['CGAL', 'GEOS', 'Clipper']
+PACKAGES = {'CGAL': 'libcgal-dev', 'GLU': 'libglu1-mesa-dev', 'earcut': 'python3-mapbox-earcut',
+            'GEOS': 'libgeos-dev', 'Clipper': 'libpolyclipping-dev'}
 
-OURS = {"triangulation": ["SetMainContour", "Triangulate", "points to arrays"],
-        "booleans": ["operation", "all calls"]}
-PEERS = {"triangulation": ["CGAL", "earcut", "GLU", "GEOS"],
-         "booleans": ["Clipper", "GEOS", "CGAL"]}
-MAIN = {"triangulation": "Triangulate", "booleans": "operation"}  # ratios are to this
-COLUMNS = ["part", "family", "size", "vertices", "engine", "status", "ms", "runs", "area",
-           "expected", "tolerance", "peak"]
-DOCS = pathlib.Path(__file__).resolve().parent.parent / "docs"
+# The whole road in ms at 10^3 to 10^6 vertices before areas were cut by a sweep, measured
+# once on that version.
+ROAD_BEFORE = {'star': (0.820, 13.8, 244, 4243), 'circle': (0.415, 6.96, 131, 1597),
+               'comb': (0.520, 9.26, 157, 1677), 'spiral': (0.755, 14.6, 241, 4175),
+               'coast': (0.659, 9.18, 193, 3030)}
 
 
-def read(path):
-    """{(family, size): {engine: entry}}, in the order of the lines."""
-    rows = {}
-    for line in path.read_text().splitlines():
-        entry = dict(zip(COLUMNS, line.split("\t")))
-        for name in ("size", "vertices", "runs"):
-            entry[name] = int(entry[name])
-        for name in ("ms", "area", "expected", "tolerance", "peak"):
-            entry[name] = float(entry[name])
-        rows.setdefault((entry["family"], entry["size"]), {})[entry["engine"]] = entry
-    for row in rows.values():
-        mark_wrong(row)
-    return rows
+class Entry:
+    """One line: what one row (engine or call) did on one family at one size."""
+
+    def __init__(self, line):
+        (self.work, self.row, self.family, size, vertices, self.status, ms, _, area,
+         expected, tolerance, heap) = line.rstrip('\n').split('\t')
+        self.size, self.vertices = int(size), int(vertices)
+        self.ms, self.area, self.heap = float(ms), float(area), float(heap)
+        self.expected, self.tolerance = float(expected), float(tolerance)
+        self.wrong = False
+
+    @property
+    def ok(self):
+        return self.status == 'ok'
 
 
-def mark_wrong(row):
-    """An area that is too far off changes the status from ok to wrong. Where the true
-    area is not known, the middle one of the engines stands for it."""
-    areas = sorted(entry["area"] for entry in row.values() if entry["status"] == "ok")
-    for entry in row.values():
-        if entry["status"] != "ok":
+class Results:
+    """The entries of one work, by row, family and size."""
+
+    def __init__(self, work, entries):
+        self.work = work
+        self.entries = {(e.row, e.family, e.size): e for e in entries if e.work == work}
+        self.cases = list(dict.fromkeys((e.family, e.size) for e in self.entries.values()))
+        self.families = list(dict.fromkeys(family for family, _ in self.cases))
+        for case in self.cases:
+            self.mark_wrong(case)
+
+    def at(self, row, family, size):
+        return self.entries.get((row, family, size))
+
+    def mark_wrong(self, case):
+        rows = {row: e for (row, *rest), e in self.entries.items() if tuple(rest) == case and e.ok}
+        judge = next((rows[row] for row in EXACT_FIRST if row in rows), None)
+        for entry in rows.values():
+            expected = entry.expected or (judge.area if judge else entry.area)
+            entry.wrong = abs(entry.area - expected) > entry.tolerance
+
+    def vertices(self, case):
+        return max(e.vertices for (_, *rest), e in self.entries.items() if tuple(rest) == case)
+
+    def growth(self, row, family, first, last):
+        """The exponent p of n^p between two sizes, None where one is missing."""
+        a, b = self.at(row, family, first), self.at(row, family, last)
+        if not (a and b and a.ok and b.ok):
+            return None
+        return math.log(b.ms / a.ms) / math.log(b.vertices / a.vertices)
+
+
+# Targets. Each has a text, a bound, and a function that gives (value, where) pairs, all
+# of which must be within the bound; value None: no answer within the limit.
+
+def ratios(results, peers, row=None, families=None, vertices=(0, math.inf)):
+    """Our time divided by that of the fastest of `peers`."""
+    for family, size in results.cases:
+        case_vertices = results.vertices((family, size))
+        if families and not re.match(families, family):
             continue
-        expected = entry["expected"] or areas[len(areas) // 2]
-        # Triangulators that take doubles have no grid to excuse them.
-        exact = entry["part"] == "triangulation" and entry["engine"] in PEERS["triangulation"]
-        tolerance = 1e-9 * expected if exact else entry["tolerance"]
-        if abs(entry["area"] - expected) > tolerance:
-            entry["status"] = "wrong"
+        if not vertices[0] <= case_vertices < vertices[1]:
+            continue
+        ours = results.at(row or OURS[results.work], family, size)
+        times = [e.ms for e in (results.at(peer, family, size) for peer in peers) if e and e.ok]
+        if ours and times:
+            yield (ours.ms / min(times) if ours.ok else None), f'{family}, {size:,}'
 
 
-def time_of(row, engine):
-    entry = row.get(engine)
-    return entry["ms"] if entry and entry["status"] == "ok" else None
+def growths(results, row, first, last, families=None):
+    for family in results.families:
+        if families and not re.match(families, family):
+            continue
+        if results.at(row, family, first) and results.at(row, family, last):
+            yield results.growth(row, family, first, last), family
 
 
-def duration(ms):
-    return f"{ms:.3f}" if ms < 0.1 else f"{ms:.3g}" if ms < 100 else f"{ms:.0f}"
+def heaps(results, row, families=None, sizes=None):
+    for family, size in results.cases:
+        entry = results.at(row, family, size)
+        if families and not re.match(families, family) or sizes and size not in sizes:
+            continue
+        if entry and entry.ok and entry.heap:
+            yield entry.heap / entry.vertices, f'{family}, {size:,}'
 
 
-def cell(row, engine, main):
-    entry = row.get(engine)
+def road_ratios(results):
+    for family, before in ROAD_BEFORE.items():
+        for size, ms in zip((1000, 10_000, 100_000, 1_000_000), before):
+            entry = results.at('whole road', family, size)
+            if entry:
+                yield (entry.ms / ms if entry.ok else None), f'{family}, {size:,}'
+
+
+CONTOURS = 'coast|star|circle|comb|spiral'
+TARGETS = {
+    'triangulation': [
+        ('`Triangulate` to the fastest peer, from 10,000 vertices', 0.7,
+         lambda r: ratios(r, PEERS['triangulation'], vertices=(10_000, math.inf))),
+        ('`Triangulate` to the fastest peer, 100 to 9,999 vertices', 1.5,
+         lambda r: ratios(r, PEERS['triangulation'], vertices=(100, 10_000))),
+        ('`Triangulate` to CGAL', 0.25, lambda r: ratios(r, ['CGAL'])),
+        ('growth of `Triangulate`', 1.12,
+         lambda r: growths(r, 'Triangulate', 10_000, 1_000_000)),
+        ('growth of `SetMainContour`', 1.12,
+         lambda r: growths(r, 'SetMainContour', 10_000, 1_000_000)),
+        ('peak heap bytes a vertex', 350, lambda r: heaps(r, 'whole road', CONTOURS)),
+        ('whole road to the road before', 0.25, road_ratios),
+    ],
+    'booleans': [
+        ('coasts to Clipper', 0.33, lambda r: ratios(r, ['Clipper'], families='coasts')),
+        ('coasts to GEOS', 0.15, lambda r: ratios(r, ['GEOS'], families='coasts')),
+        ('stars to CGAL', 0.2, lambda r: ratios(r, ['CGAL'], families='stars')),
+        ('holes to Clipper', 3, lambda r: ratios(r, ['Clipper'], families='holes')),
+        ('growth of the holes in k x k', 1.2, lambda r: growths(r, 'Zelvan', 10, 100, 'holes')),
+        ('bars and cells to Clipper', 1, lambda r: ratios(r, ['Clipper'], families='bars|cells')),
+        ('peak heap bytes an input vertex', 400,
+         lambda r: heaps(r, 'Zelvan', 'coasts united, few', [100_000])),
+    ],
+}
+
+
+def number(value):
+    """Three digits, or all of a large whole number."""
+    if value >= 100:
+        return f'{value:,.0f}'
+    return f'{value:.{max(0, 2 - math.floor(math.log10(value)))}f}' if value > 0 else '0'
+
+
+def cell(entry, ours):
     if entry is None:
-        return ""
-    text = duration(entry["ms"])
-    ours = time_of(row, main)
-    if engine != main and ours:
-        times = entry["ms"] / ours
-        text += f" ({times:.2g}x)" if times < 99 else f" ({times:.0f}x)"
-    return {"ok": text, "wrong": f"**wrong area**, {text}", "skipped": "too slow",
-            "limit": "too slow"}.get(entry["status"], entry["status"])
+        return ''
+    if not entry.ok:
+        words = {'limit': f'> {entry.ms / 1e3:g} s', 'skipped': '–'}
+        return words.get(entry.status, f'**{entry.status}**')
+    text = number(entry.ms)
+    if ours and ours.ok and ours is not entry:
+        text += f' ({number(entry.ms / ours.ms)})'
+    return text + (' **wrong**' if entry.wrong else '')
 
 
-def held(value, most):
-    """A measured value beside the most that it should be."""
-    text = f"{value:.0f}" if value >= 100 else f"{value:.3g}"
-    return f"{text} {'met' if value <= most else '**missed**'} ({most:g})"
+def table(head, rows):
+    yield '| ' + ' | '.join(head) + ' |'
+    yield '|---|' + '---:|' * (len(head) - 1)
+    for row in rows:
+        yield '| ' + ' | '.join(row) + ' |'
 
 
-def growth(rows, family, engine, first, last):
-    """The exponent p of n^p between two entries, None where one is missing."""
-    ends = [rows.get((family, size), {}) for size in (first, last)]
-    times = [time_of(row, engine) for row in ends]
-    if None in times:
-        return None
-    vertices = [row[engine]["vertices"] for row in ends]
-    return math.log(times[1] / times[0]) / math.log(vertices[1] / vertices[0])
+def time_table(results, columns):
+    def row(case):
+        ours = results.at(OURS[results.work], *case)
+        cells = [cell(results.at(column, *case), ours) for column in columns]
+        return [case[0], f'{case[1]:,}', f'{results.vertices(case):,}', *cells]
+    head = ['contours', 'n or k', 'vertices', *columns]
+    return table(head, [row(case) for case in results.cases])
 
 
-def table(header, rows):
-    names = " | ".join(header)
-    lines = [f"| {names} |", "|---|" + "---:|" * (len(header) - 1)]
-    return lines + ["| " + " | ".join(row) + " |" for row in rows]
+def growth_table(results):
+    rows = []
+    for family in results.families:
+        powers = [results.growth(row, family, 10_000, 1_000_000)
+                  for row in ('SetMainContour', 'Triangulate', 'whole road')]
+        peaks = [value for value, _ in heaps(results, 'whole road', re.escape(family) + '$')]
+        if peaks and re.match(CONTOURS, family):
+            rows.append([family, *(f'{p:.2f}' if p else '–' for p in powers), number(max(peaks))])
+    return table(['contour', '`SetMainContour`', '`Triangulate`', 'whole road',
+                  'peak heap bytes a vertex'], rows)
 
 
-def present(part, rows):
-    used = {engine for row in rows.values() for engine in row}
-    return [engine for engine in OURS[part] + PEERS[part] if engine in used]
+def target_table(results):
+    rows = []
+    for text, bound, values in TARGETS[results.work]:
+        found = list(values(results))
+        if not found:
+            rows.append([text, f'{bound:g}', 'not measured', '', '', ''])
+            continue
+        value, where = max(found, key=lambda pair: math.inf if pair[0] is None else pair[0])
+        met = value is not None and value <= bound
+        shown = 'no answer' if value is None else number(value)
+        within = sum(v is not None and v <= bound for v, _ in found)
+        rows.append([text, f'{bound:g}', shown, where, f'{within} of {len(found)}',
+                     'yes' if met else '**no**'])
+    return table(['target', 'at most', 'worst', 'where', 'entries within', 'met'], rows)
 
 
-def triangulation_targets(row):
-    ours = time_of(row, "Triangulate")
-    peers = {peer: time_of(row, peer) for peer in PEERS["triangulation"]}
-    peers = {peer: ms for peer, ms in peers.items() if ms}
-    if not ours or not peers:
-        return ["", ""]
-    fastest = min(peers, key=peers.get)
-    vertices = row["Triangulate"]["vertices"]
-    most = next(most for least, most in FASTEST_PEER if vertices >= least)
-    cgal = held(ours / peers["CGAL"], TRIANGULATION_OF_CGAL) if "CGAL" in peers else ""
-    return [f"{fastest}: {held(ours / peers[fastest], most)}", cgal]
+def setting(work, command):
+    """The command, the machine and the peers' versions."""
+    with open('/proc/cpuinfo', encoding='utf-8') as info:
+        model = next((line.split(':')[1].strip() for line in info if 'model name' in line),
+                     platform.machine())
+    compiler = subprocess.run(['c++', '-dumpfullversion'], capture_output=True, text=True,
+                              check=False).stdout.strip()
+    versions = []
+    for peer in PEERS[work]:
+        version = subprocess.run(['dpkg-query', '-W', '-f', '${Version}', PACKAGES[peer]],
+                                 capture_output=True, text=True, check=False).stdout
+        versions.append(f'{peer} {version or "missing"}')
+    return (f'Measured with `{command}` on {os.cpu_count()} cores of {model}, '
+            f'GCC {compiler}; {", ".join(versions)}.')
 
 
-def triangulation_tables(rows):
-    engines = present("triangulation", rows)
-    body = []
-    for (family, size), row in rows.items():
-        n = next(iter(row.values()))["vertices"]
-        name = f"{family}, k = {size}" if "holes" in family else family
-        body.append([name, f"{n:,}"] + [cell(row, engine, "Triangulate") for engine in engines] +
-                    triangulation_targets(row))
-    lines = table(["work", "vertices"] + engines + ["Triangulate / fastest peer", "/ CGAL"], body)
-    families = list(dict.fromkeys(family for family, size in rows if (family, 10_000) in rows))
-    body = []
-    for family in families:
-        line = [family]
-        for engine in engines:
-            p = growth(rows, family, engine, 10_000, 1_000_000)
-            line.append("" if p is None else held(p, GROWTH[engine]) if engine in GROWTH else f"{p:.2f}")
-        largest = max(size for name, size in rows if name == family)
-        entry = rows[family, largest].get("points to arrays")
-        bytes_each = entry["peak"] / entry["vertices"] if entry and entry["status"] == "ok" else 0
-        line.append(held(bytes_each, MESH_BYTES) if bytes_each else "")
-        body.append(line)
-    text = ["", "Growth from 10^4 to 10^6 vertices, as the exponent p of n^p, and the peak memory of",
-            "the library on the whole road at the largest size:", ""]
-    return lines + text + table(["contour"] + engines + ["bytes a vertex"], body)
-
-
-def boolean_targets(family, row):
-    found = []
-    for start, peer, most in BOOLEANS:
-        peer_ms = time_of(row, peer) if family.startswith(start) else None
-        for engine in OURS["booleans"]:
-            ours = time_of(row, engine)
-            if peer_ms and ours:
-                found.append(f"{engine} / {peer}: {held(ours / peer_ms, most)}")
-    return "; ".join(found)
-
-
-def boolean_tables(rows):
-    engines = present("booleans", rows)
-    body = []
-    for (family, size), row in rows.items():
-        entry = row["operation"]
-        bytes_each = held(entry["peak"] / entry["vertices"], BOOLEAN_BYTES) if entry["peak"] else ""
-        body.append([family, f"{size:,}", f"{entry['vertices']:,}"] +
-                    [cell(row, engine, "operation") for engine in engines] +
-                    [boolean_targets(family, row), bytes_each])
-    lines = table(["work", "n, k or cells", "input vertices"] + engines +
-                  ["ours / peer", "bytes an input vertex"], body)
-    sizes = [size for family, size in rows if family == "k x k holes"]
-    grown = {engine: growth(rows, "k x k holes", engine, sizes[0], sizes[-1]) for engine in engines
-             } if len(sizes) > 1 else {}
-    parts = [f"{engine} {held(p, HOLES_GROWTH) if engine in OURS['booleans'] else format(p, '.2f')}"
-             for engine, p in grown.items() if p is not None]
-    if parts:
-        lines += ["", f"Growth in the number of holes, from {sizes[0]} x {sizes[0]} to {sizes[-1]} x "
-                  f"{sizes[-1]}, as the exponent: " + ", ".join(parts) + "."]
-    return lines
-
-
-def machine():
-    cpu = re.search(r"model name\s*: (.*)", pathlib.Path("/proc/cpuinfo").read_text())
-    compiler = subprocess.run(["c++", "--version"], capture_output=True, text=True).stdout.splitlines()
-    return f"{cpu[1] if cpu else platform.machine()}, {compiler[0] if compiler else 'unknown compiler'}"
-
-
-def replace(part, lines):
-    page = DOCS / "PERFORMANCE.md"
-    begin, end = f"<!-- {part}: begin -->", f"<!-- {part}: end -->"
-    before, rest = page.read_text().split(begin)
-    page.write_text("\n".join([before + begin] + lines) + "\n" + end + rest.split(end)[1])
-
-
-def main():
-    parser = argparse.ArgumentParser()
-    parser.add_argument("part", choices=OURS)
-    parser.add_argument("lines", type=pathlib.Path)
-    parser.add_argument("--command", required=True)
-    parser.add_argument("--versions", required=True)
-    parser.add_argument("--quick", action="store_true")
-    options = parser.parse_args()
-    rows = read(options.lines)
-    lines = [f"Measured with `{options.command}` on {machine()}; {options.versions}.", ""]
-    if options.quick:
-        lines += ["**A quick run: small sizes only, and perhaps beside other work.**", ""]
-    if options.part == "triangulation":
-        lines += ["![Times of triangulation](triangulation-times.svg)", ""]
-        lines += triangulation_tables(rows)
-        times = {(family, size): {engine: time_of(row, engine) for engine in row}
-                 for (family, size), row in rows.items() if size >= 100 and "holes" not in family}
-        (DOCS / "triangulation-times.svg").write_text(plot.draw(times))
+def section(results, command):
+    yield setting(results.work, command)
+    yield ''
+    ours = OURS[results.work]
+    if results.work == 'triangulation':
+        yield from time_table(results, ['SetMainContour', 'whole road', ours,
+                                        *PEERS[results.work]])
+        yield ''
+        yield 'Growth from 10,000 to 1,000,000 vertices as the exponent p of n^p, and the peak of'
+        yield 'memory of the whole road, the worst of all sizes:'
+        yield ''
+        yield from growth_table(results)
     else:
-        lines += boolean_tables(rows)
-    replace(options.part, lines)
-    print(f"docs/PERFORMANCE.md: {options.part}")
+        yield from time_table(results, [ours, *PEERS[results.work]])
+    yield ''
+    yield 'What is aimed at, and the entry that is furthest from it (of times: ours divided by the'
+    yield 'other):'
+    yield ''
+    yield from target_table(results)
 
 
-main()
+def replace_between_markers(text, work, lines):
+    begin, end = f'<!-- {work}: begin -->', f'<!-- {work}: end -->'
+    before, rest = text.split(begin)
+    _, after = rest.split(end)
+    return before + begin + '\n' + '\n'.join(lines) + '\n' + end + after
+
+
+def main(lines, document, picture, command):
+    with open(lines, encoding='utf-8') as file:
+        entries = [Entry(line) for line in file]
+    with open(document, encoding='utf-8') as file:
+        text = file.read()
+    for work in PEERS:
+        results = Results(work, entries)
+        if not results.cases:
+            continue
+        made = list(section(results, command))
+        print('\n'.join(made))
+        text = replace_between_markers(text, work, made)
+        if work == 'triangulation':
+            plot.write(picture, results, [OURS[work], *PEERS[work]])
+    with open(document, 'w', encoding='utf-8') as file:
+        file.write(text)
+
+
+main(*sys.argv[1:])

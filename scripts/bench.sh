@@ -1,39 +1,49 @@
 #!/usr/bin/env bash
-# Compares the library with the peers that Debian packages, and writes the tables
-# into docs/PERFORMANCE.md and the curves into docs/triangulation-times.svg.
+# Measures the library beside its peers in one run, and writes the tables and the
+# plot of docs/PERFORMANCE.md:
 #
 #   scripts/bench.sh [--quick] [triangulation|booleans]
 #
-# --quick takes small sizes only, to try the comparison. An entry has eight seconds for
-# a run: a slow peer is not tried at larger sizes.
+# Everything is measured where no work is named. --quick takes a minute or two: small
+# sizes and short limits. The peers are installed where they are missing; the lines
+# that the tables are made of stay in build/bench/.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
-
+command="scripts/bench.sh${*:+ $*}"
 quick=()
-parts=()
+works=()
 for argument in "$@"; do
   case "$argument" in
     --quick) quick=(--quick) ;;
-    triangulation | booleans) parts+=("$argument") ;;
-    *) sed -n '2,8s/^# \{0,1\}//p' "$0" >&2; exit 2 ;;
+    triangulation | booleans) works+=("$argument") ;;
+    *) echo "usage: scripts/bench.sh [--quick] [triangulation|booleans]" >&2; exit 2 ;;
   esac
 done
-((${#parts[@]})) || parts=(triangulation booleans)
+((${#works[@]})) || works=(triangulation booleans)
 
-peers=(libcgal-dev libglu1-mesa-dev python3-mapbox-earcut libgeos-dev libpolyclipping-dev)
-scripts/install-deps.sh "${peers[@]}"
+scripts/install-deps.sh libcgal-dev libglu1-mesa-dev libpolyclipping-dev python3-mapbox-earcut
 
-echo "== build"
-cmake --preset release -D ZELVAN_BUILD_PEERS=ON >/dev/null
-cmake --build --preset release -j2 --target "${parts[@]/#/bench_compare_}"
+build=build/bench
+cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DZELVAN_BUILD_BENCHMARKS=ON \
+  -DZELVAN_BUILD_TESTS=OFF -DZELVAN_BUILD_TOOLS=OFF -DZELVAN_BUILD_EXAMPLES=OFF >/dev/null
+cmake --build "$build" -j2
 
-mkdir -p out
-versions="$(dpkg-query -W -f '${Package} ${Version}, ' "${peers[@]}")"
-for part in "${parts[@]}"; do
-  echo "== $part"
-  data=()
-  [[ "$part" == triangulation ]] && data=(data/countries-50m.geojson)
-  "build/release/bench_compare_$part" "${data[@]}" "${quick[@]}" >"out/bench-$part.tsv"
-  python3 -B bench/report.py "$part" "out/bench-$part.tsv" \
-    --command "scripts/bench.sh ${quick[*]}${quick:+ }$part" --versions "${versions%, }" "${quick[@]}"
+: >"$build/lines.tsv"
+# measure PROGRAM ARGUMENTS...: adds the lines of one engine. One that fails, or is not
+# there, costs its own lines only.
+measure() {
+  echo "== $1 ($(date +%T))" >&2
+  "$build/$1" "${@:2}" "${quick[@]}" >>"$build/lines.tsv" || echo "$1 failed" >&2
+}
+for work in "${works[@]}"; do
+  if [[ "$work" == triangulation ]]; then
+    for engine in zelvan cgal glu earcut geos; do
+      measure "bench_triangulation_$engine" data/countries-50m.geojson
+    done
+  else
+    for engine in zelvan clipper geos cgal; do measure "bench_boolean_$engine"; done
+  fi
 done
+
+python3 bench/report.py "$build/lines.tsv" docs/PERFORMANCE.md docs/triangulation-times.svg \
+  "$command"

@@ -34,9 +34,16 @@ std::vector<std::uint32_t> FromTheLeft(const PointList& list) {
   const double low = lowest->x / 2;
   const double extent = highest->x / 2 - low;
   constexpr double lastColumn = (std::uint64_t{1} << kKeyBits) - 1;
+  // In two halves, since 32-bit targets take a number of 64 bits out of a double by way
+  // of the x87 unit.
+  const auto columnOf = [&](double x) {
+    const double column = (x / 2 - low) / extent * lastColumn;
+    const auto high = static_cast<std::int32_t>(column * 0x1p-20);
+    const auto rest = static_cast<std::int32_t>(column - high * 0x1p20);
+    return static_cast<std::uint64_t>(high) << 20 | static_cast<std::uint64_t>(rest);
+  };
   KeyOrder order = SortByKey(static_cast<std::uint32_t>(list.size()), [&](std::uint32_t i) {
-    return extent > 0.0 ? static_cast<std::uint64_t>((list[i].x / 2 - low) / extent * lastColumn)
-                        : 0;
+    return extent > 0.0 ? columnOf(list[i].x) : 0;
   });
   for (const KeyOrder::Run& run : order.equal) {
     const auto column = std::span(order.positions).subspan(run.begin, run.end - run.begin);

@@ -1,4 +1,4 @@
-#include "allocation.h"
+#include "heap_peak.h"
 
 #include <malloc.h>
 
@@ -28,6 +28,7 @@ void CountedRelease(void* memory) {
 
 }  // namespace
 
+// A shared library takes its memory from these too: the program's come first.
 void* operator new(std::size_t size) {
   if (void* memory = CountedAllocation(size)) return memory;
   throw std::bad_alloc();
@@ -44,17 +45,12 @@ void operator delete(void* memory, std::size_t) noexcept {
 
 namespace bench {
 
-PeakCounter::PeakCounter() {
+double PeakBytes(const std::function<void()>& work) {
   bytes = peak = 0;
   counting = true;
-}
-
-PeakCounter::~PeakCounter() {
+  work();
   counting = false;
-}
-
-std::size_t PeakCounter::Bytes() const {
-  return peak;
+  return static_cast<double>(peak);
 }
 
 }  // namespace bench

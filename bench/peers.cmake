@@ -1,0 +1,32 @@
+# The peers' programs, each where its package is found.
+find_package(PkgConfig QUIET)
+find_package(CGAL QUIET)
+if(PkgConfig_FOUND)
+  pkg_check_modules(GLU QUIET IMPORTED_TARGET glu)
+  pkg_check_modules(POLYCLIPPING QUIET IMPORTED_TARGET polyclipping)
+endif()
+find_library(GEOS_C_LIBRARY geos_c)
+find_path(GEOS_C_INCLUDE geos_c.h)
+# The interpreter that Debian's packages of Python modules belong to.
+find_program(BENCH_PYTHON python3 PATHS /usr/bin NO_DEFAULT_PATH)
+
+if(CGAL_FOUND)
+  zelvan_bench(triangulation cgal CGAL::CGAL)
+  zelvan_bench(boolean cgal CGAL::CGAL)
+endif()
+if(GLU_FOUND)
+  zelvan_bench(triangulation glu PkgConfig::GLU)
+endif()
+if(GEOS_C_LIBRARY AND GEOS_C_INCLUDE)
+  zelvan_bench(triangulation geos ${GEOS_C_LIBRARY})
+  zelvan_bench(boolean geos ${GEOS_C_LIBRARY})
+endif()
+if(POLYCLIPPING_FOUND)
+  zelvan_bench(boolean clipper PkgConfig::POLYCLIPPING)
+endif()
+if(BENCH_PYTHON)
+  zelvan_bench(triangulation earcut)
+  target_compile_definitions(bench_triangulation_earcut PRIVATE
+    BENCH_PYTHON="${BENCH_PYTHON}"
+    BENCH_EARCUT="${CMAKE_CURRENT_SOURCE_DIR}/triangulation_earcut.py")
+endif()
