@@ -41,7 +41,7 @@ for work in "${works[@]}"; do
       measure "bench_triangulation_$engine" data/countries-50m.geojson
     done
   else
-    for engine in zelvan clipper geos cgal; do measure "bench_boolean_$engine"; done
+    for engine in zelvan sweep clipper geos cgal; do measure "bench_boolean_$engine"; done
   fi
 done
 
