@@ -4,7 +4,6 @@
 #include <zelvan/error.h>
 
 #include <cstddef>
-#include <utility>
 
 #include "boolean/snapped_contour.h"
 #include "polygon/build_shape.h"
@@ -13,6 +12,15 @@
 namespace zelvan {
 
 namespace {
+
+PointList PointsOf(int count, const double* xyz) {
+  PointList points(static_cast<std::size_t>(count) / 3);
+  for (InputPoint& p : points) {
+    p = {xyz[0], xyz[1], xyz[2]};
+    xyz += 3;
+  }
+  return points;
+}
 
 // Does the edge that validation leaves out cross another one, by the test that
 // validation holds the others to? Takes the points as given.
@@ -29,12 +37,9 @@ bool ClosingEdgeCrosses(PointList list) {
 std::unique_ptr<Shape> ReadPoints(int count, const double* xyz) noexcept {
   if (xyz == nullptr || count < 0) return nullptr;
   try {
-    const std::size_t n = static_cast<std::size_t>(count) / 3;
-    PointList points(n);
-    for (std::size_t i = 0; i < n; ++i) points[i] = {xyz[3 * i], xyz[3 * i + 1], xyz[3 * i + 2]};
-    std::unique_ptr<Shape> shape = BuildShape(n, points.data());
+    std::unique_ptr<Shape> shape = BuildShape(PointsOf(count, xyz));
     if (shape != nullptr && shape->areas != nullptr && !IsSoundContour(shape->areas) &&
-        !ClosingEdgeCrosses(std::move(points))) {
+        !ClosingEdgeCrosses(PointsOf(count, xyz))) {
       ReplaceByRegion(*shape);
     }
     return shape;

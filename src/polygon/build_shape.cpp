@@ -84,11 +84,11 @@ OwnedContour MakeContour(PointList& list) {
   return contour;
 }
 
-std::unique_ptr<Shape> BuildShape(std::size_t count, const InputPoint* points) {
-  PointList list(points, points + count);
+std::unique_ptr<Shape> BuildShape(PointList points) {
   std::unique_ptr<Shape> shape(new (std::nothrow) Shape);
   if (shape == nullptr) return nullptr;
-  OwnedContour contour = MakeContour(list);
+  OwnedContour contour = MakeContour(points);
+  points = {};  // before the tables take their place
   shape->boxMin = contour->worldBox.min;
   shape->boxMax = contour->worldBox.max;
   PlaceContour(shape->areas, contour.get());

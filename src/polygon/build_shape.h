@@ -38,9 +38,9 @@ Contour* FixOrientation(Contour* contour);
 /// polygon, std::bad_alloc when memory runs out.
 [[nodiscard]] OwnedContour MakeContour(PointList& list);
 
-/// The stored polygon of `count` points: one area on the grid of its own box, or
+/// The stored polygon of a list of points: one area on the grid of its own box, or
 /// no area when the contour collapses there. Null when the shape cannot be
 /// allocated; throws as MakeContour does, and ERR::NOMEM.
-[[nodiscard]] std::unique_ptr<Shape> BuildShape(std::size_t count, const InputPoint* points);
+[[nodiscard]] std::unique_ptr<Shape> BuildShape(PointList points);
 
 }  // namespace zelvan

@@ -79,7 +79,7 @@ std::unique_ptr<Shape> ShapeOf(const Ring& ring) {
   for (const Point& p : ring) {
     points.push_back({static_cast<double>(p.x * kStep), static_cast<double>(p.y * kStep), 0.0});
   }
-  return BuildShape(points.size(), points.data());
+  return BuildShape(points);
 }
 
 // Even-odd, at a point that lies on no edge.

@@ -24,7 +24,7 @@ ShapePtr ShapeOf(const support::Ring& ring, double scale) {
   for (std::size_t i = 0; i < ring.size(); i += 3) {
     points.push_back({ring[i] * scale, ring[i + 1] * scale, 0.0});
   }
-  return BuildShape(points.size(), points.data());
+  return BuildShape(points);
 }
 
 double AreaOf(const Shape& shape) {

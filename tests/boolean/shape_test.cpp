@@ -35,7 +35,7 @@ using support::WorldRing;
 std::unique_ptr<Shape> ShapeOf(const WorldRing& ring) {
   std::vector<InputPoint> points;
   for (const auto& p : ring) points.push_back({p.x, p.y, 0.0});
-  return BuildShape(points.size(), points.data());
+  return BuildShape(points);
 }
 
 WorldAreas WorldOf(const Shape& shape) {

@@ -204,7 +204,7 @@ TEST(Guarantee, ContoursThatDoNotCrossHaveTriangles) {
     if (SetMain(xyz) == 0) continue;
     zelvan::PointList points;
     for (std::size_t k = 0; k < xyz.size(); k += 3) points.push_back({xyz[k], xyz[k + 1], 0});
-    const auto snapped = zelvan::BuildShape(points.size(), points.data());
+    const auto snapped = zelvan::BuildShape(points);
     const zelvan::Shape& main = *zelvan::ProcessWorkspace().Main();
     const bool sound = snapped->areas == nullptr || zelvan::IsSound(snapped->areas);
     if (sound || ClosingEdgeCrosses(points)) {

@@ -18,7 +18,7 @@ namespace {
 using Points = std::vector<InputPoint>;
 
 std::unique_ptr<Shape> Build(const Points& points) {
-  return BuildShape(points.size(), points.data());
+  return BuildShape(points);
 }
 
 // The pass over a linked list, as it is described, node by node.
