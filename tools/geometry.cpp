@@ -42,7 +42,7 @@ double Area(const Polygon& polygon) {
   if (!IsFinite(polygon)) return 0;
   double area = std::abs(SignedArea(polygon.outer));
   for (const Ring& hole : polygon.holes) area -= std::abs(SignedArea(hole));
-  return area;
+  return std::abs(area);  // a hole around the outline counts by the even-odd rule
 }
 
 bool HasArea(const Ring& ring, double tolerance) {
