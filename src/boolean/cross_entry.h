@@ -10,7 +10,7 @@
 #include <cstdint>
 
 #include "boolean/labels.h"
-#include "memory/block_pool.h"
+#include "memory/arena.h"
 #include "polygon/records.h"
 
 namespace zelvan {
@@ -30,7 +30,7 @@ struct CrossEntry {
   VertexNode* partner;  ///< of a shared edge, the first vertex of the other operand's copy
 };
 
-using EntryPool = BlockPool<CrossEntry>;
+using EntryPool = Arena<CrossEntry>;
 
 [[nodiscard]] inline bool IsTowardPrev(const CrossEntry* e) noexcept {
   return (e->flags & TOWARD_PREV) != 0;
