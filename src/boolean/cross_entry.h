@@ -32,6 +32,13 @@ struct CrossEntry {
 
 using EntryPool = Arena<CrossEntry>;
 
+/// What the sweep makes: entries, and the vertices that it puts into the operands' rings.
+/// Must outlive the rings, which hold on to the vertices until they are freed.
+struct SweepRecords {
+  EntryPool entries;
+  Arena<VertexNode> vertices;
+};
+
 [[nodiscard]] inline bool IsTowardPrev(const CrossEntry* e) noexcept {
   return (e->flags & TOWARD_PREV) != 0;
 }

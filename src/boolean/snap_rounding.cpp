@@ -211,11 +211,12 @@ void Sweep::SplitAt(Segment* s, HotRow& row, std::int32_t x) {
   } else if (s->high == centre) {
     vertex = s->upper;
   } else {
-    vertex = NewVertex(centre);
-    vertex->flags = s->lower->flags;
+    vertex = records_.vertices.Take();
+    vertex->grid = centre;
+    vertex->flags = s->lower->flags | VERTEX_LENT;
     LinkBefore(s->forward != 0 ? s->upper : s->upper->next, vertex);
   }
-  OnSnappedVertex(row.entries, vertex, entries_);
+  OnSnappedVertex(row.entries, vertex, records_.entries);
 }
 
 }  // namespace zelvan

@@ -45,8 +45,8 @@ enum class ColumnSearch { kIndexed, kEverySegment };
 
 class Sweep {
  public:
-  explicit Sweep(EntryPool& entries, ColumnSearch search = ColumnSearch::kIndexed) noexcept
-      : entries_(entries), search_(search) {}
+  explicit Sweep(SweepRecords& records, ColumnSearch search = ColumnSearch::kIndexed) noexcept
+      : records_(records), search_(search) {}
 
   /// Splits the rings that the table was filled from and gives every vertex its
   /// entries, but for vertices that nothing else meets, which may have none. Raises ERR::NOMEM or
@@ -79,7 +79,7 @@ class Sweep {
   void SplitAtRows(Segment* s, std::int32_t x);
   void SplitAt(Segment* s, HotRow& row, std::int32_t x);
 
-  EntryPool& entries_;
+  SweepRecords& records_;
   ColumnSearch search_;
   EventQueue queue_;
   StatusList status_;
