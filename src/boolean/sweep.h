@@ -64,6 +64,7 @@ class Sweep {
   void HandleNext();
   void Handle(const SweepEvent& event);
   void Start(Segment* s);
+  [[nodiscard]] Segment* FirstAbove(const Segment* s) noexcept;
   bool GoesOn(Segment* s, Segment* t);
   void Cross(Segment* first, Segment* second);
   void CheckPair(Segment* a, Segment* b);
@@ -86,6 +87,7 @@ class Sweep {
   std::uint32_t sequence_ = 0;
   std::vector<Seed> seeds_;
   GridPoint lastPlace_{GRID_MAX, GRID_MAX};  // at which a segment started or ended
+  Segment* near_ = nullptr;  // an active segment next to that place, or the list's end
   std::uint64_t eventCount_ = 0;
   std::uint64_t crossingCount_ = 0;
 
