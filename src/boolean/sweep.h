@@ -75,6 +75,7 @@ class Sweep {
   void SnapColumn(std::int32_t x);
   void CollectRows();
   void CollectCandidates(std::int32_t x);
+  void CollectOwn();
   void CollectNearRow(std::int32_t x, std::int32_t y);
   void CollectAll();
   void SplitAtRows(Segment* s, std::int32_t x);
