@@ -52,9 +52,8 @@ Step WalkEdge(Step at, BoolOp op) noexcept {
 }
 
 // Every step uses up one edge, so a trace is no longer than there are edges.
-OwnedContour TraceContour(Step at, BoolOp op) {
-  std::vector<GridPoint> points;
-  points.reserve(32);  // most contours have no more
+OwnedContour TraceContour(Step at, BoolOp op, std::vector<GridPoint>& points) {
+  points.clear();
   do {
     points.push_back(at.vertex->grid);
     MarkVisited(at.Holder());
@@ -77,12 +76,13 @@ void DeliverContour(OwnedContour contour, OwnedRing& result, PendingHoles& pendi
 
 void CollectEdges(const Contour* contour, OwnedRing& result, PendingHoles& pendingHoles,
                   BoolOp op) {
+  std::vector<GridPoint> points;  // of one trace after the other
   ForEachVertex(contour, [&](VertexNode* v) {
     if ((v->flags & VISITED) != 0) return;
     const auto direction = StartRule(op, v);
     if (!direction) return;
     OwnedContour traced =
-        TraceContour({*direction == Direction::FORWARD ? v : v->next, *direction}, op);
+        TraceContour({*direction == Direction::FORWARD ? v : v->next, *direction}, op, points);
     if (FinishContour(traced.get())) DeliverContour(std::move(traced), result, pendingHoles);
   });
 }

@@ -27,17 +27,17 @@ ERR::CODE Guarded(Work work) noexcept {
   }
 }
 
-void SweepAndLabel(Area* a, Area* b, FillRules rules, EntryPool& entries) {
+void SweepAndLabel(Area* a, Area* b, FillRules rules, SweepRecords& records) {
   MarkOperand(a, true);
   MarkOperand(b, false);
   SegmentTable table;
   table.reserve(CountVertices(a) + CountVertices(b));
   FillSegments(table, a);
   FillSegments(table, b);
-  Sweep sweep(entries);
+  Sweep sweep(records);
   sweep.Run(table);
-  AnalysePixels(a, entries);
-  AnalysePixels(b, entries);
+  AnalysePixels(a, records.entries);
+  AnalysePixels(b, records.entries);
   LabelEdges(sweep.Seeds(), rules);
   LabelContours(a);
   LabelContours(b);
@@ -60,11 +60,11 @@ bool KeepsLoneOperand(bool isFirst, BoolOp op) noexcept {
 
 }  // namespace
 
-ERR::CODE CombineCopies(Area* a, Area* b, Area*& result, BoolOp op, FillRules rules) noexcept {
+ERR::CODE CombineCopies(Area* a, Area* b, Area*& result, BoolOp op, SweepRecords& records,
+                        FillRules rules) noexcept {
   result = nullptr;
   return Guarded([&] {
-    EntryPool entries;
-    SweepAndLabel(a, b, rules, entries);
+    SweepAndLabel(a, b, rules, records);
     result = Assemble(a, b, op);
   });
 }
@@ -77,9 +77,10 @@ ERR::CODE Boolean(const Area* a, const Area* b, Area*& result, BoolOp op) noexce
       if (KeepsLoneOperand(a != nullptr, op)) result = CopyAreas(lone);
       return;
     }
+    SweepRecords records;
     const OwnedRing copyA(CopyOperand(a));
     const OwnedRing copyB(CopyOperand(b));
-    const ERR::CODE code = CombineCopies(copyA.first, copyB.first, result, op);
+    const ERR::CODE code = CombineCopies(copyA.first, copyB.first, result, op, records);
     if (code != ERR::OK) ERR::Raise(code);
   });
 }
@@ -87,9 +88,11 @@ ERR::CODE Boolean(const Area* a, const Area* b, Area*& result, BoolOp op) noexce
 ERR::CODE CombineRings(const RingSet& a, const RingSet& b, Area*& result, BoolOp op) noexcept {
   result = nullptr;
   return Guarded([&] {
+    SweepRecords records;
     const OwnedRing copyA(CopyRings(a.areas));
     const OwnedRing copyB(CopyRings(b.areas));
-    const ERR::CODE code = CombineCopies(copyA.first, copyB.first, result, op, {a.rule, b.rule});
+    const ERR::CODE code =
+        CombineCopies(copyA.first, copyB.first, result, op, records, {a.rule, b.rule});
     if (code != ERR::OK) ERR::Raise(code);
   });
 }

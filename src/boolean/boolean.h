@@ -17,6 +17,7 @@
 
 #include <zelvan/error.h>
 
+#include "boolean/cross_entry.h"
 #include "boolean/labels.h"
 #include "boolean/winding.h"
 #include "polygon/records.h"
@@ -47,7 +48,9 @@ inline ERR::CODE RegionOf(const RingSet& rings, Area*& result) noexcept {
 }
 
 /// Combines two rings of areas (each may be null) that the engine may label and split;
-/// they stay the caller's. No two neighbouring points of a contour may be equal.
-ERR::CODE CombineCopies(Area* a, Area* b, Area*& result, BoolOp op, FillRules rules = {}) noexcept;
+/// they stay the caller's, and the records must outlive them. No two neighbouring points of a
+/// contour may be equal.
+ERR::CODE CombineCopies(Area* a, Area* b, Area*& result, BoolOp op, SweepRecords& records,
+                        FillRules rules = {}) noexcept;
 
 }  // namespace zelvan

@@ -10,7 +10,7 @@
 #include <cstdint>
 
 #include "boolean/labels.h"
-#include "memory/block_pool.h"
+#include "memory/arena.h"
 #include "polygon/records.h"
 
 namespace zelvan {
@@ -19,6 +19,8 @@ inline constexpr std::uint32_t TOWARD_PREV = 1;  ///< for the edge from prev int
 inline constexpr std::uint32_t SORTED = 2;       ///< the pixel has been analysed
 inline constexpr std::uint32_t ENTRY_FIRST = 4;  ///< the vertex belongs to operand A
 inline constexpr std::uint32_t FLOODED = 8;      ///< the pixel's edges are labelled
+
+inline constexpr std::uint32_t QUADRANT_SHIFT = 4;  ///< above it the quadrant of (dx, dy)
 
 struct CrossEntry {
   CrossEntry* next;  ///< counter-clockwise once sorted
@@ -30,7 +32,14 @@ struct CrossEntry {
   VertexNode* partner;  ///< of a shared edge, the first vertex of the other operand's copy
 };
 
-using EntryPool = BlockPool<CrossEntry>;
+using EntryPool = Arena<CrossEntry>;
+
+/// What the sweep makes: entries, and the vertices that it puts into the operands' rings.
+/// Must outlive the rings, which hold on to the vertices until they are freed.
+struct SweepRecords {
+  EntryPool entries;
+  Arena<VertexNode> vertices;
+};
 
 [[nodiscard]] inline bool IsTowardPrev(const CrossEntry* e) noexcept {
   return (e->flags & TOWARD_PREV) != 0;

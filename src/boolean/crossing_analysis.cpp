@@ -16,8 +16,8 @@ using Entries = std::vector<CrossEntry*>;
 
 // Counter-clockwise from +x; of equal directions operand B's first.
 bool AngleBefore(const CrossEntry* a, const CrossEntry* b) noexcept {
-  const std::uint32_t qa = Quadrant(a->dx, a->dy);
-  const std::uint32_t qb = Quadrant(b->dx, b->dy);
+  const std::uint32_t qa = a->flags >> QUADRANT_SHIFT;
+  const std::uint32_t qb = b->flags >> QUADRANT_SHIFT;
   if (qa != qb) return qa < qb;
   const std::int64_t turn = std::int64_t{a->dy} * b->dx - std::int64_t{b->dy} * a->dx;
   if (turn != 0) return turn < 0;
@@ -38,6 +38,7 @@ void Gather(CrossEntry* start, Entries& entries) {
     const GridPoint there = FarEndOf(e)->grid;
     e->dx = there.gx - here.gx;
     e->dy = there.gy - here.gy;
+    e->flags |= Quadrant(e->dx, e->dy) << QUADRANT_SHIFT;
     if ((e->vertex->flags & FROM_FIRST) != 0) e->flags |= ENTRY_FIRST;
     entries.push_back(e);
     e = e->next;
@@ -52,8 +53,13 @@ void SortByAngle(Entries& entries) {
     std::stable_sort(entries.begin(), entries.end(), AngleBefore);
     return;
   }
-  for (auto e = entries.begin(); e != entries.end(); ++e) {
-    std::rotate(std::upper_bound(entries.begin(), e, *e, AngleBefore), e, e + 1);
+  for (std::size_t i = 1; i < entries.size(); ++i) {
+    CrossEntry* const e = entries[i];
+    std::size_t place = i;
+    for (; place > 0 && AngleBefore(e, entries[place - 1]); --place) {
+      entries[place] = entries[place - 1];
+    }
+    entries[place] = e;
   }
 }
 

@@ -26,8 +26,7 @@ namespace zelvan {
 }
 
 /// Analyses the pixels of every vertex of a ring of areas, each pixel once. A vertex
-/// without entries is one that no other vertex meets. Raises ERR::NOMEM.
-/// Throws std::bad_alloc.
+/// without entries is one that no other vertex meets. Throws std::bad_alloc.
 void AnalysePixels(Area* ring, EntryPool& entries);
 
 }  // namespace zelvan

@@ -74,6 +74,16 @@ class AreaSearch {
   std::size_t firstHole_ = 0;
 };
 
+// Behind the outer boundary, before the holes that are there.
+void AddHole(Area* area, OwnedContour hole) noexcept {
+  hole->next = area->contours->next;
+  area->contours->next = hole.release();
+}
+
+bool IsOnly(const Area* area) noexcept {
+  return area != nullptr && area->next == area;
+}
+
 // Is it less work to test each hole than to sweep over all contours?
 bool TestsAreCheaper(const OwnedRing& result, const PendingHoles& pendingHoles) noexcept {
   std::size_t perHole = 0;
@@ -105,7 +115,9 @@ OwnedContour PendingHoles::Pop() noexcept {
 }
 
 void PlaceHoles(OwnedRing& result, PendingHoles& pendingHoles) {
-  if (TestsAreCheaper(result, pendingHoles)) {
+  if (IsOnly(result.first)) {
+    while (!pendingHoles.Empty()) AddHole(result.first, pendingHoles.Pop());
+  } else if (TestsAreCheaper(result, pendingHoles)) {
     PlaceHolesByTests(result, pendingHoles);
   } else {
     PlaceHolesBySweep(result, pendingHoles);
@@ -123,9 +135,7 @@ void PlaceHolesByTests(OwnedRing& result, PendingHoles& pendingHoles) {
 void PlaceHolesBySweep(OwnedRing& result, PendingHoles& pendingHoles) {
   for (Area* area : AreaSearch(result, pendingHoles).Run()) {
     if (area == nullptr) ERR::Raise(ERR::FAIL);
-    Contour* hole = pendingHoles.Pop().release();
-    hole->next = area->contours->next;
-    area->contours->next = hole;
+    AddHole(area, pendingHoles.Pop());
   }
 }
 

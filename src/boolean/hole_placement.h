@@ -24,8 +24,9 @@ class PendingHoles {
   Contour* first_ = nullptr;
 };
 
-/// Places the holes, newest first, by the cheaper of the two ways below. Raises
-/// ERR::FAIL when an area for one is missing, ERR::NOMEM.
+/// Places the holes of a region's faces, newest first: where there is one area only they
+/// are its holes, else by the cheaper of the two ways below. Raises ERR::FAIL when an area
+/// for one is missing, ERR::NOMEM.
 void PlaceHoles(OwnedRing& result, PendingHoles& pendingHoles);
 
 /// Tests each hole against each area: for any contours.

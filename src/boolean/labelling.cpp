@@ -77,14 +77,14 @@ class Flood {
     if (v->crossNext == nullptr) {
       if (LabelOf(v) == LABEL_UNKNOWN) FromPlain(v, seed.winding);
     } else if ((v->crossNext->flags & FLOODED) == 0) {
-      Pixel(HighestOf(v->crossNext), seed.winding);
+      Pixel(BundleFrom(HighestOf(v->crossNext)), seed.winding);
     }
     while (!open_.empty()) {
       const Arrival a = open_.back();
       open_.pop_back();
       if ((a.entry->flags & FLOODED) != 0) continue;
       const Bundle b = BundleFrom(FirstCopy(a.entry));
-      Pixel(b.first, IsTowardPrev(a.entry) ? a.left + b.step : a.left);
+      Pixel(b, IsTowardPrev(a.entry) ? a.left + b.step : a.left);
     }
   }
 
@@ -116,16 +116,23 @@ class Flood {
     Backward(v, bits, left);
   }
 
-  // `after`: the winding numbers in the sector counter-clockwise of the bundle that
-  // starts with `start`. Goes once around the pixel, from the bundle after it.
-  void Pixel(CrossEntry* start, Winding after) {
-    CrossEntry* const begin = BundleFrom(start).last->next;
+  // A sector of a pixel: its winding numbers, and the operands that contain it.
+  struct Sector {
+    Winding winding;
+    OperandSet inside;
+  };
+
+  // `after`: the winding numbers in the sector counter-clockwise of `start`. Goes once
+  // around the pixel, from the bundle after it.
+  void Pixel(const Bundle& start, Winding after) {
+    CrossEntry* const begin = start.last->next;
     CrossEntry* e = begin;
-    Winding sector = after;
+    Sector sector{after, rules_.Inside(after)};
     do {
       const Bundle b = BundleFrom(e);
-      const Winding clockwise = sector;
-      sector += b.step;
+      const Sector clockwise = sector;
+      sector.winding += b.step;
+      sector.inside = rules_.Inside(sector.winding);
       LabelBundle(b, clockwise, sector);
       e = b.last->next;
     } while (e != begin);
@@ -135,13 +142,14 @@ class Flood {
     } while (e != begin);
   }
 
-  void LabelBundle(const Bundle& b, Winding clockwise, Winding counterClockwise) {
-    const OperandSet sides[2] = {rules_.Inside(counterClockwise), rules_.Inside(clockwise)};
+  // An edge that has its label already has it from its other end.
+  void LabelBundle(const Bundle& b, Sector clockwise, Sector counterClockwise) {
+    const OperandSet sides[2] = {counterClockwise.inside, clockwise.inside};
     for (CrossEntry* e : b.kept) {
-      if (e == nullptr) continue;
+      if (e == nullptr || LabelOf(HolderOf(e)) != LABEL_UNKNOWN) continue;
       const bool toward = IsTowardPrev(e);
       Follow(e, EdgeBits(OperandOf(e), sides[toward], sides[!toward]),
-             toward ? clockwise : counterClockwise);
+             (toward ? clockwise : counterClockwise).winding);
     }
     if ((sides[0] ^ sides[1]) == (OPERAND_A | OPERAND_B)) {
       VertexNode* u = HolderOf(b.kept[0]);

@@ -97,12 +97,13 @@ std::optional<WorldBox> CombineRegions(const Area* areas, const WorldBox& grid, 
     return BoxOf(other);
   }
   const WorldBox common = CommonBox(areas, grid, other);
+  SweepRecords records;
   const OwnedRing a(CopyOnGrid(areas, grid, common));
   const OwnedRing b(CopyOnGrid(other.areas, BoxOf(other), common));
   const Edges edgesA(a.first);
   const Edges edgesB(b.first);
   const bool both = a.first != nullptr && b.first != nullptr;
-  const ERR::CODE code = both ? CombineCopies(a.first, b.first, result.first, op)
+  const ERR::CODE code = both ? CombineCopies(a.first, b.first, result.first, op, records)
                               : Boolean(a.first, b.first, result.first, op);
   if (code != ERR::OK) ERR::Raise(code);
   if (result.first == nullptr) return grid;

@@ -151,8 +151,6 @@ void Sweep::CollectCandidates(std::int32_t x) {
   candidates_.clear();
   std::size_t starts = 0;
   for (const SweepEvent& e : column_) {
-    candidates_.push_back(e.first);
-    if (e.Kind() == EVENT_CROSS) candidates_.push_back(e.second);
     if (e.Kind() == EVENT_START) ++starts;
   }
   // The walks pass over started segments. Where they might pass over more than there
@@ -162,14 +160,27 @@ void Sweep::CollectCandidates(std::int32_t x) {
       rows_.size() * starts >= active) {
     CollectAll();
   } else {
+    CollectOwn();
     for (const HotRow& row : rows_) CollectNearRow(x, row.y);
   }
   std::sort(candidates_.begin(), candidates_.end());
   candidates_.erase(std::unique(candidates_.begin(), candidates_.end()), candidates_.end());
 }
 
+// What is active now, and what has been until the column.
 void Sweep::CollectAll() {
+  for (const SweepEvent& e : column_) {
+    if (e.Kind() == EVENT_END) candidates_.push_back(e.first);
+  }
   for (Segment* s = status_.Bottom(); !status_.IsEnd(s); s = s->above) candidates_.push_back(s);
+}
+
+// The segments of the column's own events.
+void Sweep::CollectOwn() {
+  for (const SweepEvent& e : column_) {
+    candidates_.push_back(e.first);
+    if (e.Kind() == EVENT_CROSS) candidates_.push_back(e.second);
+  }
 }
 
 void Sweep::CollectNearRow(std::int32_t x, std::int32_t y) {
@@ -211,11 +222,12 @@ void Sweep::SplitAt(Segment* s, HotRow& row, std::int32_t x) {
   } else if (s->high == centre) {
     vertex = s->upper;
   } else {
-    vertex = NewVertex(centre);
-    vertex->flags = s->lower->flags;
+    vertex = records_.vertices.Take();
+    vertex->grid = centre;
+    vertex->flags = s->lower->flags | VERTEX_LENT;
     LinkBefore(s->forward != 0 ? s->upper : s->upper->next, vertex);
   }
-  OnSnappedVertex(row.entries, vertex, entries_);
+  OnSnappedVertex(row.entries, vertex, records_.entries);
 }
 
 }  // namespace zelvan

@@ -39,6 +39,7 @@ bool Sweep::GoesOn(Segment* s, Segment* t) {
   if (!status_.IsEnd(s->above) && side(s->above) >= 0) return false;
   status_.Replace(s, t);
   lastPlace_ = p;
+  near_ = t;
   CheckPair(t, t->above);
   CheckPair(t->below, t);
   return true;
@@ -51,6 +52,7 @@ void Sweep::Handle(const SweepEvent& event) {
       Segment* above = event.first->above;
       status_.Remove(event.first);
       lastPlace_ = event.first->high;
+      near_ = above;
       CheckPair(below, above);
       break;
     }
@@ -63,9 +65,29 @@ void Sweep::Handle(const SweepEvent& event) {
   }
 }
 
+// The first segment above the start of s. Where the last one has just started or ended
+// there, it is a few steps away.
+Segment* Sweep::FirstAbove(const Segment* s) noexcept {
+  const auto isAbove = [s](const Segment* t) { return IsAbove(s, t); };
+  if (lastPlace_ == s->low) {
+    Segment* t = near_;
+    for (int step = 0; step < 4; ++step) {
+      if (!status_.IsEnd(t) && isAbove(t)) {
+        t = t->above;
+      } else if (!status_.IsEnd(t->below) && !isAbove(t->below)) {
+        t = t->below;
+      } else {
+        return t;
+      }
+    }
+  }
+  return status_.FirstNot(isAbove);
+}
+
 void Sweep::Start(Segment* s) {
-  status_.InsertBelow(s, status_.FirstNot([s](const Segment* t) { return IsAbove(s, t); }));
+  status_.InsertBelow(s, FirstAbove(s));
   RecordSeed(s);
+  near_ = s;
   CheckPair(s, s->above);
   CheckPair(s->below, s);
 }

@@ -45,8 +45,8 @@ enum class ColumnSearch { kIndexed, kEverySegment };
 
 class Sweep {
  public:
-  explicit Sweep(EntryPool& entries, ColumnSearch search = ColumnSearch::kIndexed) noexcept
-      : entries_(entries), search_(search) {}
+  explicit Sweep(SweepRecords& records, ColumnSearch search = ColumnSearch::kIndexed) noexcept
+      : records_(records), search_(search) {}
 
   /// Splits the rings that the table was filled from and gives every vertex its
   /// entries, but for vertices that nothing else meets, which may have none. Raises ERR::NOMEM or
@@ -64,6 +64,7 @@ class Sweep {
   void HandleNext();
   void Handle(const SweepEvent& event);
   void Start(Segment* s);
+  [[nodiscard]] Segment* FirstAbove(const Segment* s) noexcept;
   bool GoesOn(Segment* s, Segment* t);
   void Cross(Segment* first, Segment* second);
   void CheckPair(Segment* a, Segment* b);
@@ -74,18 +75,20 @@ class Sweep {
   void SnapColumn(std::int32_t x);
   void CollectRows();
   void CollectCandidates(std::int32_t x);
+  void CollectOwn();
   void CollectNearRow(std::int32_t x, std::int32_t y);
   void CollectAll();
   void SplitAtRows(Segment* s, std::int32_t x);
   void SplitAt(Segment* s, HotRow& row, std::int32_t x);
 
-  EntryPool& entries_;
+  SweepRecords& records_;
   ColumnSearch search_;
   EventQueue queue_;
   StatusList status_;
   std::uint32_t sequence_ = 0;
   std::vector<Seed> seeds_;
   GridPoint lastPlace_{GRID_MAX, GRID_MAX};  // at which a segment started or ended
+  Segment* near_ = nullptr;  // an active segment next to that place, or the list's end
   std::uint64_t eventCount_ = 0;
   std::uint64_t crossingCount_ = 0;
 

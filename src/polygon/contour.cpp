@@ -32,6 +32,7 @@ void GrowBox(WorldBox& box, double x, double y) noexcept {
 
 // Vertices of the block go with it.
 void FreeVertex(const Contour* contour, VertexNode* vertex) noexcept {
+  if ((vertex->flags & VERTEX_LENT) != 0) return;
   const VertexNode* block = contour->block.get();
   const std::less<const VertexNode*> before;
   if (before(vertex, block) || !before(vertex, block + contour->blockSize)) delete vertex;

@@ -1,7 +1,8 @@
 // Making, growing, reversing and freeing vertex rings, in both coordinate forms.
 //
 // A vertex is either made by itself or stands in its contour's block, in ring order when
-// that is made; a ring may have vertices of both kinds.
+// that is made; a ring may have vertices of both kinds. Those that are lent to it
+// (VERTEX_LENT) go with their owner.
 //
 // The world form is used while an input contour is built; the grid form by the
 // Boolean engine. A vertex or contour that cannot be allocated leaves nothing

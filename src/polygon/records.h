@@ -30,10 +30,13 @@ struct CrossEntry;
 /// Set in a contour's flags while its ring runs counter-clockwise.
 inline constexpr std::uint32_t CONTOUR_CCW = 0x100;
 
+/// Set in a vertex's flags where its ring does not own it.
+inline constexpr std::uint32_t VERTEX_LENT = 0x100;
+
 struct VertexNode {
   VertexNode* next;  ///< in the direction of the contour
   VertexNode* prev;
-  std::uint32_t flags;  ///< low byte: the Boolean engine's; bits above are never set
+  std::uint32_t flags;  ///< VERTEX_LENT; low byte: the Boolean engine's
   union {               ///< one overlay, not two copies
     WorldPoint world;
     GridPoint grid;

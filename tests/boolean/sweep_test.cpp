@@ -26,7 +26,7 @@ using oracle::Rings;
 class Swept {
  public:
   Swept(const Rings& a, const Rings& b, ColumnSearch search = ColumnSearch::kIndexed)
-      : a_(fixtures::RingOf(a)), b_(fixtures::RingOf(b)), sweep(entries_, search) {
+      : a_(fixtures::RingOf(a)), b_(fixtures::RingOf(b)), sweep(records_, search) {
     MarkOperand(a_.first, true);
     MarkOperand(b_.first, false);
     FillSegments(table, a_.first);
@@ -58,15 +58,15 @@ class Swept {
   }
 
   void Label() {
-    AnalysePixels(a_.first, entries_);
-    AnalysePixels(b_.first, entries_);
+    AnalysePixels(a_.first, records_.entries);
+    AnalysePixels(b_.first, records_.entries);
     LabelEdges(sweep.Seeds(), {});
   }
 
  private:
+  SweepRecords records_;
   OwnedRing a_;
   OwnedRing b_;
-  EntryPool entries_;
 
  public:
   SegmentTable table;
