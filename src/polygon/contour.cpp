@@ -113,12 +113,6 @@ void LinkBefore(VertexNode* place, VertexNode* vertex) noexcept {
   place->prev = vertex;
 }
 
-void UnlinkAndFree(VertexNode* vertex) noexcept {
-  vertex->prev->next = vertex->next;
-  vertex->next->prev = vertex->prev;
-  delete vertex;
-}
-
 Contour* NewContourInBlock(std::uint32_t n) noexcept {
   std::unique_ptr<VertexNode[]> block(new (std::nothrow) VertexNode[n]{});
   if (block == nullptr) return nullptr;

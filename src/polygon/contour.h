@@ -45,9 +45,6 @@ void AppendVertex(Contour*& contour, GridPoint point);
 /// Links `vertex` into a ring just before `place`.
 void LinkBefore(VertexNode* place, VertexNode* vertex) noexcept;
 
-/// Takes `vertex`, made by itself, out of its ring and frees it.
-void UnlinkAndFree(VertexNode* vertex) noexcept;
-
 /// Takes a vertex of either kind out of a contour. It may not be the head.
 void RemoveVertex(Contour* contour, VertexNode* vertex) noexcept;
 

@@ -111,17 +111,6 @@ void UnsnapShape(Area* ring, WorldPoint boxMin, WorldPoint boxMax) noexcept {
   ForEachContour(ring, [&](Contour* contour) { UnsnapContour(contour, boxMin, boxMax); });
 }
 
-void ComputeBox(const Area* ring, WorldPoint& boxMin, WorldPoint& boxMax) noexcept {
-  if (ring == nullptr) return;
-  constexpr double largest = std::numeric_limits<double>::max();
-  boxMin = {largest, largest};
-  boxMax = {-largest, -largest};
-  ForEachContour(ring, [&](const Contour* contour) {
-    ForEachVertex(contour,
-                  [&](const VertexNode* v) { MergeBoxes(boxMin, boxMax, v->world, v->world); });
-  });
-}
-
 void MergeBoxes(WorldPoint& boxMin, WorldPoint& boxMax, WorldPoint a, WorldPoint b) noexcept {
   for (const WorldPoint p : {a, b}) {
     if (p.x < boxMin.x) boxMin.x = p.x;

@@ -5,8 +5,12 @@
 #include <cstddef>
 #include <memory>
 #include <span>
+#include <vector>
 
-#include "polygon/area.h"
+#include "triangulation/chains.h"
+#include "triangulation/interval_list.h"
+#include "triangulation/sweep_records.h"
+#include "triangulation/triangle_writer.h"
 
 namespace VORNEX {
 

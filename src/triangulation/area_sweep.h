@@ -35,14 +35,10 @@
 #pragma once
 
 #include <cstdint>
-#include <vector>
 
 #include "polygon/key_sort.h"
 #include "polygon/records.h"
-#include "triangulation/chains.h"
-#include "triangulation/interval_list.h"
-#include "triangulation/sweep_records.h"
-#include "triangulation/triangle_writer.h"
+#include "triangulation/mesh.h"
 
 namespace VORNEX {
 

@@ -26,18 +26,6 @@ Areas Of(BoolOp op, const Areas& a, const Areas& b) {
   return fixtures::AreasOf(result.first);
 }
 
-TEST(Boolean, OverlappingSquares) {
-  const Areas a{{Box(0, 0, 4, 4)}};
-  const Areas b{{Box(2, 2, 6, 6)}};
-  EXPECT_EQ(Of(UNION, a, b),
-            (Areas{{{{0, 0}, {4, 0}, {4, 2}, {6, 2}, {6, 6}, {2, 6}, {2, 4}, {0, 4}}}}));
-  EXPECT_EQ(Of(INTERSECT, a, b), (Areas{{{{4, 2}, {4, 4}, {2, 4}, {2, 2}}}}));
-  const Ring difference{{0, 0}, {4, 0}, {4, 2}, {2, 2}, {2, 4}, {0, 4}};
-  EXPECT_EQ(Of(SUBTRACT, a, b), (Areas{{difference}}));
-  EXPECT_EQ(Of(XOR, a, b),
-            (Areas{{difference}, {{{4, 4}, {4, 2}, {6, 2}, {6, 6}, {2, 6}, {2, 4}}}}));
-}
-
 TEST(Boolean, NestedDisjointEqualAndEmpty) {
   const Areas big{{Box(0, 0, 8, 8)}};
   const Areas small{{Box(2, 2, 4, 4)}};
@@ -58,14 +46,6 @@ TEST(Boolean, NestedDisjointEqualAndEmpty) {
     EXPECT_EQ(Of(op, big, none), op == INTERSECT ? none : big);
     EXPECT_EQ(Of(op, none, big), op == UNION || op == XOR ? big : none);
   }
-}
-
-// No boundary runs where the areas of one operand touch along an edge.
-TEST(Boolean, AreasOfOneOperandThatTouchAlongAnEdgeAreOneRegion) {
-  const Areas halves{{Box(0, 0, 4, 8)}, {Box(4, 0, 8, 8)}};
-  const Areas square{{Box(2, 2, 6, 6)}};
-  EXPECT_EQ(Of(INTERSECT, halves, square), square);
-  EXPECT_EQ(Of(UNION, halves, square), (Areas{{Box(0, 0, 8, 8)}}));
 }
 
 TEST(Operands, CopiesKeepTheOrderOfHolesThatTouchTheirOutline) {

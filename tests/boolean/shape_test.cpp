@@ -252,40 +252,6 @@ TEST(Queues, GiveWhatOneAfterTheOtherGives) {
   }
 }
 
-TEST(Chains, TrianglesOfAMeshUnitedOneByOneGiveThePolygonBack) {
-  for (std::uint64_t seed = 0; seed < 8; ++seed) {
-    SCOPED_TRACE(seed);
-    Random random(seed);
-    WorldRing ring;
-    for (int i = 0; i < 40; ++i) {
-      const double angle = 6.283185307179586 * i / 40;
-      const double radius = 20 + 80 * Unit(random);
-      ring.push_back({radius * std::cos(angle), radius * std::sin(angle)});
-    }
-    const auto polygon = ShapeOf(ring);
-    ASSERT_TRUE(Triangulate(*polygon));
-    std::vector<WorldRing> triangles;
-    const Area* area = polygon->areas;
-    for (std::uint32_t i = 0; i < area->triangleCount; ++i) {
-      WorldRing triangle;
-      for (const VertexNode* v :
-           {area->triangles[i].a, area->triangles[i].b, area->triangles[i].c}) {
-        const WorldPoint p = Unsnap(v->grid, polygon->boxMin, polygon->boxMax);
-        triangle.push_back({p.x, p.y});
-      }
-      triangles.push_back(triangle);
-    }
-    for (std::size_t i = triangles.size(); i > 1; --i) {
-      std::swap(triangles[i - 1],
-                triangles[static_cast<std::size_t>(random.Below(static_cast<std::int64_t>(i)))]);
-    }
-    const auto united = ShapeOf(triangles[0]);
-    for (std::size_t i = 1; i < triangles.size(); ++i) Step(*united, *ShapeOf(triangles[i]), true);
-    EXPECT_NEAR(AreaOf(WorldOf(*united)), AreaOf(WorldOf(*polygon)), 1.0);
-    if (HasFailure()) return;
-  }
-}
-
 // A vertex that lies on an edge would be moved across it by the own, finer grid.
 TEST(Regridding, ContactsNeverBecomeCrossings) {
   constexpr double m = GRID_MAX;

@@ -98,52 +98,6 @@ TEST(Exact, CrossingsAtTheCornersOfTheGridDoNotOverflow) {
   EXPECT_FALSE(FindCrossing({0, 0}, {4, 4}, {1, 1}, {3, 3}).counts) << "collinear";
 }
 
-// The list against a plain vector: order, searches and counts.
-TEST(Status, IndexAgreesWithThePlainList) {
-  Random random(2);
-  std::vector<VertexNode> ends(400);
-  std::vector<Segment> segments(ends.size());
-  for (std::size_t i = 0; i < ends.size(); ++i) {
-    ends[i].flags = random.Below(2) == 0 ? FROM_FIRST : 0;
-    segments[i].lower = &ends[i];
-    segments[i].forward = static_cast<std::uint8_t>(random.Below(2));
-  }
-  StatusList list;
-  std::vector<Segment*> plain;
-  std::size_t fresh = 0;
-  for (int step = 0; step < 20000; ++step) {
-    const std::int64_t kind = random.Below(3);
-    const auto at =
-        static_cast<std::size_t>(random.Below(static_cast<std::int64_t>(plain.size()) + 1));
-    const auto place = plain.begin() + static_cast<std::ptrdiff_t>(at);
-    if (kind == 0 && fresh < segments.size()) {
-      Segment* s = &segments[fresh++];
-      const std::vector<Segment*> before(plain.begin(), place);
-      list.InsertBelow(s, list.FirstNot([&](const Segment* t) {
-        return std::find(before.begin(), before.end(), t) != before.end();
-      }));
-      plain.insert(place, s);
-    } else if (kind == 1 && at + 1 < plain.size()) {
-      list.Swap(plain[at], plain[at + 1]);
-      std::swap(plain[at], plain[at + 1]);
-    } else if (kind == 2 && at < plain.size() && fresh == segments.size()) {
-      list.Remove(plain[at]);
-      plain.erase(place);
-    }
-    ASSERT_EQ(list.Size(), plain.size());
-    Winding below;
-    Segment* s = list.Bottom();
-    for (Segment* expected : plain) {
-      ASSERT_EQ(s, expected);
-      ASSERT_TRUE(step % 50 != 0 || list.WindingBelow(s) == below);
-      const Winding change = StepOf(OperandOf(s->lower));
-      below = s->forward != 0 ? below + change : below - change;
-      s = s->above;
-    }
-    ASSERT_TRUE(list.IsEnd(s));
-  }
-}
-
 TEST(Sweep, IndexedColumnsGiveWhatLookingAtEverySegmentGives) {
   const std::pair<std::int64_t, std::int64_t> sizes[] = {
       {1000000, 1000000}, {100000, 50}, {200, 100000}, {300, 300}};

@@ -47,75 +47,6 @@ Corners Sorted(Corners list) {
   return list;
 }
 
-TEST(InsertionOrder, PhasesFollowTheIteratedLogarithm) {
-  EXPECT_EQ(VORNEX::LogStar(3), 1u);
-  EXPECT_EQ(VORNEX::LogStar(16), 2u);
-  EXPECT_EQ(VORNEX::LogStar(100), 2u);
-  EXPECT_EQ(VORNEX::PhaseEnd(100, 0), 1u);
-  EXPECT_EQ(VORNEX::PhaseEnd(100, 1), 22u);
-  EXPECT_EQ(VORNEX::PhaseEnd(100, 2), 66u);
-  EXPECT_EQ(VORNEX::PhaseEnd(3, 1), 3u);
-  for (std::uint32_t n = 3; n < 200000; n = n * 5 / 4 + 1) {
-    std::uint32_t end = 1;
-    for (std::uint32_t h = 1; h <= VORNEX::LogStar(n); ++h) {
-      EXPECT_GE(VORNEX::PhaseEnd(n, h), end) << n;
-      end = VORNEX::PhaseEnd(n, h);
-    }
-    EXPECT_LE(end, n);
-  }
-}
-
-// j = (r1 * 65535 + r2) mod n with draws of 15 bits, as a slow second telling.
-TEST(InsertionOrder, ShufflesByTheStatedDraws) {
-  const auto shape = MakeShape({{zelvan::test::Convex(100, 400000)}});
-  std::vector<zelvan::VertexNode*> order(shape->vertexTable.begin(), shape->vertexTable.end());
-  std::vector<zelvan::VertexNode*> expected = order;
-  VORNEX::ShuffleOrder(std::span(order), 77);
-  std::uint64_t state = 77;
-  const auto draw = [&] {
-    state = (state * 214013 + 2531011) % (std::uint64_t{1} << 32);
-    return state / 65536 % 32768;
-  };
-  for (std::size_t i = 0; i < expected.size(); ++i) {
-    const std::uint64_t first = draw();
-    std::swap(expected[i],
-              expected[static_cast<std::size_t>((first * 65535 + draw()) % expected.size())]);
-  }
-  EXPECT_EQ(order, expected);
-}
-
-TEST(InsertionOrder, RoundsKeepTheirEdgesAndFollowTheContours) {
-  for (const std::uint32_t n : {1u, 2u, 3u, 8u, 9u, 1000u}) {
-    std::vector<std::uint32_t> positions(n);
-    std::iota(positions.begin(), positions.end(), 0u);
-    VORNEX::ShuffleOrder(std::span(positions), 5);
-    std::vector<std::uint32_t> expected = positions;
-    for (std::size_t begin = 1; begin < n; begin *= 2) {
-      std::sort(expected.begin() + begin, expected.begin() + std::min<std::size_t>(2 * begin, n));
-    }
-    std::vector<std::uint32_t> scratch(n);
-    VORNEX::SortRounds(positions, scratch);
-    EXPECT_EQ(positions, expected) << n;
-  }
-}
-
-TEST(Predicates, SidesOfEdges) {
-  using VORNEX::IsLeftOf;
-  using VORNEX::LiesLeftOfEdge;
-  using VORNEX::Segment;
-  EXPECT_TRUE(VORNEX::GreaterThan({5, 0}, {0, 0}));
-  EXPECT_FALSE(VORNEX::GreaterThan({0, 0}, {0, 0}));
-  EXPECT_TRUE(IsLeftOf({1, 4}, Segment{{2, 0}, {2, 9}}));
-  EXPECT_FALSE(IsLeftOf({2, 4}, Segment{{2, 0}, {2, 9}}));
-  EXPECT_TRUE(IsLeftOf({1, 9}, Segment{{8, 0}, {2, 9}}));
-  EXPECT_FALSE(IsLeftOf({3, 9}, Segment{{8, 0}, {2, 9}}));
-  // On the edge the outer side counts: right of an upward edge, left of a downward one.
-  EXPECT_FALSE(LiesLeftOfEdge({2, 4}, Segment{{2, 0}, {2, 9}}));
-  EXPECT_TRUE(LiesLeftOfEdge({2, 4}, Segment{{2, 9}, {2, 0}}));
-  EXPECT_FALSE(LiesLeftOfEdge({4, 1}, Segment{{0, 1}, {9, 1}}));
-  EXPECT_TRUE(LiesLeftOfEdge({4, 1}, Segment{{9, 1}, {0, 1}}));
-}
-
 TEST(Triangulation, WorkedExamples) {
   const auto triangle = MakeShape({{{{0, 0}, {4, 0}, {0, 4}}}});
   const auto square = MakeShape({kSquare});
@@ -200,32 +131,6 @@ TEST(Triangulation, AFailingAreaIsLeftWithoutTriangles) {
   EXPECT_EQ(VORNEX::TriangulateAreas(wrongCount->areas), ERR::FAIL);
   wrongCount->areas->contours->count = 3;
   EXPECT_EQ(VORNEX::TriangulateAreas(wrongCount->areas), ERR::FAIL);
-}
-
-TEST(Triangulation, TheOutputArrayIsGuarded) {
-  class Probe : public VORNEX::TRIAGLOBS {
-   public:
-    explicit Probe(zelvan::Area* target) { area = target; }
-  };
-  const auto shape = MakeShape({kSquare});
-  zelvan::Area& area = *shape->areas;
-  area.triangles = std::make_unique<zelvan::Triangle[]>(2);
-  area.triangleCount = 2;
-  const auto& v = shape->vertexTable;
-  Probe engine(&area);
-  engine.EmitTriangle(v[0], v[1], v[2]);
-  engine.EmitTriangle(v[2], v[1], v[0]);
-  EXPECT_THROW(
-      {
-        try {
-          engine.EmitTriangle(v[0], v[1], v[3]);
-        } catch (CException* e) {
-          EXPECT_EQ(ERR::Delete(e), ERR::FAIL);
-          throw 0;
-        }
-      },
-      int);
-  EXPECT_EQ(Emitted(*shape), (Corners{"abc", "cba"}));
 }
 
 // Each allocation in turn fails: out of memory, nothing left behind, and the next

@@ -14,20 +14,6 @@ using VORNEX::MeshFace;
 using VORNEX::TriangleMesh;
 using zelvan::test::MakeShape;
 
-TEST(TriangleMesh, NumbersOneTriangleByItsOrientation) {
-  const auto shape = MakeShape({{{{0, 0}, {4, 0}, {0, 4}}}});
-  const auto& v = shape->vertexTable;
-  TriangleMesh counterClockwise(v);
-  counterClockwise.AddTriangle(v[0], v[1], v[2]);
-  EXPECT_EQ(counterClockwise.edges(),
-            (std::vector<MeshEdge>{{0, 1, true}, {1, 2, true}, {2, 0, true}}));
-  EXPECT_EQ(counterClockwise.faces(), (std::vector<MeshFace>{{{0, 2, 1}}}));
-  TriangleMesh clockwise(v);
-  clockwise.AddTriangle(v[0], v[2], v[1]);
-  EXPECT_EQ(clockwise.edges(), (std::vector<MeshEdge>{{0, 2, true}, {2, 1, true}, {1, 0, true}}));
-  EXPECT_EQ(clockwise.faces(), (std::vector<MeshFace>{{{0, 1, 2}}}));
-}
-
 TEST(TriangleMesh, FindsEdgesAsAScanDoes) {
   const std::uint64_t seed = 8;
   SCOPED_TRACE(testing::Message() << "seed " << seed);
