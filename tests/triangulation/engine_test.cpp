@@ -133,6 +133,32 @@ TEST(Triangulation, AFailingAreaIsLeftWithoutTriangles) {
   EXPECT_EQ(VORNEX::TriangulateAreas(wrongCount->areas), ERR::FAIL);
 }
 
+TEST(Triangulation, TheOutputArrayIsGuarded) {
+  class Probe : public VORNEX::TRIAGLOBS {
+   public:
+    explicit Probe(zelvan::Area* target) { area = target; }
+  };
+  const auto shape = MakeShape({kSquare});
+  zelvan::Area& area = *shape->areas;
+  area.triangles = std::make_unique<zelvan::Triangle[]>(2);
+  area.triangleCount = 2;
+  const auto& v = shape->vertexTable;
+  Probe engine(&area);
+  engine.EmitTriangle(v[0], v[1], v[2]);
+  engine.EmitTriangle(v[2], v[1], v[0]);
+  EXPECT_THROW(
+      {
+        try {
+          engine.EmitTriangle(v[0], v[1], v[3]);
+        } catch (CException* e) {
+          EXPECT_EQ(ERR::Delete(e), ERR::FAIL);
+          throw 0;
+        }
+      },
+      int);
+  EXPECT_EQ(Emitted(*shape), (Corners{"abc", "cba"}));
+}
+
 // Each allocation in turn fails: out of memory, nothing left behind, and the next
 // call succeeds.
 TEST(Triangulation, EveryFailedAllocationIsReported) {
