@@ -1,0 +1,244 @@
+/** @file
+ * Regions as values, in plain C: the door for every language.
+ *
+ * A region is a set of polygons with holes on a grid. It is immutable; a handle counts its
+ * users. Any rings make one; two are united, intersected, subtracted; any is cut into
+ * triangles. C++ programs include zelvan/region.h, a thin header over these functions, where
+ * the guarantees stand that hold for both.
+ *
+ *     double xy[] = {0,0, 10,0, 10,10, 0,10,   3,3, 7,3, 7,7, 3,7};
+ *     uint32_t rings[] = {0, 4, 8};                     // where each ring starts, and the end
+ *     zelvan_region* frame = NULL;
+ *     zelvan_counts n;
+ *
+ *     if (zelvan_region_create(xy, rings, 2, ZELVAN_EVEN_ODD, NULL, &frame, NULL) != ZELVAN_OK)
+ *       return;
+ *     zelvan_region_counts(frame, &n);                  // 1 polygon, 2 rings, 8 vertices, 8
+ * triangles zelvan_region_read(frame, &n, vertices, ring_offsets, polygon_offsets);
+ *     zelvan_region_triangulate(frame, ZELVAN_DELAUNAY, &n, triangles, neighbours);
+ *     zelvan_region_release(frame);
+ *
+ * What holds for all functions:
+ *  - Coordinates are doubles in the host's units, x and y in turn. Offsets and numbers of
+ *    vertices have 32 bits and begin with 0. Ring i of an offsets array owns the points from
+ *    offsets[i] to offsets[i + 1] - 1, so the array has an entry more than there are rings.
+ *  - NULL is the empty region, as an argument and as a result.
+ *  - Arrays stay the caller's and are not kept. An array to be filled must have room for what
+ *    zelvan_region_counts says; the caller hands these counts in, and other ones are refused.
+ *  - A function that fails leaves what it should have filled as it was. No exception leaves.
+ *  - There is no global state: any functions may run in any threads at once, on the same
+ *    regions, too. A handle that is released in one thread may not be used in another one
+ *    that holds no handle of its own.
+ */
+#ifndef ZELVAN_REGION_C_H
+#define ZELVAN_REGION_C_H
+
+#include <stdint.h>
+#include <zelvan/export.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/** How a call ended. */
+typedef int32_t zelvan_status;
+
+enum {
+  ZELVAN_OK = 0,
+  ZELVAN_NO_MEMORY = 1,
+  ZELVAN_NOT_FINITE = 2,   /**< a coordinate is infinite or no number */
+  ZELVAN_OUTSIDE_GRID = 3, /**< a point lies outside the grid, or beyond 2^500 */
+  ZELVAN_BAD_GRID = 4,     /**< see zelvan_grid */
+  ZELVAN_BAD_ARGUMENT = 5, /**< a null pointer, descending offsets, an unknown rule or
+                                operation, counts that are not the region's */
+  ZELVAN_TOO_LARGE = 6,    /**< more than 2^31 - 1 vertices */
+  ZELVAN_INTERNAL = 7      /**< a contradiction inside the library: a defect */
+};
+
+/** What a status means, in English; never NULL, never to be freed. */
+ZELVAN_API const char* ZELVAN_CALL zelvan_status_message(zelvan_status status);
+
+/** The rules by which rings bound a region: a point is inside where its winding number, the
+ * times that rings run around it counter-clockwise less the times clockwise, is ... */
+enum {
+  ZELVAN_EVEN_ODD = 0, /**< odd */
+  ZELVAN_NON_ZERO = 1, /**< not 0 */
+  ZELVAN_POSITIVE = 2, /**< above 0 */
+  ZELVAN_NEGATIVE = 3  /**< below 0 */
+};
+
+/** The operations on two regions. */
+enum {
+  ZELVAN_UNITE = 0,
+  ZELVAN_INTERSECT = 1,
+  ZELVAN_SUBTRACT = 2,
+  ZELVAN_XOR = 3 /**< what lies in one of the two */
+};
+
+/** Options of zelvan_region_triangulate. */
+enum {
+  ZELVAN_DELAUNAY = 1 /**< the constrained Delaunay triangulation */
+};
+
+/** The points that regions have their vertices on: (x + i * step, y + j * step) for i and j
+ * from 0 to 2^20 - 1. `step` is a power of two from 2^-480 to 2^480; x and y are multiples of
+ * it, at most 2^52 steps from 0. So each point is a double, without rounding. */
+typedef struct zelvan_grid {
+  double x; /**< of the lowest, leftmost point */
+  double y;
+  double step;
+} zelvan_grid;
+
+/** Sizes of a region. */
+typedef struct zelvan_counts {
+  uint32_t polygons;
+  uint32_t rings;    /**< of all polygons: outer rings and holes */
+  uint32_t vertices; /**< of all rings */
+  uint32_t triangles;
+} zelvan_counts;
+
+/** Where a coordinate was refused. */
+typedef struct zelvan_fault {
+  uint32_t ring;
+  uint32_t point; /**< of that ring */
+} zelvan_fault;
+
+/** A region. */
+typedef struct zelvan_region zelvan_region;
+
+/**
+ * The grid with the least step that holds some points, its middle near theirs; for a single
+ * point with the least step that zelvan_grid allows there.
+ *
+ * @param xy     the points; a box is given by two of them
+ * @param count  their number; for none the grid has the step 1 and (0, 0) in its middle
+ * @param grid   receives the grid
+ * @return ZELVAN_OK, ZELVAN_NOT_FINITE, ZELVAN_OUTSIDE_GRID, ZELVAN_BAD_ARGUMENT */
+ZELVAN_API zelvan_status ZELVAN_CALL zelvan_grid_covering(const double* xy, uint32_t count,
+                                                          zelvan_grid* grid);
+
+/** Whether a grid is one: ZELVAN_OK, ZELVAN_BAD_GRID or ZELVAN_BAD_ARGUMENT (for NULL). */
+ZELVAN_API zelvan_status ZELVAN_CALL zelvan_grid_check(const zelvan_grid* grid);
+
+/**
+ * The region that rings bound. Rings may run in any direction and cross, touch and repeat
+ * themselves and each other; spikes, repeated points and rings without area are ignored. Each
+ * point goes to the nearest one of the grid, half a step at most along each axis (up where
+ * two are as near); multiples of the step stay as they are.
+ *
+ * @param xy            the points of all rings; a ring need not repeat its first point
+ * @param ring_offsets  ring_count + 1 offsets into them, in points
+ * @param ring_count    may be 0, the pointers may then be NULL
+ * @param rule          a fill rule
+ * @param grid          or NULL for that of zelvan_grid_covering
+ * @param region        receives a handle
+ * @param fault         receives the place of a refused coordinate; may be NULL
+ * @return ZELVAN_OK, ZELVAN_NOT_FINITE, ZELVAN_OUTSIDE_GRID, ZELVAN_BAD_GRID,
+ *         ZELVAN_BAD_ARGUMENT, ZELVAN_TOO_LARGE, ZELVAN_NO_MEMORY */
+ZELVAN_API zelvan_status ZELVAN_CALL zelvan_region_create(
+    const double* xy, const uint32_t* ring_offsets, uint32_t ring_count, int32_t rule,
+    const zelvan_grid* grid, zelvan_region** region, zelvan_fault* fault);
+
+/**
+ * The union of rings, whichever way each runs: all are turned counter-clockwise, and the
+ * region is where the winding number is not 0. Arguments as zelvan_region_create. */
+ZELVAN_API zelvan_status ZELVAN_CALL
+zelvan_region_unite_rings(const double* xy, const uint32_t* ring_offsets, uint32_t ring_count,
+                          const zelvan_grid* grid, zelvan_region** region, zelvan_fault* fault);
+
+/** One more handle for the same region; the same pointer. NULL gives NULL. */
+ZELVAN_API zelvan_region* ZELVAN_CALL zelvan_region_retain(const zelvan_region* region);
+
+/** Gives one handle back; the last one frees the region. NULL is ignored. */
+ZELVAN_API void ZELVAN_CALL zelvan_region_release(const zelvan_region* region);
+
+/**
+ * Combines two regions. Where they are on one grid, the result is on it. Else both go first
+ * to the grid of one of them, if its step is the coarser one and it holds both; if not, to
+ * the grid that zelvan_grid_covering gives for both, with the coarser of the two steps at
+ * least. The grid of an empty region does not count.
+ *
+ * @return ZELVAN_OK, ZELVAN_BAD_ARGUMENT, ZELVAN_OUTSIDE_GRID (no grid holds both),
+ *         ZELVAN_TOO_LARGE, ZELVAN_NO_MEMORY */
+ZELVAN_API zelvan_status ZELVAN_CALL zelvan_region_combine(int32_t operation,
+                                                           const zelvan_region* a,
+                                                           const zelvan_region* b,
+                                                           zelvan_region** result);
+
+/** The union of any number of regions, in one go; grids and results as above. */
+ZELVAN_API zelvan_status ZELVAN_CALL zelvan_region_unite(const zelvan_region* const* regions,
+                                                         uint32_t count, zelvan_region** result);
+
+/** Whether two regions have the same polygons and the same grid: 1 or 0. Regions without
+ * polygons are all equal. */
+ZELVAN_API int32_t ZELVAN_CALL zelvan_region_equal(const zelvan_region* a, const zelvan_region* b);
+
+/** The sizes of a region; none for NULL, as for every region without polygons. */
+ZELVAN_API void ZELVAN_CALL zelvan_region_counts(const zelvan_region* region,
+                                                 zelvan_counts* counts);
+
+/** The grid of a region; for a region without polygons that of zelvan_grid_covering for no
+ * points. */
+ZELVAN_API void ZELVAN_CALL zelvan_region_grid(const zelvan_region* region, zelvan_grid* grid);
+
+/** The area of a region, exact. */
+ZELVAN_API double ZELVAN_CALL zelvan_region_area(const zelvan_region* region);
+
+/** The box of a region, as least x, least y, greatest x, greatest y. @return 1, or 0 with
+ * nothing written for a region without polygons */
+ZELVAN_API int32_t ZELVAN_CALL zelvan_region_bounds(const zelvan_region* region, double* box);
+
+/**
+ * Where points lie, decided exactly.
+ *
+ * @param xy     points; those that are not finite lie outside
+ * @param count  their number
+ * @param sides  receives for each 1 inside, 0 on the boundary, -1 outside
+ * @return ZELVAN_OK, ZELVAN_BAD_ARGUMENT. A point takes a look at every ring's box and at the
+ *         edges of the rings whose boxes it lies in. */
+ZELVAN_API zelvan_status ZELVAN_CALL zelvan_region_contains(const zelvan_region* region,
+                                                            const double* xy, uint32_t count,
+                                                            int8_t* sides);
+
+/**
+ * Writes the polygons of a region, in an order that depends on the region alone. Each is an
+ * outer ring, counter-clockwise, and its holes, clockwise; a ring starts at its leftmost, of
+ * several its lowest vertex; holes and polygons are sorted by their rings' points. Rings do
+ * not touch themselves, meet others in single points alone, and have no points on straight
+ * runs: the polygons are valid simple features.
+ *
+ * @param room             the region's counts, for which the arrays have room
+ * @param xy               2 * vertices doubles; may be NULL, as the other arrays
+ * @param ring_offsets     rings + 1 offsets of vertices
+ * @param polygon_offsets  polygons + 1 offsets of rings
+ * @return ZELVAN_OK, ZELVAN_BAD_ARGUMENT */
+ZELVAN_API zelvan_status ZELVAN_CALL zelvan_region_read(const zelvan_region* region,
+                                                        const zelvan_counts* room, double* xy,
+                                                        uint32_t* ring_offsets,
+                                                        uint32_t* polygon_offsets);
+
+/**
+ * Cuts a region into triangles of its own vertices, numbered as zelvan_region_read gives
+ * them: vertices of different rings in one place are different ones. A polygon of n vertices
+ * with h holes has n + 2h - 2 triangles, polygon by polygon.
+ *
+ * @param options     0 or ZELVAN_DELAUNAY: of all ways to cut the region the one in which no
+ *                    triangle's circle holds a vertex that its inside sees; where four
+ *                    vertices or more lie on such a circle, the one is taken that the
+ *                    places of the vertices alone decide
+ * @param room        the region's counts
+ * @param triangles   3 * triangles vertex numbers, counter-clockwise
+ * @param neighbours  3 * triangles numbers of triangles, the first across the edge between
+ *                    the first two corners and so on around; -1 on a contour. May be NULL.
+ * @return ZELVAN_OK, ZELVAN_BAD_ARGUMENT, ZELVAN_NO_MEMORY */
+ZELVAN_API zelvan_status ZELVAN_CALL zelvan_region_triangulate(const zelvan_region* region,
+                                                               uint32_t options,
+                                                               const zelvan_counts* room,
+                                                               uint32_t* triangles,
+                                                               int32_t* neighbours);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif
