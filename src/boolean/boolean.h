@@ -4,7 +4,7 @@
 // touch or repeat themselves and each other; its fill rule makes a region of them.
 // So one operation can unite or subtract any number of contours at once:
 //
-//   CombineRings({region}, {contours, FillRule::kNonZero}, result, SUBTRACT)
+//   CombineRings({region}, {contours, FillRule::NonZero}, result, SUBTRACT)
 //
 // gives the region less each of the contours, where these all run counter-clockwise.
 //
@@ -36,7 +36,7 @@ ERR::CODE Boolean(const Area* a, const Area* b, Area*& result, BoolOp op) noexce
 /// Repeated points and rings of less than three points are ignored.
 struct RingSet {
   const Area* areas = nullptr;
-  FillRule rule = FillRule::kEvenOdd;
+  FillRule rule = FillRule::EvenOdd;
 };
 
 /// Combines the regions of two sets of rings; all else as with Boolean.
