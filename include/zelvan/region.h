@@ -271,7 +271,7 @@ class Region {
     return {{box[0], box[1]}, {box[2], box[3]}};
   }
 
-  /// Where a point lies, decided exactly; one that is not finite lies outside.
+  /// Where a point lies, decided exactly (see zelvan_region_contains); one that is not finite lies outside.
   Side Contains(Point point) const noexcept {
     std::int8_t side = -1;
     zelvan_region_contains(handle_, &point.x, 1, &side);

@@ -47,7 +47,7 @@ enum {
   ZELVAN_OK = 0,
   ZELVAN_NO_MEMORY = 1,
   ZELVAN_NOT_FINITE = 2,   /**< a coordinate is infinite or no number */
-  ZELVAN_OUTSIDE_GRID = 3, /**< a point lies outside the grid, or beyond 2^500 */
+  ZELVAN_OUTSIDE_GRID = 3, /**< a point lies outside the grid, or beyond 2^500 where one is sought */
   ZELVAN_BAD_GRID = 4,     /**< see zelvan_grid */
   ZELVAN_BAD_ARGUMENT = 5, /**< a null pointer, descending offsets, an unknown rule or
                                 operation, counts that are not the region's */
@@ -190,7 +190,8 @@ ZELVAN_API double ZELVAN_CALL zelvan_region_area(const zelvan_region* region);
 ZELVAN_API int32_t ZELVAN_CALL zelvan_region_bounds(const zelvan_region* region, double* box);
 
 /**
- * Where points lie, decided exactly.
+ * Where points lie, decided exactly (what is less than 2^-400 steps from an axis, but not on
+ * it, counts as that far).
  *
  * @param xy     points; those that are not finite lie outside
  * @param count  their number

@@ -17,6 +17,8 @@
 
 #include <zelvan/error.h>
 
+#include <cstdint>
+
 #include "boolean/cross_entry.h"
 #include "boolean/labels.h"
 #include "boolean/winding.h"
@@ -47,10 +49,17 @@ inline ERR::CODE RegionOf(const RingSet& rings, Area*& result) noexcept {
   return CombineRings(rings, {}, result, UNION);
 }
 
+/// What the contours of a result are.
+enum class ResultForm : std::uint8_t {
+  kContours,  ///< as stored: without points on straight runs
+  kWalks      ///< with a vertex wherever the boundary meets itself or met something, marked
+              ///< VERTEX_MAY_TOUCH (polygon/flat_region.h makes simple rings of them)
+};
+
 /// Combines two rings of areas (each may be null) that the engine may label and split;
 /// they stay the caller's, and the records must outlive them. No two neighbouring points of a
 /// contour may be equal.
 ERR::CODE CombineCopies(Area* a, Area* b, Area*& result, BoolOp op, SweepRecords& records,
-                        FillRules rules = {}) noexcept;
+                        FillRules rules = {}, ResultForm form = ResultForm::kContours) noexcept;
 
 }  // namespace zelvan
