@@ -13,6 +13,7 @@
 
 #include "boolean/fixtures.h"
 #include "support/failing_allocator.h"
+#include "support/flat.h"
 #include "support/geojson_rings.h"
 #include "support/geos_area.h"
 #include "support/mesh_of_region.h"
@@ -305,6 +306,72 @@ TEST(RegionGuarantee, RegionsOnDifferentGridsMeetOnOne) {
   const Region unit({{{0, 0}, {1, 0}, {1, 1}}});
   EXPECT_EQ(unit | Region(), unit);
   EXPECT_EQ(unit - unit, Region());
+}
+
+using Corners = std::vector<Point>;
+
+std::vector<Corners> Sorted(std::vector<Corners> triangles) {
+  const auto less = [](Point a, Point b) { return std::pair(a.x, a.y) < std::pair(b.x, b.y); };
+  for (Corners& t : triangles) std::sort(t.begin(), t.end(), less);
+  std::sort(triangles.begin(), triangles.end(), [&](const Corners& a, const Corners& b) {
+    return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(), less);
+  });
+  return triangles;
+}
+
+std::vector<Corners> TrianglesOf(const Region& region) {
+  const Mesh mesh = Triangulate(region, {false});
+  std::vector<Corners> triangles;
+  for (const auto& [a, b, c] : mesh.triangles) {
+    triangles.push_back({mesh.vertices[a], mesh.vertices[b], mesh.vertices[c]});
+  }
+  return Sorted(triangles);
+}
+
+std::vector<Corners> TrianglesOfMain() {
+  const support::ReadBack r = support::Read();
+  std::vector<Corners> triangles(r.faces.size() / 3);
+  for (std::size_t i = 0; i < r.faces.size(); ++i) {
+    for (std::size_t end = 0; end < 2; ++end) {
+      const auto v = 3 * std::size_t(r.edges[3 * std::size_t(r.faces[i]) + end]);
+      const Point p{r.vertices[v], r.vertices[v + 1]};
+      Corners& corners = triangles[i / 3];
+      if (std::find(corners.begin(), corners.end(), p) == corners.end()) corners.push_back(p);
+    }
+  }
+  return Sorted(triangles);
+}
+
+// Both doors lead to the same engines: where the grid of the flat interface has the step 1, the
+// same triangles come out of both.
+TEST(RegionGuarantee, TheFlatInterfaceGivesTheSame) {
+  const double far = 1048575;
+  const auto xyz = [](const Ring& ring) {
+    support::Xyz out;
+    for (const Point p : ring) out.insert(out.end(), {p.x, p.y, 0});
+    return out;
+  };
+  for (std::uint64_t seed = 0; seed < 300; ++seed) {
+    SCOPED_TRACE(seed);
+    Random random(seed);
+    const Ring block = {{0, 0}, {far, 0}, {far, far}, {0, far}};
+    ASSERT_EQ(support::SetMain(xyz(block)), 1);
+    Region region({block}, zelvan::FillRule::EvenOdd, Grid({0, 0}, 1));
+    const double size = random.Below(2) == 0 ? 20 : 150000;
+    for (int k = 0; k < 4; ++k) {
+      Ring hole;
+      for (int i = 0; i < 7; ++i) {
+        const double r = size * random.Between(0.4, 1.0);
+        hole.push_back({std::floor(far / 2 + size * 0.6 * k + r * std::cos(0.8 * i)),
+                        std::floor(far / 2 + r * std::sin(0.8 * i))});
+      }
+      ASSERT_EQ(support::AddHole(xyz(hole)), 1);
+      region -= Region({hole}, zelvan::FillRule::EvenOdd, region.Grid());
+    }
+    ASSERT_EQ(Substruct(), 1);
+    ASSERT_EQ(Triangulate(), 1);
+    ASSERT_EQ(TrianglesOf(region), TrianglesOfMain());
+  }
 }
 
 std::vector<Region> World(double shift) {
