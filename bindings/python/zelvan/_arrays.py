@@ -10,7 +10,7 @@ from __future__ import annotations
 import sys
 from array import array
 from itertools import accumulate, chain
-from typing import Any, Iterable, NamedTuple, Protocol, Sequence, Union
+from typing import Any, Iterable, NamedTuple, Optional, Protocol, Sequence, Union
 
 try:
     import numpy
@@ -48,6 +48,24 @@ class FlatRings(NamedTuple):
 
 
 def flatten(rings: Iterable[Points]) -> FlatRings:
+    rings = list(rings)
+    return _of_lists(rings) or _one_by_one(rings)
+
+
+def _of_lists(rings: list[Any]) -> Optional[FlatRings]:
+    """All at once, where they are lists of pairs and nothing is wrong."""
+    if not all(isinstance(ring, (list, tuple)) for ring in rings):
+        return None
+    try:
+        if set(map(len, chain.from_iterable(rings))) - {2}:
+            return None
+        numbers = array("d", chain.from_iterable(chain.from_iterable(rings)))
+    except TypeError:
+        return None
+    return FlatRings(numbers.tobytes(), array("I", accumulate(map(len, rings), initial=0)))
+
+
+def _one_by_one(rings: list[Any]) -> FlatRings:
     parts = [doubles(ring, f"ring {i}") for i, ring in enumerate(rings)]
     ends = accumulate((part.nbytes // POINT_BYTES for part in parts), initial=0)
     return FlatRings(b"".join(parts), array("I", ends))
@@ -111,6 +129,16 @@ def shaped(room: array[Any], columns: int) -> Array:
     if not room:  # a memoryview can have no rows in one dimension alone
         return memoryview(room)
     return memoryview(room).cast("B").cast(room.typecode, (len(room) // columns, columns))
+
+
+def split(room: array[float], ends: array[int]) -> list[Array]:
+    """Arrays over the same memory, of the points between each two offsets."""
+    bounds = zip(ends, ends[1:])
+    if numpy is not None:
+        points = numpy.asarray(room).reshape(-1, 2)
+        return [points[a:b] for a, b in bounds]
+    view = memoryview(room).cast("B")
+    return [view[POINT_BYTES * a:POINT_BYTES * b].cast("d", (b - a, 2)) for a, b in bounds]
 
 
 def flat(room: array[Any], code: str) -> Array:

@@ -3,11 +3,12 @@
 from __future__ import annotations
 
 from array import array
+from contextlib import contextmanager
 from ctypes import byref, c_double, c_void_p
 from numbers import Real
-from typing import Any, Iterable, NamedTuple, NoReturn, Optional, Union, overload
+from typing import Any, Iterable, Iterator, NamedTuple, NoReturn, Optional, Union, overload
 
-from ._arrays import POINT_BYTES, Array, FlatRings, Points, address, blank, doubles, flat, flatten, shaped
+from ._arrays import POINT_BYTES, Array, FlatRings, Points, address, blank, doubles, flat, flatten, shaped, split
 from ._geojson import polygons_of, to_geometry
 from ._grid import FillRule, Grid
 from ._library import LIBRARY, CGrid, Counts, Fault, check
@@ -135,16 +136,20 @@ class Region:
         >>> Region.from_geojson('{"type": "Point", "coordinates": [0, 0]}')
         Traceback (most recent call last):
         ValueError: a Point bounds no region
+        >>> Region.from_geojson('{"type": "Polygon", "coordinates": [[[0, 0], [NaN, 0]]]}', Grid())
+        Traceback (most recent call last):
+        ValueError: polygon 0: a coordinate is infinite or no number: ring 0, point 1
         """
-        polygons = [flatten(rings) for rings in polygons_of(source)]
+        polygons = []
+        for i, rings in enumerate(polygons_of(source)):
+            with _naming(i):
+                polygons.append(flatten(rings))
         if grid is None:
             grid = Grid._covering(b"".join(polygon.xy for polygon in polygons))
         regions = []
         for i, polygon in enumerate(polygons):
-            try:
+            with _naming(i):
                 regions.append(cls._adopt(_create(polygon, FillRule.EVEN_ODD, grid)))
-            except ValueError as error:
-                raise ValueError(f"polygon {i}: {error}") from None
         return regions[0] if len(regions) == 1 else unite(regions)
 
     @property
@@ -225,7 +230,7 @@ class Region:
         ([[0.0, 0.0], [9.0, 0.0], [0.0, 9.0]], [[[2.0, 2.0], [2.0, 4.0], [4.0, 2.0]]])
         """
         xy, ends, first = self._read()
-        rings = [shaped(xy[2 * a:2 * b], 2) for a, b in zip(ends, ends[1:])]
+        rings = split(xy, ends)
         return [Polygon(rings[a], rings[a + 1:b]) for a, b in zip(first, first[1:])]
 
     @overload
@@ -297,6 +302,14 @@ class Region:
         return xy, rings, polygons
 
 
+@contextmanager
+def _naming(polygon: int) -> Iterator[None]:
+    try:
+        yield
+    except (TypeError, ValueError) as error:
+        raise type(error)(f"polygon {polygon}: {error}") from None
+
+
 def _is_pair(points: Any) -> bool:
     return isinstance(points, (tuple, list)) and len(points) == 2 and isinstance(points[0], Real)
 
@@ -316,6 +329,8 @@ def unite(regions: Iterable[Region]) -> Region:
     <zelvan.Region: 1 polygon, 16 vertices, area 13.0>
     """
     kept = list(regions)  # their handles live as long
+    if not all(isinstance(region, Region) for region in kept):
+        raise TypeError("only regions are united")
     handles = (c_void_p * len(kept))(*(region._handle for region in kept))
     handle = c_void_p()
     check(LIBRARY.region_unite(handles, len(kept), byref(handle)))
