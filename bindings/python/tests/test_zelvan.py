@@ -45,7 +45,7 @@ def side(rings, x, y):
 
 class Binding(unittest.TestCase):
     def test_every_way_out_and_in_gives_the_same_region(self):
-        for seed in range(99):
+        for seed in range(50):
             rng = random.Random(seed)
             region = Region([random_ring(rng), random_ring(rng)], grid=Grid())
             for _ in range(9):  # until no edge passes a point so closely that it is bent
@@ -53,10 +53,11 @@ class Binding(unittest.TestCase):
             rings = [[[*map(int, point)] for point in ring.tolist()] for ring in rings_of(region)]
             twice = {"type": "GeometryCollection", "geometries": [region.__geo_interface__, region]}
             features = [{"type": "Feature", "geometry": part} for part in (None, twice)]
+            nested = {"type": "FeatureCollection", "features": features}
             ways = [Region(rings, grid=Grid()), Region(map(buffer, rings), grid=Grid()),
                     Region([ring[::-1] for ring in rings], FillRule.NEGATIVE, Grid()),
                     Region.from_geojson(json.dumps(region.__geo_interface__), Grid()),
-                    Region.from_geojson({"type": "FeatureCollection", "features": features}, Grid()),
+                    Region.from_geojson(nested, Grid()),
                     unite([region, Region(), region - region, copy.deepcopy(region)])]
             if numpy:
                 wide = [numpy.array([(x, 7, y) for x, y in ring], "i2") for ring in rings]
@@ -78,13 +79,13 @@ class Binding(unittest.TestCase):
         half, kibibytes = 500000, []
         ring = buffer([(i, 1 + i % 2) for i in range(half)] +
                       [(i, -(i % 2)) for i in reversed(range(half))])
-        for _ in range(8):
+        for _ in range(6):
             start = time.process_time()
             region = Region([ring], grid=Grid((0, -8)))
             self.assertEqual(len(region.polygons[0].outer), 2 * half)
             self.assertLess(time.process_time() - start, 1)
             kibibytes.append(resource.getrusage(resource.RUSAGE_SELF).ru_maxrss)
-        self.assertLess(kibibytes[-1] - kibibytes[2], 20000)  # a region has 8000
+        self.assertLess(kibibytes[-1] - kibibytes[2], 12000)  # a region has 8000
 
     def test_the_start_and_the_end_of_a_program(self):
         def errors(code, **more):
