@@ -125,6 +125,7 @@ TEST(RegionGuarantee, GridPointsAreExact) {
     EXPECT_TRUE(extent / cover.Step() > 0x1p19 - 3 || farthest / cover.Step() > 0x1p50);
   }
   const Ring whole = {{0, 0}, {1000003, 0}, {1, 999983}};
+  EXPECT_EQ(zelvan::Unite(std::vector<Ring>{whole}), Region({whole}));
   EXPECT_EQ(Region({whole}).Polygons().at(0).outer, whole);
 }
 
@@ -253,6 +254,7 @@ TEST(RegionGuarantee, EqualReadsTheSame) {
     const Bitmap map = RandomBitmap(random);
     const Region region = RegionOf(map, random);
     ASSERT_EQ(region.Polygons(), RegionOf(map, random).Polygons());
+    ASSERT_EQ(support::InvalidityByGeos(AreasOf(region)), "");
     for (int i = 0; i < 100; ++i) {  // corners, edges and middles of cells
       const int x = random.Between(-1, 2 * kCells + 1);
       const int y = random.Between(-1, 2 * kCells + 1);
