@@ -53,4 +53,9 @@ inline ERR::CODE RegionOf(const RingSet& rings, Area*& result) noexcept {
 ERR::CODE CombineCopies(Area* a, Area* b, Area*& result, BoolOp op, SweepRecords& records,
                         FillRules rules = {}) noexcept;
 
+/// The first half of that: splits and labels the copies. What an operation takes of each
+/// contour is then for CollectContour (assembly.h). Raises ERR::NOMEM, throws
+/// std::bad_alloc; the copies are still whole.
+void LabelCopies(Area* a, Area* b, SweepRecords& records, FillRules rules = {});
+
 }  // namespace zelvan

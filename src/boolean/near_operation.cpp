@@ -1,0 +1,260 @@
+// Operations near the operand (near_operation.h).
+#include "boolean/near_operation.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <utility>
+
+#include "boolean/assembly.h"
+#include "boolean/boolean.h"
+#include "boolean/edge_index.h"
+#include "boolean/grid_box.h"
+#include "boolean/op_rules.h"
+#include "boolean/operand.h"
+#include "polygon/containment.h"
+
+namespace zelvan {
+
+namespace {
+
+bool AreSame(const Contour* a, const Contour* b) noexcept {
+  if (a->count != b->count || a->flags != b->flags) return false;
+  const VertexNode* v = a->head;
+  const VertexNode* w = b->head;
+  do {
+    if (v->grid != w->grid) return false;
+    v = v->next;
+    w = w->next;
+  } while (v != a->head);
+  return true;
+}
+
+void LinkBehind(Area* place, Area* area) noexcept {
+  area->prev = place;
+  area->next = place->next;
+  place->next->prev = area;
+  place->next = area;
+}
+
+Area* TakeOut(OwnedRing& ring, Area* area) noexcept {
+  if (ring.first == area) ring.first = area->next != area ? area->next : nullptr;
+  area->prev->next = area->next;
+  area->next->prev = area->prev;
+  area->next = area->prev = area;
+  return area;
+}
+
+// What an operation takes of one contour, in the order in which it is met: outer
+// boundaries, then holes.
+std::vector<OwnedContour> Collect(Contour* contour, BoolOp op) {
+  OwnedRing areas;
+  PendingHoles holes;
+  CollectContour(contour, areas, holes, op);
+  std::vector<OwnedContour> made;
+  ForEachArea(areas.first, [&](Area* area) {
+    OwnedContour outer(std::exchange(area->contours, nullptr));
+    made.push_back(std::move(outer));
+  });
+  const auto outers = static_cast<std::ptrdiff_t>(made.size());
+  while (!holes.Empty()) made.push_back(holes.Pop());
+  std::reverse(made.begin() + outers, made.end());
+  return made;
+}
+
+}  // namespace
+
+GridBox BoxOfRing(const Area* ring) noexcept {
+  GridBox box = kNoBox;
+  ForEachArea(ring, [&](const Area* area) { GrowBox(box, area->contours->gridBox); });
+  return box;
+}
+
+NearOperation::NearOperation(OwnedRing& region, const GridBox& box, BoolOp op)
+    : region_(region), op_(op), box_(box) {
+  ForEachArea(region_.first, [&](Area* area) {
+    if (!Overlap(area->contours->gridBox, box_)) return;
+    areas_.push_back(area);
+    for (Contour* c = area->contours; c != nullptr; c = c->next) {
+      if (Overlap(c->gridBox, box_)) parts_.push_back({area, c});
+    }
+  });
+}
+
+bool NearOperation::AnyEdgeIsNear() const noexcept {
+  bool near = false;
+  for (const Part& part : parts_) {
+    ForEachVertex(part.contour, [&](const VertexNode* v) {
+      near = near || EdgeMeetsBox(v->grid, v->next->grid, box_);
+    });
+  }
+  return near;
+}
+
+bool NearOperation::Prepare(OwnedRing& operand) {
+  std::swap(operand_.first, operand.first);
+  const OwnedRing copies(NewArea());
+  Contour** end = &copies.first->contours;
+  for (const Part& part : parts_) {
+    *end = CopyContour(part.contour, false);
+    end = &(*end)->next;
+  }
+  const SourceEdges edges(copies.first);
+  const SourceEdges operandEdges(operand_.first);
+  LabelCopies(copies.first, operand_.first, records_);
+  edges.AddBent(copies.first, op_, bent_);
+  operandEdges.AddBent(operand_.first, op_, bent_);
+  Assemble(copies.first);
+  ListContours();
+  if (!LeavesTheGrid() || !PlaceHoles()) return false;
+  if (!LookAtBentEdges()) return false;
+  MakeAreas();
+  return true;
+}
+
+// What becomes of each contour that takes part. Those of the region that meet nothing, and
+// those that come out as they were, stay.
+void NearOperation::Assemble(const Area* copies) {
+  Contour* copy = copies->contours;
+  for (Part& part : parts_) {
+    if (LabelOf(copy) != CONTOUR_CROSSED) {
+      part.stays = ContourRule(op_, copy).has_value();
+    } else {
+      part.made = Collect(copy, op_);
+      part.stays = part.made.size() == 1 && AreSame(part.contour, part.made[0].get());
+      if (part.stays) part.made.clear();
+    }
+    copy = copy->next;
+  }
+  ForEachContour(operand_.first, [&](Contour* contour) {
+    for (OwnedContour& one : Collect(contour, op_)) fromOperand_.made.push_back(std::move(one));
+  });
+}
+
+// All contours of the areas that take part, and the operand's, in the order of the result.
+void NearOperation::ListContours() {
+  std::size_t part = 0;
+  for (Area* area : areas_) {
+    for (Contour* c = area->contours; c != nullptr; c = c->next) {
+      const bool takesPart = part < parts_.size() && parts_[part].contour == c;
+      if (!takesPart || parts_[part].stays) {
+        List(c, area, false);
+      } else {
+        ListMade(parts_[part]);
+      }
+      if (takesPart) ++part;
+    }
+  }
+  ListMade(fromOperand_);
+}
+
+void NearOperation::ListMade(const Part& part) {
+  for (const OwnedContour& one : part.made) List(one.get(), part.area, true);
+}
+
+void NearOperation::List(Contour* contour, Area* place, bool isNew) {
+  if ((contour->flags & CONTOUR_CCW) != 0) {
+    outers_.push_back({contour, place, nullptr, nullptr, isNew});
+  } else {
+    holes_.push_back({contour, place, 0, isNew});
+  }
+}
+
+bool NearOperation::LeavesTheGrid() const noexcept {
+  GridBox box = kNoBox;
+  ForEachArea(region_.first, [&](const Area* area) {
+    if (!Overlap(area->contours->gridBox, box_)) GrowBox(box, area->contours->gridBox);
+  });
+  for (const Outer& outer : outers_) GrowBox(box, outer.contour->gridBox);
+  return Contains(box, kWholeGrid);
+}
+
+// Where boxes leave one area only, it is the one.
+bool NearOperation::PlaceHoles() {
+  std::size_t work = 0;
+  for (const Outer& outer : outers_) work += 64 * std::size_t{outer.contour->count};
+  for (const Hole& hole : holes_) work += 64 * std::size_t{hole.contour->count};
+  for (Hole& hole : holes_) {
+    const auto mayContain = [&](const Outer& outer) {
+      return Contains(outer.contour->gridBox, hole.contour->gridBox);
+    };
+    const bool isClear = std::count_if(outers_.begin(), outers_.end(), mayContain) == 1;
+    const Contour* innermost = nullptr;
+    for (std::size_t i = 0; i < outers_.size(); ++i) {
+      const Contour* outer = outers_[i].contour;
+      if (!mayContain(outers_[i])) continue;
+      if (!isClear) {
+        if (work < outer->count) return false;
+        work -= outer->count;
+        if (!ContourInside(hole.contour, outer)) continue;
+        if (innermost != nullptr && !ContourInside(outer, innermost)) continue;
+      }
+      innermost = outer;
+      hole.outer = i;
+    }
+    if (innermost == nullptr) return false;
+  }
+  return true;
+}
+
+// @return whether the full operation would bend all edges alike
+bool NearOperation::LookAtBentEdges() noexcept {
+  bool alike = true;
+  ForEachContour(region_.first, [&](const Contour* contour) {
+    if (Overlap(contour->gridBox, box_) || !Overlap(contour->gridBox, bent_.box)) return;
+    isSettled_ = isSettled_ && KeepSettled(bent_, contour);
+    ForEachVertex(contour, [&](const VertexNode* v) {
+      for (const GridEdge& e : bent_.edges) alike = alike && !MeetsPixel(e, v->grid);
+    });
+  });
+  for (const Outer& outer : outers_) isSettled_ = isSettled_ && KeepSettled(bent_, outer.contour);
+  for (const Hole& hole : holes_) isSettled_ = isSettled_ && KeepSettled(bent_, hole.contour);
+  return alike;
+}
+
+// An area for each new outer boundary but the first one in the place of an area, and room
+// for what is removed.
+void NearOperation::MakeAreas() {
+  const Area* place = nullptr;
+  for (const Outer& outer : outers_) {
+    if (outer.place == nullptr || outer.place == place) AppendArea(newAreas_.first, NewArea());
+    place = outer.place;
+  }
+  removed_.reserve(parts_.size());
+}
+
+void NearOperation::Commit() noexcept {
+  for (Area* area : areas_) area->contours = nullptr;
+  Area* last = nullptr;  // of those in one place
+  const Area* place = nullptr;
+  for (Outer& outer : outers_) {
+    if (outer.place != nullptr && outer.place != place) {
+      outer.area = outer.place;
+    } else {
+      outer.area = TakeOut(newAreas_, newAreas_.first);
+      if (outer.place != nullptr) {
+        LinkBehind(last, outer.area);
+      } else {
+        AppendArea(region_.first, outer.area);
+      }
+    }
+    place = outer.place;
+    last = outer.area;
+    outer.last = outer.area->contours = outer.contour;
+  }
+  for (const Hole& hole : holes_) {
+    Contour*& end = outers_[hole.outer].last;
+    end = end->next = hole.contour;
+  }
+  for (const Outer& outer : outers_) outer.last->next = nullptr;
+  for (Area* area : areas_) {
+    if (area->contours == nullptr) FreeArea(TakeOut(region_, area));
+  }
+  for (Part& part : parts_) {
+    if (part.stays) continue;
+    for (OwnedContour& one : part.made) static_cast<void>(one.release());
+    removed_.emplace_back(part.contour);
+  }
+  for (OwnedContour& one : fromOperand_.made) static_cast<void>(one.release());
+}
+
+}  // namespace zelvan

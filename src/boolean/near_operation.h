@@ -1,0 +1,109 @@
+// An operation on a settled region (bent_edges.h) in which only those contours take part
+// that come near the operand. All others pass by.
+//
+// Why that gives the same region. A contour passes by when its box, and with it what it
+// encloses, stays a step away from the operand's box.
+//
+//  - All new vertices lie in the operand's box. So the edges of a contour that passes by
+//    are not bent, and its vertices bend no edge of the operand. An edge of a contour that
+//    takes part meets its vertices in the centre at most. Such a vertex makes a difference
+//    only where that edge is bent elsewhere: then the operation is not done here.
+//  - A contour that passes by has nothing of the operand, and no contour that takes part,
+//    inside. So all labels are the same without it.
+//  - Each walk keeps to one face of the result, where it touches another one too. So a
+//    contour that passes by is traced as it is, from its head, and no other walk differs.
+//  - An operation delivers contours in the order of those on which their walks start: the
+//    region's, area by area, then the operand's. So what a contour becomes stands in its
+//    place: outer boundaries where the area stood, holes between those of its neighbours.
+//  - A hole goes to the innermost area around it. Areas that the operand's box does not
+//    meet stay as they are, with all of their holes.
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include "boolean/bent_edges.h"
+#include "boolean/cross_entry.h"
+#include "boolean/labels.h"
+#include "polygon/area.h"
+#include "polygon/contour.h"
+
+namespace zelvan {
+
+/// The box of all outer boundaries of a ring, which must not be null.
+[[nodiscard]] GridBox BoxOfRing(const Area* ring) noexcept;
+
+class NearOperation {
+ public:
+  /// For a settled region that fills its grid; `box` is that of the operand, widened by a
+  /// step. Throws std::bad_alloc.
+  NearOperation(OwnedRing& region, const GridBox& box, BoolOp op);
+
+  /// Does any edge of the region meet that box?
+  [[nodiscard]] bool AnyEdgeIsNear() const noexcept;
+
+  /// All of the operation that can fail, with an operand on the region's grid, which it
+  /// takes over. Raises ERR::NOMEM, throws std::bad_alloc.
+  /// @return whether it can be done so, and leaves the region on its grid
+  [[nodiscard]] bool Prepare(OwnedRing& operand);
+
+  /// Changes the region, after Prepare. What it has no more of lives as long as this.
+  void Commit() noexcept;
+
+  /// Is the region settled again?
+  [[nodiscard]] bool IsSettled() const noexcept { return isSettled_; }
+
+  // What has become of the areas that took part, after Commit.
+
+  struct Outer {
+    Contour* contour;
+    Area* place;    ///< the area in whose place it comes, null for the operand's
+    Area* area;     ///< whose outer boundary it is
+    Contour* last;  ///< of that area
+    bool isNew;
+  };
+  struct Hole {
+    Contour* contour;
+    Area* place;
+    std::size_t outer;  ///< number in Outers
+    bool isNew;
+  };
+  [[nodiscard]] const std::vector<Outer>& Outers() const noexcept { return outers_; }
+  [[nodiscard]] const std::vector<Hole>& Holes() const noexcept { return holes_; }
+  [[nodiscard]] const std::vector<OwnedContour>& Removed() const noexcept { return removed_; }
+
+ private:
+  // A contour that takes part, and what has become of it.
+  struct Part {
+    Area* area;
+    Contour* contour;
+    bool stays = false;
+    std::vector<OwnedContour> made{};  // outer boundaries, then holes
+  };
+
+  void Assemble(const Area* copies);
+  void ListContours();
+  void ListMade(const Part& part);
+  void List(Contour* contour, Area* place, bool isNew);
+  [[nodiscard]] bool LeavesTheGrid() const noexcept;
+  [[nodiscard]] bool PlaceHoles();
+  [[nodiscard]] bool LookAtBentEdges() noexcept;
+  void MakeAreas();
+
+  OwnedRing& region_;
+  SweepRecords records_;
+  OwnedRing operand_;
+  BoolOp op_;
+  GridBox box_;              // of the operand, widened
+  std::vector<Part> parts_;  // in the region's order
+  Part fromOperand_{};
+  BentEdges bent_;
+  bool isSettled_ = true;
+  std::vector<Area*> areas_;  // those that take part
+  std::vector<Outer> outers_;
+  std::vector<Hole> holes_;
+  OwnedRing newAreas_;
+  std::vector<OwnedContour> removed_;
+};
+
+}  // namespace zelvan
