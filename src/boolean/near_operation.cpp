@@ -1,8 +1,10 @@
 // Operations near the operand (near_operation.h).
 #include "boolean/near_operation.h"
 
+#include <zelvan/error.h>
+
 #include <algorithm>
-#include <cstdint>
+#include <iterator>
 #include <utility>
 
 #include "boolean/assembly.h"
@@ -27,6 +29,16 @@ bool AreSame(const Contour* a, const Contour* b) noexcept {
     w = w->next;
   } while (v != a->head);
   return true;
+}
+
+bool AnyEdgeMeets(const Contour* contour, const GridBox& box) noexcept {
+  if (!Overlap(contour->gridBox, box)) return false;
+  const VertexNode* v = contour->head;
+  do {
+    if (EdgeMeetsBox(v->grid, v->next->grid, box)) return true;
+    v = v->next;
+  } while (v != contour->head);
+  return false;
 }
 
 void LinkBehind(Area* place, Area* area) noexcept {
@@ -74,40 +86,55 @@ NearOperation::NearOperation(OwnedRing& region, const GridBox& box, BoolOp op)
   ForEachArea(region_.first, [&](Area* area) {
     if (!Overlap(area->contours->gridBox, box_)) return;
     areas_.push_back(area);
+    last_ = nullptr;
     for (Contour* c = area->contours; c != nullptr; c = c->next) {
-      if (Overlap(c->gridBox, box_)) parts_.push_back({area, c});
+      if (AnyEdgeMeets(c, box_)) {
+        parts_.push_back({area, c, last_});
+      } else if (PointInContour(box_.min, c)) {
+        isAround_ = !isAround_;
+      }
+      last_ = c;
     }
   });
-}
-
-bool NearOperation::AnyEdgeIsNear() const noexcept {
-  bool near = false;
-  for (const Part& part : parts_) {
-    ForEachVertex(part.contour, [&](const VertexNode* v) {
-      near = near || EdgeMeetsBox(v->grid, v->next->grid, box_);
-    });
-  }
-  return near;
 }
 
 bool NearOperation::Prepare(OwnedRing& operand) {
   std::swap(operand_.first, operand.first);
   const OwnedRing copies(NewArea());
-  Contour** end = &copies.first->contours;
-  for (const Part& part : parts_) {
-    *end = CopyContour(part.contour, false);
-    end = &(*end)->next;
-  }
+  if (!CopyParts(copies.first)) return false;
   const SourceEdges edges(copies.first);
   const SourceEdges operandEdges(operand_.first);
   LabelCopies(copies.first, operand_.first, records_);
   edges.AddBent(copies.first, op_, bent_);
   operandEdges.AddBent(operand_.first, op_, bent_);
   Assemble(copies.first);
+  if (!BendsAlike()) return false;
   ListContours();
   if (!LeavesTheGrid() || !PlaceHoles()) return false;
-  if (!LookAtBentEdges()) return false;
   MakeAreas();
+  return true;
+}
+
+// The contours that take part. A frame around them and the operand stands for those around
+// all of that, where their number is odd; behind all others.
+// @return whether there is room for the frame
+bool NearOperation::CopyParts(Area* copies) const {
+  GridBox frame = box_;
+  Contour** end = &copies->contours;
+  for (const Part& part : parts_) {
+    *end = CopyContour(part.contour, false);
+    end = &(*end)->next;
+    GrowBox(frame, part.contour->gridBox);
+  }
+  if (!isAround_) return true;
+  frame = Widened(frame);
+  if (!Contains(kWholeGrid, frame)) return false;
+  Contour* contour = *end = NewContourInBlock(4);
+  if (contour == nullptr) ERR::Raise(ERR::NOMEM);
+  contour->block[0].grid = frame.min;
+  contour->block[1].grid = {frame.max.gx, frame.min.gy};
+  contour->block[2].grid = frame.max;
+  contour->block[3].grid = {frame.min.gx, frame.max.gy};
   return true;
 }
 
@@ -130,20 +157,33 @@ void NearOperation::Assemble(const Area* copies) {
   });
 }
 
-// All contours of the areas that take part, and the operand's, in the order of the result.
+// Does the region keep one area that the operation meets as one? Then all of its holes that
+// stay are its own.
+bool NearOperation::IsInPlace() const noexcept {
+  if (areas_.size() != 1) return false;
+  const auto isOuter = [](const OwnedContour& c) { return (c->flags & CONTOUR_CCW) != 0; };
+  const bool outerStays =
+      parts_.empty() || parts_[0].contour != areas_[0]->contours || parts_[0].stays;
+  auto outers = std::count_if(fromOperand_.made.begin(), fromOperand_.made.end(), isOuter);
+  for (const Part& part : parts_) {
+    outers += std::count_if(part.made.begin(), part.made.end(), isOuter);
+  }
+  return outers + (outerStays ? 1 : 0) == 1;
+}
+
+// The contours of the areas that take part, and the operand's, in the order of the result.
+// In place nothing but what is new, and the outer boundary.
 void NearOperation::ListContours() {
-  std::size_t part = 0;
+  isInPlace_ = IsInPlace();
+  auto part = parts_.begin();
   for (Area* area : areas_) {
-    for (Contour* c = area->contours; c != nullptr; c = c->next) {
-      const bool takesPart = part < parts_.size() && parts_[part].contour == c;
-      if (!takesPart || parts_[part].stays) {
-        List(c, area, false);
-      } else {
-        ListMade(parts_[part]);
-      }
-      if (takesPart) ++part;
+    for (Contour* c = area->contours; c != nullptr; c = isInPlace_ ? nullptr : c->next) {
+      const bool takesPart = part != parts_.end() && part->contour == c;
+      if (!takesPart || part->stays) List(c, area, false);
+      if (takesPart) ListMade(*part++);
     }
   }
+  for (; part != parts_.end(); ++part) ListMade(*part);
   ListMade(fromOperand_);
 }
 
@@ -160,6 +200,7 @@ void NearOperation::List(Contour* contour, Area* place, bool isNew) {
 }
 
 bool NearOperation::LeavesTheGrid() const noexcept {
+  if (op_ == UNION && bent_.edges.empty()) return true;
   GridBox box = kNoBox;
   ForEachArea(region_.first, [&](const Area* area) {
     if (!Overlap(area->contours->gridBox, box_)) GrowBox(box, area->contours->gridBox);
@@ -170,6 +211,7 @@ bool NearOperation::LeavesTheGrid() const noexcept {
 
 // Where boxes leave one area only, it is the one.
 bool NearOperation::PlaceHoles() {
+  if (isInPlace_) return true;
   std::size_t work = 0;
   for (const Outer& outer : outers_) work += 64 * std::size_t{outer.contour->count};
   for (const Hole& hole : holes_) work += 64 * std::size_t{hole.contour->count};
@@ -196,19 +238,33 @@ bool NearOperation::PlaceHoles() {
   return true;
 }
 
+// Tells whether the region is settled again.
 // @return whether the full operation would bend all edges alike
-bool NearOperation::LookAtBentEdges() noexcept {
+bool NearOperation::BendsAlike() noexcept {
+  if (bent_.edges.empty()) return true;
   bool alike = true;
+  auto part = parts_.begin();
   ForEachContour(region_.first, [&](const Contour* contour) {
-    if (Overlap(contour->gridBox, box_) || !Overlap(contour->gridBox, bent_.box)) return;
-    isSettled_ = isSettled_ && KeepSettled(bent_, contour);
+    const bool takesPart = part != parts_.end() && part->contour == contour;
+    if (takesPart) ++part;
+    if (!Overlap(contour->gridBox, bent_.box)) return;
+    if (!takesPart || std::prev(part)->stays) LookAt(contour);
+    if (takesPart) return;
     ForEachVertex(contour, [&](const VertexNode* v) {
       for (const GridEdge& e : bent_.edges) alike = alike && !MeetsPixel(e, v->grid);
     });
   });
-  for (const Outer& outer : outers_) isSettled_ = isSettled_ && KeepSettled(bent_, outer.contour);
-  for (const Hole& hole : holes_) isSettled_ = isSettled_ && KeepSettled(bent_, hole.contour);
+  for (const Part& one : parts_) LookAtMade(one);
+  LookAtMade(fromOperand_);
   return alike;
+}
+
+void NearOperation::LookAtMade(const Part& part) noexcept {
+  for (const OwnedContour& one : part.made) LookAt(one.get());
+}
+
+void NearOperation::LookAt(const Contour* contour) noexcept {
+  isSettled_ = isSettled_ && KeepSettled(bent_, contour);
 }
 
 // An area for each new outer boundary but the first one in the place of an area, and room
@@ -223,6 +279,53 @@ void NearOperation::MakeAreas() {
 }
 
 void NearOperation::Commit() noexcept {
+  if (isInPlace_) {
+    ChangeInPlace();
+  } else {
+    LinkAreas();
+    LinkHoles();
+  }
+  for (Part& part : parts_) {
+    for (OwnedContour& one : part.made) static_cast<void>(one.release());
+    if (!part.stays) removed_.emplace_back(part.contour);
+  }
+  for (OwnedContour& one : fromOperand_.made) static_cast<void>(one.release());
+}
+
+// Puts what each contour has become between its neighbours.
+void NearOperation::ChangeInPlace() noexcept {
+  Outer& outer = outers_.front();
+  outer.area = areas_.front();
+  Contour* tail = nullptr;  // of what stands before the next place
+  const auto link = [&](Contour* contour) {
+    (tail == nullptr ? outer.area->contours : tail->next) = contour;
+    tail = contour;
+  };
+  const auto linkHoles = [&](const Part& part) {
+    for (const OwnedContour& one : part.made) {
+      if (one.get() != outer.contour) link(one.get());
+    }
+  };
+  for (std::size_t i = 0; i < parts_.size(); ++i) {
+    const Part& part = parts_[i];
+    Contour* const rest = part.contour->next;
+    if (i == 0 || parts_[i - 1].contour != part.before) tail = part.before;
+    if (part.stays) {
+      link(part.contour);
+    } else if (tail == nullptr) {
+      link(outer.contour);
+    }
+    linkHoles(part);
+    tail->next = rest;
+    if (rest == nullptr) last_ = tail;
+  }
+  tail = last_;
+  linkHoles(fromOperand_);
+  tail->next = nullptr;
+  outer.last = tail;
+}
+
+void NearOperation::LinkAreas() noexcept {
   for (Area* area : areas_) area->contours = nullptr;
   Area* last = nullptr;  // of those in one place
   const Area* place = nullptr;
@@ -241,20 +344,17 @@ void NearOperation::Commit() noexcept {
     last = outer.area;
     outer.last = outer.area->contours = outer.contour;
   }
+  for (Area* area : areas_) {
+    if (area->contours == nullptr) FreeArea(TakeOut(region_, area));
+  }
+}
+
+void NearOperation::LinkHoles() noexcept {
   for (const Hole& hole : holes_) {
     Contour*& end = outers_[hole.outer].last;
     end = end->next = hole.contour;
   }
   for (const Outer& outer : outers_) outer.last->next = nullptr;
-  for (Area* area : areas_) {
-    if (area->contours == nullptr) FreeArea(TakeOut(region_, area));
-  }
-  for (Part& part : parts_) {
-    if (part.stays) continue;
-    for (OwnedContour& one : part.made) static_cast<void>(one.release());
-    removed_.emplace_back(part.contour);
-  }
-  for (OwnedContour& one : fromOperand_.made) static_cast<void>(one.release());
 }
 
 }  // namespace zelvan

@@ -40,7 +40,7 @@ class NearOperation {
   NearOperation(OwnedRing& region, const GridBox& box, BoolOp op);
 
   /// Does any edge of the region meet that box?
-  [[nodiscard]] bool AnyEdgeIsNear() const noexcept;
+  [[nodiscard]] bool AnyEdgeIsNear() const noexcept { return !parts_.empty(); }
 
   /// All of the operation that can fail, with an operand on the region's grid, which it
   /// takes over. Raises ERR::NOMEM, throws std::bad_alloc.
@@ -77,18 +77,26 @@ class NearOperation {
   struct Part {
     Area* area;
     Contour* contour;
+    Contour* before;  // in the area's list
     bool stays = false;
     std::vector<OwnedContour> made{};  // outer boundaries, then holes
   };
 
+  [[nodiscard]] bool CopyParts(Area* copies) const;
   void Assemble(const Area* copies);
+  [[nodiscard]] bool BendsAlike() noexcept;
+  void LookAtMade(const Part& part) noexcept;
+  void LookAt(const Contour* contour) noexcept;
+  [[nodiscard]] bool IsInPlace() const noexcept;
   void ListContours();
   void ListMade(const Part& part);
   void List(Contour* contour, Area* place, bool isNew);
   [[nodiscard]] bool LeavesTheGrid() const noexcept;
   [[nodiscard]] bool PlaceHoles();
-  [[nodiscard]] bool LookAtBentEdges() noexcept;
   void MakeAreas();
+  void ChangeInPlace() noexcept;
+  void LinkAreas() noexcept;
+  void LinkHoles() noexcept;
 
   OwnedRing& region_;
   SweepRecords records_;
@@ -99,7 +107,10 @@ class NearOperation {
   Part fromOperand_{};
   BentEdges bent_;
   bool isSettled_ = true;
-  std::vector<Area*> areas_;  // those that take part
+  std::vector<Area*> areas_;  // those whose boxes the operand's meets
+  Contour* last_ = nullptr;   // of the last one of them
+  bool isAround_ = false;     // the operand, by contours that do not take part
+  bool isInPlace_ = false;
   std::vector<Outer> outers_;
   std::vector<Hole> holes_;
   OwnedRing newAreas_;
