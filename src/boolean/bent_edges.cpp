@@ -19,6 +19,13 @@ bool InWidenedBox(const GridEdge& e, GridPoint p) noexcept {
          std::min(e.from.gy, e.to.gy) - 1 <= p.gy && p.gy <= std::max(e.from.gy, e.to.gy) + 1;
 }
 
+// Does the edge meet the pixel of p, or come as near as its corners?
+bool MeetsPixel(const GridEdge& e, GridPoint p) noexcept {
+  return InWidenedBox(e, p) &&
+         2 * std::abs(Cross(e.from, e.to, p)) <=
+             std::int64_t{std::abs(e.to.gx - e.from.gx)} + std::abs(e.to.gy - e.from.gy);
+}
+
 // Adds the edge from the source vertex `from` to the next one, if the sweep has bent it.
 // @return that next one
 VertexNode* AddIfBent(VertexNode* from, GridPoint to, BoolOp op, BentEdges& bent) {
@@ -40,12 +47,6 @@ VertexNode* AddIfBent(VertexNode* from, GridPoint to, BoolOp op, BentEdges& bent
 
 }  // namespace
 
-bool MeetsPixel(const GridEdge& e, GridPoint p) noexcept {
-  return InWidenedBox(e, p) &&
-         2 * std::abs(Cross(e.from, e.to, p)) <=
-             std::int64_t{std::abs(e.to.gx - e.from.gx)} + std::abs(e.to.gy - e.from.gy);
-}
-
 bool KeepSettled(const BentEdges& bent, const Contour* contour) noexcept {
   if (!Overlap(contour->gridBox, bent.box)) return true;
   if (bent.pieces.size() > kMostPieces) return false;
@@ -63,6 +64,15 @@ bool KeepSettled(const BentEdges& bent, const Area* ring) noexcept {
   bool keep = true;
   ForEachContour(ring, [&](const Contour* contour) { keep = keep && KeepSettled(bent, contour); });
   return keep;
+}
+
+bool MeetAnyPixel(const BentEdges& bent, const Contour* contour) noexcept {
+  if (!Overlap(contour->gridBox, bent.box)) return false;
+  bool meet = false;
+  ForEachVertex(contour, [&](const VertexNode* v) {
+    for (const GridEdge& e : bent.edges) meet = meet || MeetsPixel(e, v->grid);
+  });
+  return meet;
 }
 
 SourceEdges::SourceEdges(const Area* ring) {

@@ -22,9 +22,6 @@ struct GridEdge {
   GridPoint to;
 };
 
-/// Does the edge meet the pixel of p, or come as near as its corners?
-[[nodiscard]] bool MeetsPixel(const GridEdge& e, GridPoint p) noexcept;
-
 /// What an operation has bent.
 struct BentEdges {
   std::vector<GridEdge> edges;   ///< of the operands, as they were
@@ -36,6 +33,9 @@ struct BentEdges {
 /// only? The work is their product: of too many pieces the answer is false.
 [[nodiscard]] bool KeepSettled(const BentEdges& bent, const Contour* contour) noexcept;
 [[nodiscard]] bool KeepSettled(const BentEdges& bent, const Area* ring) noexcept;
+
+/// Do the edges, as they were, meet the pixel of any vertex of the contour?
+[[nodiscard]] bool MeetAnyPixel(const BentEdges& bent, const Contour* contour) noexcept;
 
 /// The vertices of an operand's ring before the sweep splits it.
 class SourceEdges {

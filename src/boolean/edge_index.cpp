@@ -72,16 +72,35 @@ EdgeIndex::EdgeIndex(const Area* ring, std::size_t more) {
 }
 
 void EdgeIndex::Add(const Contour* contour) {
-  ForEachVertex(contour, [&](const VertexNode* v) {
-    const Entry entry{v->grid, v->next->grid, contour, kNone};
-    ForEachBucket(entry.from, entry.to, [&](std::uint32_t& bucket) { Put(bucket, entry); });
-  });
+  ForEachVertex(contour, [&](const VertexNode* v) { AddEdge(v->grid, v->next->grid, contour); });
 }
 
 void EdgeIndex::Remove(const Contour* contour) noexcept {
-  ForEachVertex(contour, [&](const VertexNode* v) {
-    ForEachBucket(v->grid, v->next->grid, [&](std::uint32_t& bucket) { TakeOut(bucket, contour); });
-  });
+  ForEachVertex(contour, [&](const VertexNode* v) { TakeOut(v->grid, v->next->grid, contour); });
+}
+
+// What the rings have in common around their heads stays.
+void EdgeIndex::Exchange(const Contour* contour, const Contour* old) {
+  const VertexNode* v = contour->head;
+  const VertexNode* w = old->head;
+  const VertexNode* vEnd = v;
+  const VertexNode* wEnd = w;
+  if (v->grid == w->grid) {
+    const auto isLast = [&] { return v->next == contour->head || w->next == old->head; };
+    for (; !isLast() && v->next->grid == w->next->grid; w = w->next) v = v->next;
+    while (vEnd->prev != v && wEnd->prev != w && vEnd->prev->grid == wEnd->prev->grid) {
+      vEnd = vEnd->prev;
+      wEnd = wEnd->prev;
+    }
+  }
+  do {
+    TakeOut(w->grid, w->next->grid, contour);
+    w = w->next;
+  } while (w != wEnd);
+  do {
+    AddEdge(v->grid, v->next->grid, contour);
+    v = v->next;
+  } while (v != vEnd);
 }
 
 bool EdgeIndex::Meets(const GridBox& box) const noexcept {
@@ -148,6 +167,11 @@ void EdgeIndex::ForEachBucket(GridPoint a, GridPoint b, Visit visit) {
   }
 }
 
+void EdgeIndex::AddEdge(GridPoint from, GridPoint to, const Contour* contour) {
+  const Entry entry{from, to, contour, kNone};
+  ForEachBucket(from, to, [&](std::uint32_t& bucket) { Put(bucket, entry); });
+}
+
 void EdgeIndex::Put(std::uint32_t& bucket, const Entry& entry) {
   std::uint32_t place = free_;
   if (place != kNone) {
@@ -161,17 +185,19 @@ void EdgeIndex::Put(std::uint32_t& bucket, const Entry& entry) {
   bucket = place;
 }
 
-// All of the contour's entries at once.
-void EdgeIndex::TakeOut(std::uint32_t& bucket, const Contour* contour) noexcept {
-  for (std::uint32_t* link = &bucket; *link != kNone;) {
-    Entry& entry = entries_[*link];
-    if (entry.contour != contour) {
+void EdgeIndex::TakeOut(GridPoint from, GridPoint to, const Contour* contour) noexcept {
+  ForEachBucket(from, to, [&](std::uint32_t& bucket) {
+    std::uint32_t* link = &bucket;
+    while (*link != kNone) {
+      Entry& entry = entries_[*link];
+      if (entry.contour == contour && entry.from == from && entry.to == to) {
+        const std::uint32_t taken = std::exchange(*link, entry.next);
+        entry.next = std::exchange(free_, taken);
+        return;
+      }
       link = &entry.next;
-      continue;
     }
-    const std::uint32_t taken = std::exchange(*link, entry.next);
-    entry.next = std::exchange(free_, taken);
-  }
+  });
 }
 
 }  // namespace zelvan

@@ -30,6 +30,14 @@ class EdgeIndex {
   /// Takes out the edges of a contour.
   void Remove(const Contour* contour) noexcept;
 
+  /// The contour has its own ring now, for that of `old` before.
+  void Exchange(const Contour* contour, const Contour* old);
+
+  /// Calls visit(contour) for each edge of a contour that has a point in the closed box,
+  /// once or more often.
+  template <class Visit>
+  void ForEachNear(const GridBox& box, Visit visit) const;
+
   /// Does any edge have a point in the closed box?
   [[nodiscard]] bool Meets(const GridBox& box) const noexcept;
 
@@ -51,8 +59,9 @@ class EdgeIndex {
   [[nodiscard]] std::size_t At(std::int32_t column, std::int32_t row) const noexcept;
   template <class Visit>
   void ForEachBucket(GridPoint a, GridPoint b, Visit visit);
+  void AddEdge(GridPoint from, GridPoint to, const Contour* contour);
   void Put(std::uint32_t& bucket, const Entry& entry);
-  void TakeOut(std::uint32_t& bucket, const Contour* contour) noexcept;
+  void TakeOut(GridPoint from, GridPoint to, const Contour* contour) noexcept;
 
   std::int32_t shift_ = 20;  // log2 of a bucket's side
   std::int32_t side_ = 1;    // buckets along an axis
@@ -60,5 +69,19 @@ class EdgeIndex {
   std::vector<Entry> entries_;
   std::uint32_t free_ = kNone;
 };
+
+template <class Visit>
+void EdgeIndex::ForEachNear(const GridBox& box, Visit visit) const {
+  const std::int32_t right = BucketOf(box.max.gx);
+  const std::int32_t top = BucketOf(box.max.gy);
+  for (std::int32_t row = BucketOf(box.min.gy); row <= top; ++row) {
+    for (std::int32_t column = BucketOf(box.min.gx); column <= right; ++column) {
+      for (std::uint32_t i = first_[At(column, row)]; i != kNone; i = entries_[i].next) {
+        const Entry& entry = entries_[i];
+        if (EdgeMeetsBox(entry.from, entry.to, box)) visit(entry.contour);
+      }
+    }
+  }
+}
 
 }  // namespace zelvan

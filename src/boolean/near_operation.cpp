@@ -4,7 +4,9 @@
 #include <zelvan/error.h>
 
 #include <algorithm>
-#include <iterator>
+#include <cstdint>
+#include <cstdlib>
+#include <functional>
 #include <utility>
 
 #include "boolean/assembly.h"
@@ -56,6 +58,20 @@ Area* TakeOut(OwnedRing& ring, Area* area) noexcept {
   return area;
 }
 
+std::int64_t SizeOf(const Contour* contour) noexcept {
+  return std::abs(TwiceArea(contour->head));
+}
+
+// But for their places in a list.
+void SwapRings(Contour& a, Contour& b) noexcept {
+  std::swap(a.head, b.head);
+  std::swap(a.count, b.count);
+  std::swap(a.flags, b.flags);
+  std::swap(a.gridBox, b.gridBox);
+  std::swap(a.block, b.block);
+  std::swap(a.blockSize, b.blockSize);
+}
+
 // What an operation takes of one contour, in the order in which it is met: outer
 // boundaries, then holes.
 std::vector<OwnedContour> Collect(Contour* contour, BoolOp op) {
@@ -87,15 +103,49 @@ NearOperation::NearOperation(OwnedRing& region, const GridBox& box, BoolOp op)
     if (!Overlap(area->contours->gridBox, box_)) return;
     areas_.push_back(area);
     last_ = nullptr;
-    for (Contour* c = area->contours; c != nullptr; c = c->next) {
-      if (AnyEdgeMeets(c, box_)) {
-        parts_.push_back({area, c, last_});
-      } else if (PointInContour(box_.min, c)) {
-        isAround_ = !isAround_;
-      }
-      last_ = c;
+    for (Contour* c = area->contours; c != nullptr; last_ = c, c = c->next) {
+      if (AnyEdgeMeets(c, box_)) parts_.push_back({area, c, last_});
     }
   });
+  if (!parts_.empty()) {
+    LookAround();
+    return;
+  }
+  ForEachContour(region_.first, [&](const Contour* contour) {
+    isAround_ = isAround_ != PointInContour(box_.min, contour);
+  });
+}
+
+NearOperation::NearOperation(OwnedRing& region, const RegionIndex& index, const GridBox& box,
+                             BoolOp op)
+    : region_(region), index_(&index), op_(op), box_(box) {
+  for (Contour* contour : index.Near(box_)) {
+    const RegionIndex::Place& place = index.PlaceOf(contour);
+    if (areas_.empty() || areas_.back() != place.area) areas_.push_back(place.area);
+    parts_.push_back({place.area, contour, place.before});
+  }
+  if (!parts_.empty()) {
+    LookAround();
+  } else if (Area* area = index.AreaAt(box_.min)) {
+    isAround_ = true;
+    areas_.push_back(area);
+  }
+  if (!areas_.empty()) last_ = index.LastOf(areas_.back());
+}
+
+// No contour that takes part is around the one that reaches farthest to the left, but one
+// that reaches as far. So what is left of it bounds on it and on what does not take part.
+void NearOperation::LookAround() noexcept {
+  const auto isFarther = [](const Part& a, const Part& b) {
+    const GridBox& boxA = a.contour->gridBox;
+    const GridBox& boxB = b.contour->gridBox;
+    return boxA.min.gx != boxB.min.gx ? boxA.min.gx < boxB.min.gx
+           : !Contains(boxA, boxB)    ? false
+           : !Contains(boxB, boxA)    ? true
+                                      : SizeOf(a.contour) > SizeOf(b.contour);
+  };
+  const auto farthest = std::min_element(parts_.begin(), parts_.end(), isFarther);
+  isAround_ = (farthest->contour->flags & CONTOUR_CCW) == 0;
 }
 
 bool NearOperation::Prepare(OwnedRing& operand) {
@@ -111,7 +161,7 @@ bool NearOperation::Prepare(OwnedRing& operand) {
   if (!BendsAlike()) return false;
   ListContours();
   if (!LeavesTheGrid() || !PlaceHoles()) return false;
-  MakeAreas();
+  MakeRoom();
   return true;
 }
 
@@ -164,7 +214,8 @@ bool NearOperation::IsInPlace() const noexcept {
   const auto isOuter = [](const OwnedContour& c) { return (c->flags & CONTOUR_CCW) != 0; };
   const bool outerStays =
       parts_.empty() || parts_[0].contour != areas_[0]->contours || parts_[0].stays;
-  auto outers = std::count_if(fromOperand_.made.begin(), fromOperand_.made.end(), isOuter);
+  if (std::any_of(fromOperand_.made.begin(), fromOperand_.made.end(), isOuter)) return false;
+  std::ptrdiff_t outers = 0;
   for (const Part& part : parts_) {
     outers += std::count_if(part.made.begin(), part.made.end(), isOuter);
   }
@@ -179,7 +230,7 @@ void NearOperation::ListContours() {
   for (Area* area : areas_) {
     for (Contour* c = area->contours; c != nullptr; c = isInPlace_ ? nullptr : c->next) {
       const bool takesPart = part != parts_.end() && part->contour == c;
-      if (!takesPart || part->stays) List(c, area, false);
+      if (!takesPart || part->stays) List({c, nullptr, area, false});
       if (takesPart) ListMade(*part++);
     }
   }
@@ -187,23 +238,35 @@ void NearOperation::ListContours() {
   ListMade(fromOperand_);
 }
 
-void NearOperation::ListMade(const Part& part) {
-  for (const OwnedContour& one : part.made) List(one.get(), part.area, true);
+void NearOperation::ListMade(Part& part) {
+  for (std::size_t i = 0; i < part.made.size(); ++i) {
+    Contour* const one = part.made[i].get();
+    const bool inherits =
+        part.contour != nullptr && part.heir == kNone && part.contour->flags == one->flags;
+    if (inherits) part.heir = i;
+    List({one, inherits ? part.contour : nullptr, part.area, !inherits});
+  }
 }
 
-void NearOperation::List(Contour* contour, Area* place, bool isNew) {
-  if ((contour->flags & CONTOUR_CCW) != 0) {
-    outers_.push_back({contour, place, nullptr, nullptr, isNew});
+void NearOperation::List(const Listed& contour) {
+  if ((contour.contour->flags & CONTOUR_CCW) != 0) {
+    outers_.push_back({contour});
   } else {
-    holes_.push_back({contour, place, 0, isNew});
+    holes_.push_back({contour});
   }
 }
 
 bool NearOperation::LeavesTheGrid() const noexcept {
   if (op_ == UNION && bent_.edges.empty()) return true;
+  const auto reachesIn = [&](const Part& part) {
+    return part.stays || Contains(kWholeGrid, Widened(part.contour->gridBox));
+  };
+  if (std::all_of(parts_.begin(), parts_.end(), reachesIn)) return true;
   GridBox box = kNoBox;
   ForEachArea(region_.first, [&](const Area* area) {
-    if (!Overlap(area->contours->gridBox, box_)) GrowBox(box, area->contours->gridBox);
+    if (std::find(areas_.begin(), areas_.end(), area) == areas_.end()) {
+      GrowBox(box, area->contours->gridBox);
+    }
   });
   for (const Outer& outer : outers_) GrowBox(box, outer.contour->gridBox);
   return Contains(box, kWholeGrid);
@@ -240,20 +303,25 @@ bool NearOperation::PlaceHoles() {
 
 // Tells whether the region is settled again.
 // @return whether the full operation would bend all edges alike
-bool NearOperation::BendsAlike() noexcept {
+bool NearOperation::BendsAlike() {
   if (bent_.edges.empty()) return true;
+  std::vector<const Contour*> parts;
+  for (const Part& part : parts_) {
+    parts.push_back(part.contour);
+    if (part.stays) LookAt(part.contour);
+  }
+  std::sort(parts.begin(), parts.end(), std::less<>());
   bool alike = true;
-  auto part = parts_.begin();
-  ForEachContour(region_.first, [&](const Contour* contour) {
-    const bool takesPart = part != parts_.end() && part->contour == contour;
-    if (takesPart) ++part;
-    if (!Overlap(contour->gridBox, bent_.box)) return;
-    if (!takesPart || std::prev(part)->stays) LookAt(contour);
-    if (takesPart) return;
-    ForEachVertex(contour, [&](const VertexNode* v) {
-      for (const GridEdge& e : bent_.edges) alike = alike && !MeetsPixel(e, v->grid);
-    });
-  });
+  const auto look = [&](const Contour* contour) {
+    if (std::binary_search(parts.begin(), parts.end(), contour, std::less<>())) return;
+    LookAt(contour);
+    alike = alike && !MeetAnyPixel(bent_, contour);
+  };
+  if (index_ != nullptr) {
+    for (const Contour* contour : index_->Near(bent_.box)) look(contour);
+  } else {
+    ForEachContour(region_.first, look);
+  }
   for (const Part& one : parts_) LookAtMade(one);
   LookAtMade(fromOperand_);
   return alike;
@@ -268,28 +336,46 @@ void NearOperation::LookAt(const Contour* contour) noexcept {
 }
 
 // An area for each new outer boundary but the first one in the place of an area, and room
-// for what is removed.
-void NearOperation::MakeAreas() {
+// for what Commit notes.
+void NearOperation::MakeRoom() {
   const Area* place = nullptr;
   for (const Outer& outer : outers_) {
     if (outer.place == nullptr || outer.place == place) AppendArea(newAreas_.first, NewArea());
     place = outer.place;
   }
-  removed_.reserve(parts_.size());
+  changes_.reserve(parts_.size());
+  links_.reserve(outers_.size() + holes_.size() + 2 * parts_.size());
+  removed_.reserve(areas_.size());
 }
 
 void NearOperation::Commit() noexcept {
+  for (Part& part : parts_) {
+    if (part.heir != kNone) SwapRings(*part.contour, *part.made[part.heir]);
+  }
+  for (Outer& outer : outers_) UseRecord(outer);
+  for (Hole& hole : holes_) UseRecord(hole);
   if (isInPlace_) {
     ChangeInPlace();
   } else {
     LinkAreas();
     LinkHoles();
   }
-  for (Part& part : parts_) {
-    for (OwnedContour& one : part.made) static_cast<void>(one.release());
-    if (!part.stays) removed_.emplace_back(part.contour);
+  for (Part& part : parts_) HandOver(part);
+  HandOver(fromOperand_);
+}
+
+// The region owns what it has got, and this what it has lost.
+void NearOperation::HandOver(Part& part) noexcept {
+  for (std::size_t i = 0; i < part.made.size(); ++i) {
+    if (i == part.heir) {
+      changes_.push_back({part.contour, std::move(part.made[i])});
+    } else {
+      static_cast<void>(part.made[i].release());
+    }
   }
-  for (OwnedContour& one : fromOperand_.made) static_cast<void>(one.release());
+  if (part.contour != nullptr && !part.stays && part.heir == kNone) {
+    changes_.push_back({nullptr, OwnedContour(part.contour)});
+  }
 }
 
 // Puts what each contour has become between its neighbours.
@@ -299,11 +385,13 @@ void NearOperation::ChangeInPlace() noexcept {
   Contour* tail = nullptr;  // of what stands before the next place
   const auto link = [&](Contour* contour) {
     (tail == nullptr ? outer.area->contours : tail->next) = contour;
+    links_.push_back({tail, contour});
     tail = contour;
   };
-  const auto linkHoles = [&](const Part& part) {
-    for (const OwnedContour& one : part.made) {
-      if (one.get() != outer.contour) link(one.get());
+  const auto linkMade = [&](const Part& part) {
+    for (std::size_t i = 0; i < part.made.size(); ++i) {
+      Contour* const contour = i == part.heir ? part.contour : part.made[i].get();
+      if (contour != outer.contour) link(contour);
     }
   };
   for (std::size_t i = 0; i < parts_.size(); ++i) {
@@ -311,18 +399,38 @@ void NearOperation::ChangeInPlace() noexcept {
     Contour* const rest = part.contour->next;
     if (i == 0 || parts_[i - 1].contour != part.before) tail = part.before;
     if (part.stays) {
-      link(part.contour);
-    } else if (tail == nullptr) {
-      link(outer.contour);
+      tail = part.contour;
+      continue;
     }
-    linkHoles(part);
+    if (tail == nullptr) link(outer.contour);
+    linkMade(part);
     tail->next = rest;
-    if (rest == nullptr) last_ = tail;
+    if (rest == nullptr) {
+      last_ = tail;
+    } else if (i + 1 == parts_.size() || parts_[i + 1].contour != rest || parts_[i + 1].stays) {
+      links_.push_back({tail, rest});
+    }
   }
   tail = last_;
-  linkHoles(fromOperand_);
+  linkMade(fromOperand_);
   tail->next = nullptr;
   outer.last = tail;
+}
+
+void NearOperation::Tell(RegionIndex& index) const {
+  index.Exchange(changes_);
+  for (const Area* area : removed_) index.Forget(area);
+  for (const Outer& outer : outers_) {
+    if (outer.isNew) index.Add(outer.contour);
+    if (!isInPlace_) index.Relinked(outer.area);
+  }
+  for (const Hole& hole : holes_) {
+    if (hole.isNew) index.Add(hole.contour);
+  }
+  if (!isInPlace_) return;
+  const Outer& outer = outers_.front();
+  for (const Link& link : links_) index.LinkedBehind(link.before, link.contour, outer.area);
+  index.EndsWith(outer.area, outer.last);
 }
 
 void NearOperation::LinkAreas() noexcept {
@@ -345,7 +453,9 @@ void NearOperation::LinkAreas() noexcept {
     outer.last = outer.area->contours = outer.contour;
   }
   for (Area* area : areas_) {
-    if (area->contours == nullptr) FreeArea(TakeOut(region_, area));
+    if (area->contours != nullptr) continue;
+    FreeArea(TakeOut(region_, area));
+    removed_.push_back(area);
   }
 }
 

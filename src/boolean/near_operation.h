@@ -25,6 +25,7 @@
 #include "boolean/bent_edges.h"
 #include "boolean/cross_entry.h"
 #include "boolean/labels.h"
+#include "boolean/region_index.h"
 #include "polygon/area.h"
 #include "polygon/contour.h"
 
@@ -38,6 +39,9 @@ class NearOperation {
   /// For a settled region that fills its grid; `box` is that of the operand, widened by a
   /// step. Throws std::bad_alloc.
   NearOperation(OwnedRing& region, const GridBox& box, BoolOp op);
+
+  /// The same with an index of the region, which tells the contours without a look at all.
+  NearOperation(OwnedRing& region, const RegionIndex& index, const GridBox& box, BoolOp op);
 
   /// Does any edge of the region meet that box?
   [[nodiscard]] bool AnyEdgeIsNear() const noexcept { return !parts_.empty(); }
@@ -53,26 +57,12 @@ class NearOperation {
   /// Is the region settled again?
   [[nodiscard]] bool IsSettled() const noexcept { return isSettled_; }
 
-  // What has become of the areas that took part, after Commit.
-
-  struct Outer {
-    Contour* contour;
-    Area* place;    ///< the area in whose place it comes, null for the operand's
-    Area* area;     ///< whose outer boundary it is
-    Contour* last;  ///< of that area
-    bool isNew;
-  };
-  struct Hole {
-    Contour* contour;
-    Area* place;
-    std::size_t outer;  ///< number in Outers
-    bool isNew;
-  };
-  [[nodiscard]] const std::vector<Outer>& Outers() const noexcept { return outers_; }
-  [[nodiscard]] const std::vector<Hole>& Holes() const noexcept { return holes_; }
-  [[nodiscard]] const std::vector<OwnedContour>& Removed() const noexcept { return removed_; }
+  /// Has the index follow, after Commit. Throws std::bad_alloc; the index is of no use then.
+  void Tell(RegionIndex& index) const;
 
  private:
+  static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
+
   // A contour that takes part, and what has become of it.
   struct Part {
     Area* area;
@@ -80,25 +70,51 @@ class NearOperation {
     Contour* before;  // in the area's list
     bool stays = false;
     std::vector<OwnedContour> made{};  // outer boundaries, then holes
+    std::size_t heir = kNone;          // the one of `made` that is put into the contour's record
   };
 
+  // A contour of the result, in its order.
+  struct Listed {
+    Contour* contour;
+    Contour* record;  // into which its ring is put, or null
+    Area* place;      // the area in whose place it comes, null for the operand's
+    bool isNew;
+  };
+  struct Outer : Listed {
+    Area* area = nullptr;
+    Contour* last = nullptr;  // of that area
+  };
+  struct Hole : Listed {
+    std::size_t outer = 0;  // number of its outer boundary
+  };
+  struct Link {
+    Contour* before;
+    Contour* contour;
+  };
+
+  void LookAround() noexcept;
+  static void UseRecord(Listed& one) noexcept {
+    if (one.record != nullptr) one.contour = one.record;
+  }
   [[nodiscard]] bool CopyParts(Area* copies) const;
   void Assemble(const Area* copies);
-  [[nodiscard]] bool BendsAlike() noexcept;
+  [[nodiscard]] bool BendsAlike();
   void LookAtMade(const Part& part) noexcept;
   void LookAt(const Contour* contour) noexcept;
   [[nodiscard]] bool IsInPlace() const noexcept;
   void ListContours();
-  void ListMade(const Part& part);
-  void List(Contour* contour, Area* place, bool isNew);
+  void ListMade(Part& part);
+  void List(const Listed& contour);
   [[nodiscard]] bool LeavesTheGrid() const noexcept;
   [[nodiscard]] bool PlaceHoles();
-  void MakeAreas();
+  void MakeRoom();
+  void HandOver(Part& part) noexcept;
   void ChangeInPlace() noexcept;
   void LinkAreas() noexcept;
   void LinkHoles() noexcept;
 
   OwnedRing& region_;
+  const RegionIndex* index_ = nullptr;
   SweepRecords records_;
   OwnedRing operand_;
   BoolOp op_;
@@ -114,7 +130,9 @@ class NearOperation {
   std::vector<Outer> outers_;
   std::vector<Hole> holes_;
   OwnedRing newAreas_;
-  std::vector<OwnedContour> removed_;
+  std::vector<RegionIndex::Change> changes_;
+  std::vector<Link> links_;           // those that are new in place
+  std::vector<const Area*> removed_;  // areas; no more than names
 };
 
 }  // namespace zelvan

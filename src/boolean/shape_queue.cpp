@@ -7,13 +7,12 @@
 #include <cstdint>
 #include <new>
 #include <optional>
-#include <unordered_map>
 #include <utility>
 
 #include "boolean/assembly.h"
-#include "boolean/edge_index.h"
 #include "boolean/grid_box.h"
 #include "boolean/near_operation.h"
+#include "boolean/region_index.h"
 #include "boolean/regrid.h"
 #include "boolean/shape_boolean.h"
 #include "boolean/snapped_contour.h"
@@ -30,73 +29,12 @@ bool Contains(const WorldBox& box, const WorldBox& inner) noexcept {
          inner.max.y <= box.max.y;
 }
 
-Contour* LastOf(Contour* contour) noexcept {
-  while (contour->next != nullptr) contour = contour->next;
-  return contour;
-}
-
-// The edges of a settled region, and where a contour that comes near none is linked.
-class Linker {
- public:
-  Linker(OwnedRing& ring, std::size_t more) : ring_(ring), index_(ring.first, more) {
-    ForEachArea(ring.first, [&](Area* area) {
-      for (Contour* c = area->contours; c != nullptr; c = c->next) areas_[c] = area;
-      last_[area] = LastOf(area->contours);
-    });
-  }
-
-  [[nodiscard]] bool Meets(const GridBox& box) const noexcept { return index_.Meets(box); }
-
-  /// Links a plain contour that comes near no edge where the operation would put it, or
-  /// frees it. After a failure the ring is as it was and the linker of no use.
-  void Link(OwnedContour contour, BoolOp op) {
-    const Contour* face = index_.FaceAt(contour->gridBox.min);
-    const bool isInside = face != nullptr;
-    if (isInside != (op == SUBTRACT) || !FinishContour(contour.get())) return;
-    const bool runsCcw = (contour->flags & CONTOUR_CCW) != 0;
-    if (runsCcw != (op == UNION)) ReverseContour(contour.get());
-    OwnedRing one(isInside ? nullptr : NewArea());
-    Area* const area = isInside ? areas_.at(face) : one.first;
-    index_.Add(contour.get());
-    areas_[contour.get()] = area;
-    Contour*& last = last_[area];
-    if (isInside) {
-      last = last->next = contour.release();
-    } else {
-      last = one.first->contours = contour.release();
-      AppendArea(ring_.first, one.release());
-    }
-  }
-
-  /// Follows an operation that was done on the ring. Throws std::bad_alloc; the linker is
-  /// of no use then.
-  void Follow(const NearOperation& done) {
-    for (const OwnedContour& contour : done.Removed()) {
-      index_.Remove(contour.get());
-      areas_.erase(contour.get());
-    }
-    for (const NearOperation::Outer& outer : done.Outers()) {
-      if (outer.isNew) index_.Add(outer.contour);
-      areas_[outer.contour] = outer.area;
-      last_[outer.area] = outer.last;
-    }
-    for (const NearOperation::Hole& hole : done.Holes()) {
-      const Area* area = done.Outers()[hole.outer].area;
-      if (hole.isNew) index_.Add(hole.contour);
-      if (hole.isNew || hole.place != area) areas_[hole.contour] = done.Outers()[hole.outer].area;
-    }
-  }
-
- private:
-  OwnedRing& ring_;
-  EdgeIndex index_;
-  std::unordered_map<const Contour*, Area*> areas_;
-  std::unordered_map<const Area*, Contour*> last_;  // the last contour of each
-};
-
 // The region while the queue is applied, apart from the shape, which takes it over at
 // the end.
 class Accumulation {
+  // Operations that look at all contours, before an index is made.
+  static constexpr int kMostWithoutIndex = 64;
+
  public:
   Accumulation(Shape& shape, BoolOp op, const ShapeQueue& others)
       : shape_(shape), op_(op), grid_(BoxOf(shape)) {
@@ -123,7 +61,8 @@ class Accumulation {
   [[nodiscard]] const Area* Ring() const noexcept { return isOwn_ ? own_.first : shape_.areas; }
 
   void Replace(OwnedRing& ring, const WorldBox& grid, bool isSettled) noexcept {
-    linker_.reset();
+    index_.reset();
+    withoutIndex_ = 0;
     settled_ = isSettled;
     fillsGrid_.reset();
     std::swap(own_.first, ring.first);
@@ -137,36 +76,50 @@ class Accumulation {
     OwnedRing operand(CopyOnGrid(other.areas, BoxOf(other), grid_));
     if (operand.first == nullptr) return true;
     const GridBox box = Widened(BoxOfRing(operand.first));
-    if (linker_ && !linker_->Meets(box) && LinkIfPlain(operand)) return true;
-    NearOperation operation(own_, box, op_);
-    if (!linker_ && !operation.AnyEdgeIsNear()) {
-      linker_.emplace(own_, edgesToCome_);
-      if (LinkIfPlain(operand)) return true;
+    if (!index_) {
+      NearOperation operation(own_, box, op_);
+      if (operation.AnyEdgeIsNear() && ++withoutIndex_ < kMostWithoutIndex) {
+        return Apply(operation, operand);
+      }
+      index_.emplace(own_, edgesToCome_);
     }
+    if (!index_->Meets(box) && LinkIfPlain(operand)) return true;
+    NearOperation operation(own_, *index_, box, op_);
+    return Apply(operation, operand);
+  }
+
+  bool Apply(NearOperation& operation, OwnedRing& operand) {
     if (!operation.Prepare(operand)) return false;
     operation.Commit();
     settled_ = operation.IsSettled();
-    Follow(operation);
+    if (index_) Tell(operation);
     return true;
   }
 
-  bool LinkIfPlain(OwnedRing& operand) {
-    const Area* area = operand.first;
-    if (area->next != area || area->contours->next != nullptr || !IsPlain(area->contours)) {
-      return false;
-    }
-    linker_->Link(OwnedContour(std::exchange(operand.first->contours, nullptr)), op_);
-    return true;
-  }
-
-  void Follow(const NearOperation& operation) noexcept {
-    if (!linker_) return;
+  void Tell(const NearOperation& operation) noexcept {
     try {
-      if (settled_) return linker_->Follow(operation);
+      if (settled_) return operation.Tell(*index_);
     } catch (...) {
       ERR::Clear();
     }
-    linker_.reset();
+    index_.reset();
+  }
+
+  // Where a plain contour that comes near no edge goes by the face that it lies in, if it
+  // goes anywhere.
+  bool LinkIfPlain(OwnedRing& operand) {
+    const Area* only = operand.first;
+    if (only->next != only || only->contours->next != nullptr || !IsPlain(only->contours)) {
+      return false;
+    }
+    OwnedContour contour(std::exchange(operand.first->contours, nullptr));
+    Area* const area = index_->AreaAt(contour->gridBox.min);
+    const bool isInside = area != nullptr;
+    if (isInside != (op_ == SUBTRACT) || !FinishContour(contour.get())) return true;
+    const bool runsCcw = (contour->flags & CONTOUR_CCW) != 0;
+    if (runsCcw != (op_ == UNION)) ReverseContour(contour.get());
+    index_->Append(std::move(contour), area);
+    return true;
   }
 
   // Is the box of both the box of the region's grid, which the region fills?
@@ -180,10 +133,11 @@ class Accumulation {
   BoolOp op_;
   OwnedRing own_;  // the region once it is no more the shape's
   bool isOwn_ = false;
-  WorldBox grid_;                  // of the region
-  std::optional<bool> fillsGrid_;  // does the region, where that is known?
-  bool settled_ = false;           // the region is its own, and settled
-  std::optional<Linker> linker_;   // of a settled region, once there is use for it
+  WorldBox grid_;                     // of the region
+  std::optional<bool> fillsGrid_;     // does the region, where that is known?
+  bool settled_ = false;              // the region is its own, and settled
+  std::optional<RegionIndex> index_;  // of a settled region, once there is use for it
+  int withoutIndex_ = 0;              // operations since the region is another one
   std::size_t edgesToCome_ = 0;
 };
 

@@ -210,6 +210,24 @@ WorldRing Queued(Random& random, double unit, std::int64_t kind) {
               {x - at(9), y + at(9)}};
     case 3:  // a sliver or nothing on the common grid
       return {{x, y}, {x + at(9) + unit, y + unit * 1e-6}, {x, y + unit * 6e-5 * Unit(random)}};
+    case 5: {  // around something, but for a gap
+      const double w = at(12) + 3 * unit;
+      const double h = at(12) + 3 * unit;
+      return {{x, y},
+              {x + w, y},
+              {x + w, y + unit},
+              {x + unit, y + unit},
+              {x + unit, y + h - unit},
+              {x + w, y + h - unit},
+              {x + w, y + h},
+              {x, y + h}};
+    }
+    case 6: {  // right across
+      const double w = at(2) + unit;
+      if (random.Below(2) == 0)
+        return {{x, -5 * unit}, {x + w, -5 * unit}, {x + w, 70 * unit}, {x, 70 * unit}};
+      return {{-5 * unit, x}, {70 * unit, y}, {70 * unit, y + w}, {-5 * unit, x + w}};
+    }
     default: {  // steps across
       const double s = unit * (0.5 + 0.25 * static_cast<double>(random.Below(4)));
       return {{x, y}, {x + s, y}, {x + s, y + s}, {x + s / 2, y + s}, {x, y + s}};
@@ -233,7 +251,7 @@ TEST(Queues, GiveWhatOneAfterTheOtherGives) {
     for (int round = 0; round < 3; ++round) {
       const bool unite = random.Below(3) == 0;
       ShapeQueue queue;
-      for (std::int64_t n = random.Below(random.Below(50) == 0 ? 300 : 16); n >= 0; --n) {
+      for (std::int64_t n = random.Below(random.Below(20) == 0 ? 200 : 20); n >= 0; --n) {
         try {
           queue.push_back(ShapeOf(Queued(random, unit, random.Below(kinds))));
         } catch (const ZelvanLib::BadPolyError&) {
