@@ -1,22 +1,24 @@
 // An operation on a settled region (bent_edges.h) in which only those contours take part
-// that come near the operand. All others pass by.
+// that have an edge within a step of the operand's box. All others pass by.
 //
-// Why that gives the same region. A contour passes by when its box, and with it what it
-// encloses, stays a step away from the operand's box.
+// Why that gives the same region.
 //
-//  - All new vertices lie in the operand's box. So the edges of a contour that passes by
-//    are not bent, and its vertices bend no edge of the operand. An edge of a contour that
-//    takes part meets its vertices in the centre at most. Such a vertex makes a difference
-//    only where that edge is bent elsewhere: then the operation is not done here.
-//  - A contour that passes by has nothing of the operand, and no contour that takes part,
-//    inside. So all labels are the same without it.
-//  - Each walk keeps to one face of the result, where it touches another one too. So a
-//    contour that passes by is traced as it is, from its head, and no other walk differs.
-//  - An operation delivers contours in the order of those on which their walks start: the
+//  - All new vertices lie in the operand's box. So no edge of a contour that passes by is
+//    bent, and no vertex of it bends an edge of the operand. An edge of a contour that takes
+//    part meets such a vertex in the centre of its pixel at most. That makes a difference
+//    only where the edge is bent elsewhere; then the operation is not done in this way.
+//  - A contour that passes by has the operand and all that takes part inside, or none of
+//    them. Where an odd number has, one frame around all stands for them, so every edge gets
+//    the label that it gets among all contours.
+//  - Each walk keeps to one face of the result, also where it touches another. So what
+//    passes by is traced as it is, from its head, and no other walk goes another way.
+//  - The assembly delivers contours in the order of those on which their walks start: the
 //    region's, area by area, then the operand's. So what a contour becomes stands in its
-//    place: outer boundaries where the area stood, holes between those of its neighbours.
-//  - A hole goes to the innermost area around it. Areas that the operand's box does not
-//    meet stay as they are, with all of their holes.
+//    place: outer boundaries where its area stood, holes between the ones next to it.
+//  - Each hole goes to the innermost area around it. An area nothing of which takes part
+//    keeps its holes and gets none.
+//  - A result of these pieces is settled when it keeps the pieces of bent edges off the
+//    pixels of all vertices (bent_edges.h).
 #pragma once
 
 #include <cstddef>
@@ -40,7 +42,7 @@ class NearOperation {
   /// step. Throws std::bad_alloc.
   NearOperation(OwnedRing& region, const GridBox& box, BoolOp op);
 
-  /// The same with an index of the region, which tells the contours without a look at all.
+  /// The same with an index of the region, which tells those contours without a look at all.
   NearOperation(OwnedRing& region, const RegionIndex& index, const GridBox& box, BoolOp op);
 
   /// Does any edge of the region meet that box?

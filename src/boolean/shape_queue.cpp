@@ -32,8 +32,8 @@ bool Contains(const WorldBox& box, const WorldBox& inner) noexcept {
 // The region while the queue is applied, apart from the shape, which takes it over at
 // the end.
 class Accumulation {
-  // Operations that look at all contours, before an index is made.
-  static constexpr int kMostWithoutIndex = 64;
+  // So many looks at all contours cost about what an index does.
+  static constexpr int kMostWithoutIndex = 128;
 
  public:
   Accumulation(Shape& shape, BoolOp op, const ShapeQueue& others)

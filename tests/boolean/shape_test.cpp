@@ -23,9 +23,9 @@ namespace zelvan {
 namespace {
 
 #ifdef ZELVAN_TEST_SCALE
-constexpr std::uint64_t kQueues = 2000 / ZELVAN_TEST_SCALE;
+constexpr std::uint64_t kQueues = 1000 / ZELVAN_TEST_SCALE;
 #else
-constexpr std::uint64_t kQueues = 2000;
+constexpr std::uint64_t kQueues = 1000;
 #endif
 
 using fixtures::Random;
