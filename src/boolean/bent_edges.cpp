@@ -19,6 +19,10 @@ bool InWidenedBox(const GridEdge& e, GridPoint p) noexcept {
          std::min(e.from.gy, e.to.gy) - 1 <= p.gy && p.gy <= std::max(e.from.gy, e.to.gy) + 1;
 }
 
+bool HasEnd(const GridEdge& e, GridPoint p) noexcept {
+  return e.from == p || e.to == p;
+}
+
 // Does the edge meet the pixel of p, or come as near as its corners?
 bool MeetsPixel(const GridEdge& e, GridPoint p) noexcept {
   return InWidenedBox(e, p) &&
@@ -53,7 +57,7 @@ bool KeepSettled(const BentEdges& bent, const Contour* contour) noexcept {
   bool keep = true;
   ForEachVertex(contour, [&](const VertexNode* v) {
     for (const GridEdge& e : bent.pieces) {
-      if (e.from == v->grid || e.to == v->grid || !MeetsPixel(e, v->grid)) continue;
+      if (HasEnd(e, v->grid) || !MeetsPixel(e, v->grid)) continue;
       keep = keep && Cross(e.from, e.to, v->grid) == 0;
     }
   });
@@ -70,7 +74,8 @@ bool MeetAnyPixel(const BentEdges& bent, const Contour* contour) noexcept {
   if (!Overlap(contour->gridBox, bent.box)) return false;
   bool meet = false;
   ForEachVertex(contour, [&](const VertexNode* v) {
-    for (const GridEdge& e : bent.edges) meet = meet || MeetsPixel(e, v->grid);
+    for (const GridEdge& e : bent.edges)
+      meet = meet || (!HasEnd(e, v->grid) && MeetsPixel(e, v->grid));
   });
   return meet;
 }

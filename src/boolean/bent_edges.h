@@ -34,7 +34,8 @@ struct BentEdges {
 [[nodiscard]] bool KeepSettled(const BentEdges& bent, const Contour* contour) noexcept;
 [[nodiscard]] bool KeepSettled(const BentEdges& bent, const Area* ring) noexcept;
 
-/// Do the edges, as they were, meet the pixel of any vertex of the contour?
+/// Do the edges, as they were, meet the pixel of any vertex of the contour, but for those at
+/// their own ends?
 [[nodiscard]] bool MeetAnyPixel(const BentEdges& bent, const Contour* contour) noexcept;
 
 /// The vertices of an operand's ring before the sweep splits it.

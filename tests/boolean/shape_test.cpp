@@ -228,6 +228,16 @@ WorldRing Queued(Random& random, double unit, std::int64_t kind) {
         return {{x, -5 * unit}, {x + w, -5 * unit}, {x + w, 70 * unit}, {x, 70 * unit}};
       return {{-5 * unit, x}, {70 * unit, y}, {70 * unit, y + w}, {-5 * unit, x + w}};
     }
+    case 7: {  // along a diagonal, or with a corner on it
+      const double d = unit * static_cast<double>(random.Below(50));
+      const double e = d + unit * static_cast<double>(1 + random.Below(20));
+      WorldRing ring{{d, d}, {e, d}, {e, e}};
+      if (random.Below(2) == 0) ring = {{d, d}, {e, d - unit}, {e, d + (e - d) / 2}};
+      if (random.Below(2) == 0) {
+        for (auto& p : ring) std::swap(p.x, p.y);
+      }
+      return ring;
+    }
     default: {  // steps across
       const double s = unit * (0.5 + 0.25 * static_cast<double>(random.Below(4)));
       return {{x, y}, {x + s, y}, {x + s, y + s}, {x + s / 2, y + s}, {x, y + s}};
