@@ -23,9 +23,9 @@ namespace zelvan {
 namespace {
 
 #ifdef ZELVAN_TEST_SCALE
-constexpr std::uint64_t kQueues = 1000 / ZELVAN_TEST_SCALE;
+constexpr std::uint64_t kQueues = 2000 / ZELVAN_TEST_SCALE;
 #else
-constexpr std::uint64_t kQueues = 1000;
+constexpr std::uint64_t kQueues = 2000;
 #endif
 
 using fixtures::Random;
@@ -181,14 +181,14 @@ TEST(Chains, FiftyStepsEachSoundAndTriangulated) {
 // A contour of a queue: on a lattice that the grid of 75 units holds exactly or not, or a
 // few half steps beside it; also those that cross themselves by their closing edge, reach
 // outside, or collapse.
-WorldRing Queued(Random& random, double unit, std::int64_t kind) {
+WorldRing Queued(Random& random, double unit, std::int64_t span, std::int64_t kind) {
   const auto at = [&](std::int64_t n) {
     const auto beside = random.Below(4) == 0 ? random.Below(7) - 3 : 0;
     return unit * (static_cast<double>(random.Below(n)) +
                    static_cast<double>(beside) * 75.0 / GRID_MAX / 2);
   };
-  const double x = at(64);
-  const double y = at(64);
+  const double x = at(span);
+  const double y = at(span);
   switch (kind) {
     case 0: {
       const double w = at(5) + unit;
@@ -229,8 +229,8 @@ WorldRing Queued(Random& random, double unit, std::int64_t kind) {
       return {{-5 * unit, x}, {70 * unit, y}, {70 * unit, y + w}, {-5 * unit, x + w}};
     }
     case 7: {  // along a diagonal, or with a corner on it
-      const double d = unit * static_cast<double>(random.Below(50));
-      const double e = d + unit * static_cast<double>(1 + random.Below(20));
+      const double d = at(50);
+      const double e = d + at(20) + unit;
       WorldRing ring{{d, d}, {e, d}, {e, e}};
       if (random.Below(2) == 0) ring = {{d, d}, {e, d - unit}, {e, d + (e - d) / 2}};
       if (random.Below(2) == 0) {
@@ -255,7 +255,8 @@ TEST(Queues, GiveWhatOneAfterTheOtherGives) {
     if (random.Below(2) == 0) main = {{-5, -5}, {70, -5}, {70, 30}, {30, 33}, {30, 70}, {-5, 70}};
     if (random.Below(4) == 0) main = Circle(32, 32, 40, 30);
     for (auto& p : main) p = {p.x * unit, p.y * unit};
-    const std::int64_t kinds = random.Below(2) == 0 ? 9 : 1;  // all, or small boxes alone
+    const std::int64_t kinds = random.Below(3) != 0 ? 9 : 1;  // all, or small boxes alone
+    const std::int64_t span = random.Below(2) == 0 ? 64 : 20;
     const auto queued = ShapeOf(main);
     const auto plain = ShapeOf(main);
     for (int round = 0; round < 3; ++round) {
@@ -263,7 +264,7 @@ TEST(Queues, GiveWhatOneAfterTheOtherGives) {
       ShapeQueue queue;
       for (std::int64_t n = random.Below(random.Below(20) == 0 ? 200 : 20); n >= 0; --n) {
         try {
-          queue.push_back(ShapeOf(Queued(random, unit, random.Below(kinds))));
+          queue.push_back(ShapeOf(Queued(random, unit, span, random.Below(kinds))));
         } catch (const ZelvanLib::BadPolyError&) {
         }
       }
