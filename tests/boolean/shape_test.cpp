@@ -257,6 +257,11 @@ TEST(Queues, GiveWhatOneAfterTheOtherGives) {
     for (auto& p : main) p = {p.x * unit, p.y * unit};
     const std::int64_t kinds = random.Below(3) != 0 ? 9 : 1;  // all, or small boxes alone
     const std::int64_t span = random.Below(2) == 0 ? 64 : 20;
+    // Where a unit is a whole number of steps, some are all within a few steps of a corner.
+    const bool isTiny = unit > 2 && random.Below(2) == 0;
+    const double scale = isTiny ? 1 + 8 * Unit(random) : unit;
+    support::Xy origin{0, 0};
+    if (isTiny) origin = {30 * unit - 16 * scale, 33 * unit - 16 * scale};
     const auto queued = ShapeOf(main);
     const auto plain = ShapeOf(main);
     for (int round = 0; round < 3; ++round) {
@@ -264,7 +269,9 @@ TEST(Queues, GiveWhatOneAfterTheOtherGives) {
       ShapeQueue queue;
       for (std::int64_t n = random.Below(random.Below(20) == 0 ? 200 : 20); n >= 0; --n) {
         try {
-          queue.push_back(ShapeOf(Queued(random, unit, span, random.Below(kinds))));
+          WorldRing ring = Queued(random, scale, span, random.Below(kinds));
+          for (auto& p : ring) p = {origin.x + p.x, origin.y + p.y};
+          queue.push_back(ShapeOf(ring));
         } catch (const ZelvanLib::BadPolyError&) {
         }
       }
