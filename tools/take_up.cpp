@@ -14,19 +14,22 @@ using zelvan::FillRule;
 using zelvan::Grid;
 
 // A ring as the library has it.
-Ring Snapped(const Ring& ring, double step) {
-  Ring snapped = ring;
-  for (Point& p : snapped) {
+Ring Snapped(Ring ring, double step) {
+  for (Point& p : ring) {
     p = {std::floor(p.x / step + 0.5) * step, std::floor(p.y / step + 0.5) * step};
   }
-  return snapped;
+  return ring;
 }
 
-// The outer contour counter-clockwise, the holes clockwise.
-std::vector<Ring> Oriented(const Polygon& polygon) {
-  std::vector<Ring> rings = RingsOf(polygon);
-  for (std::size_t i = 0; i < rings.size(); ++i) {
-    if ((SignedArea(rings[i]) > 0) != (i == 0)) std::reverse(rings[i].begin(), rings[i].end());
+// Rings on the grid, the outer contour counter-clockwise, the holes clockwise.
+std::vector<Ring> Oriented(const Polygon& polygon, double step) {
+  std::vector<Ring> rings;
+  for (const Ring& ring : RingsOf(polygon)) {
+    const bool is_outer = rings.empty();
+    rings.push_back(Snapped(ring, step));
+    if ((SignedArea(rings.back()) > 0) != is_outer) {
+      std::reverse(rings.back().begin(), rings.back().end());
+    }
   }
   return rings;
 }
@@ -48,26 +51,32 @@ bool IsThin(const Region& region) {
   });
 }
 
-// Do contours cross, or holes lie outside or in each other? Contours may touch. The area of
-// the even-odd region tells of most polygons: rounding moves no edge by more than a step. What
-// it leaves open is seen on the finest grid: where some part is covered twice, or less than not
-// at all, the rules differ; what crosses because points went to the grid is thin.
-bool Overlaps(const Polygon& polygon, const Region& region, double step) {
-  double area = std::abs(SignedArea(Snapped(polygon.outer, step)));
-  double length = Length(polygon.outer);
-  for (const Ring& hole : polygon.holes) {
-    area -= std::abs(SignedArea(Snapped(hole, step)));
-    length += Length(hole);
+// Do contours cross, or holes lie outside or in each other? Contours may touch. Where no place
+// has a negative winding number, the rings' areas sum to more than that of the even-odd region
+// if something is covered twice. A sum alone does not tell: an overlap can make up for another.
+// Rounding moves no edge by more than a step; what a difference that small means is seen on
+// the finest grid: what crosses because points went to the grid is thin.
+bool Overlaps(const Polygon& polygon, const Region& region, const Grid& grid) {
+  const std::vector<Ring> rings = Oriented(polygon, grid.Step());
+  double difference = -region.Area();
+  double length = 0;
+  for (const Ring& ring : rings) {
+    difference += SignedArea(ring);
+    length += Length(ring);
   }
-  const double difference = std::abs(region.Area() - area);
-  if (difference == 0 || difference > length * step) return difference != 0;
-  const std::vector<Ring> rings = Oriented(polygon);
-  const Grid grid = Grid::Covering(rings);
-  return !IsThin(Region(rings, FillRule::EvenOdd, grid) ^ Region(rings, FillRule::Positive, grid));
+  if (std::abs(difference) > length * grid.Step()) return true;
+  if (difference == 0 && Region(rings, FillRule::Negative, grid).IsEmpty()) return false;
+  const Grid finest = Grid::Covering(RingsOf(polygon));
+  const std::vector<Ring> fine = Oriented(polygon, finest.Step());
+  return !IsThin(Region(fine, FillRule::Negative, finest)) ||
+         !IsThin(Region(fine, FillRule::EvenOdd, finest) ^
+                 Region(fine, FillRule::Positive, finest));
 }
 
+// Has a ring no area on the grid? Only one like a needle can lose it.
 bool Vanishes(const Ring& ring, const Grid& grid) {
-  return Region({ring}, FillRule::EvenOdd, grid).IsEmpty();
+  return std::abs(SignedArea(Snapped(ring, grid.Step()))) <= Length(ring) * grid.Step() &&
+         Region({ring}, FillRule::EvenOdd, grid).IsEmpty();
 }
 
 }  // namespace
@@ -79,7 +88,7 @@ Taken TakeUp(const Polygon& polygon, const Grid& grid, const Options& options, J
     return taken;
   }
   const Region region(RingsOf(polygon), FillRule::EvenOdd, grid);
-  taken.mended = Overlaps(polygon, region, grid.Step());
+  taken.mended = Overlaps(polygon, region, grid);
   if (taken.mended && !options.repair) {
     taken.failure = std::string(kNotUsable) + ": " + judge.WhyInvalid(polygon);
     return taken;
@@ -89,7 +98,6 @@ Taken TakeUp(const Polygon& polygon, const Grid& grid, const Options& options, J
   if (taken.region.IsEmpty()) {
     taken.failure = Vanishes(polygon.outer, grid) ? kNoArea : kNothingLeft;
   }
-  if (taken.region.HoleCount() == polygon.holes.size()) return taken;
   for (std::size_t i = 0; i < polygon.holes.size(); ++i) {
     if (Vanishes(polygon.holes[i], grid)) taken.vanished.push_back(i);
   }
@@ -111,13 +119,13 @@ Grid GridFor(const std::vector<const Polygon*>& polygons, const Options& options
   if (box.min.x > box.max.x) return {};
   if (options.step == 0) return Grid::Covering(box);
   const auto origin = [&](double low, double high) {
-    return (std::floor((low / 2 + high / 2) / options.step) - 524288) * options.step;
+    return (std::ceil((low / 2 + high / 2) / options.step) - 524288) * options.step;
   };
   const Grid grid({origin(box.min.x, box.max.x), origin(box.min.y, box.max.y)}, options.step);
   try {
     static_cast<void>(Region({{box.min, box.max}}, FillRule::EvenOdd, grid));
   } catch (const std::invalid_argument&) {
-    throw std::invalid_argument("--grid: the polygons extend over more than 2^20 steps of " +
+    throw std::invalid_argument("--grid: the polygons extend over 2^20 steps or more of " +
                                 Shortest(options.step));
   }
   return grid;

@@ -125,6 +125,12 @@ TEST_F(ToolTest, LosesNothingByAnUnusableHoleInSilence) {
       {"50 10, 60 10, 60 20, 50 10", kPolygon, 1550, 0, 1650},
       {"30 10, 60 10, 60 20, 30 20, 30 10", kPolygon, 1300, 0, 1700},
       {"0 10, 10 10, 10 20, 0 20, 0 10", "", 1500, 1500, 1500},
+      // What one overlap adds to the area the other takes away.
+      {"10 10, 20 20, 20 10, 10 20, 10 10), (50 10, 55 10, 55 15, 50 15, 50 10", kPolygon, 1575, 0,
+       1575},
+      // As many holes go in as come out.
+      {"5 5, 6 6, 7 7, 5 5), (10 10, 15 15, 20 10, 20 20, 15 15, 10 20, 10 10", kHole, 1550, 1550,
+       1550},
   };
   Write("block.wkt", "POLYGON ((-9 -9, 99 -9, 99 99, -9 99, -9 -9))");
   Write("corner.wkt", "POLYGON ((0 40, 0 30, 10 30, 10 40, 0 40))");
@@ -193,6 +199,7 @@ TEST_F(ToolTest, LosesNothingByItsGrid) {
 TEST_F(ToolTest, KeepsGridPointsAndSpeaksThroughPipes) {
   Write("frame.wkt", "POLYGON ((0 0, 4 0, 4 4, 0 4, 0 0), (1 1, 2 1, 2 2, 1 2, 1 1))");
   Write("fine.wkt", "POLYGON ((0.3 0, 4.7 0, 4.7 3, 0.3 3, 0.3 0))");
+  Write("wide.wkt", "POLYGON ((0 0, 1048575 0, 1048575 1, 0 1, 0 0))");
   Write("twice.wkt", "POLYGON ((0 0, 4 0, 4 4, 0 4, 0 0, 2 0, 2 2, 0 2, 0 0))");
   const std::string pipe = " -o - 2>/dev/null | " + std::string(kWithGeos);
   struct Case {
@@ -204,6 +211,7 @@ TEST_F(ToolTest, KeepsGridPointsAndSpeaksThroughPipes) {
       {"union @/frame.wkt" + pipe + " triangulate - -o @/out.wkt", 15},
       {"union @/frame.wkt --format wkt" + pipe + " xor - @/frame.wkt -o @/out.wkt", 0},
       {"union @/fine.wkt --grid 1 -o @/out.wkt", 15},
+      {"union @/wide.wkt --grid 1 -o @/out.wkt", 1048575},
       {"triangulate @/fine.wkt --grid 2 -o @/out.wkt", 16},
       {"union @/twice.wkt --repair -o @/out.wkt", 12},
       {"union @/twice.wkt --repair --fill non-zero -o @/out.wkt", 16},
