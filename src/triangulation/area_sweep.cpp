@@ -377,7 +377,8 @@ bool Sweep(zelvan::Area& area, const SweepSettings& settings) {
   if (!Flatten(area, flat)) return false;
   const std::size_t contours = flat.firsts.size() - 1;
   area.triangleCount = static_cast<std::uint32_t>(flat.nodes.size() + 2 * contours - 4);
-  area.triangles = std::make_unique_for_overwrite<zelvan::Triangle[]>(area.triangleCount);
+  // Not by std::make_unique_for_overwrite, which older standard libraries lack.
+  area.triangles.reset(new zelvan::Triangle[area.triangleCount]);
   AreaSweep sweep(area, flat, settings);
   const bool isKnown =
       settings.order != nullptr && settings.order->positions.size() == flat.vertices.size();
