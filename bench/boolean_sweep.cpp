@@ -67,8 +67,8 @@ bench::Job MakeJob(const bench::Work& work) {
   bench::Job job;
   job.prepare = [data](std::size_t) { zelvan::FreeAreas(data->result.first); };
   job.work = [data, operation](std::size_t) {
-    const zelvan::RingSet a{data->main.first, zelvan::FillRule::kNonZero};
-    const zelvan::RingSet b{data->others.first, zelvan::FillRule::kNonZero};
+    const zelvan::RingSet a{data->main.first, zelvan::FillRule::NonZero};
+    const zelvan::RingSet b{data->others.first, zelvan::FillRule::NonZero};
     bench::Require(zelvan::CombineRings(a, b, data->result.first, operation) == ERR::OK,
                    "the operation failed");
   };

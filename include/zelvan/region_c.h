@@ -8,7 +8,7 @@
  *
  *     double xy[] = {0,0, 10,0, 10,10, 0,10,   3,3, 7,3, 7,7, 3,7};
  *     uint32_t rings[] = {0, 4, 8};                     // where each ring starts, and the end
- *     zelvan_region* frame = NULL;
+ *     const zelvan_region* frame = NULL;
  *     zelvan_counts n;
  *
  *     if (zelvan_region_create(xy, rings, 2, ZELVAN_EVEN_ODD, NULL, &frame, NULL) != ZELVAN_OK)
@@ -47,7 +47,7 @@ enum {
   ZELVAN_OK = 0,
   ZELVAN_NO_MEMORY = 1,
   ZELVAN_NOT_FINITE = 2,   /**< a coordinate is infinite or no number */
-  ZELVAN_OUTSIDE_GRID = 3, /**< a point lies outside the grid, or beyond 2^500 */
+  ZELVAN_OUTSIDE_GRID = 3, /**< a point lies outside the grid, or beyond 2^500 where one is sought */
   ZELVAN_BAD_GRID = 4,     /**< see zelvan_grid */
   ZELVAN_BAD_ARGUMENT = 5, /**< a null pointer, descending offsets, an unknown rule or
                                 operation, counts that are not the region's */
@@ -103,7 +103,7 @@ typedef struct zelvan_fault {
   uint32_t point; /**< of that ring */
 } zelvan_fault;
 
-/** A region. */
+/** A region; handles are pointers to const, for it never changes. */
 typedef struct zelvan_region zelvan_region;
 
 /**
@@ -137,17 +137,17 @@ ZELVAN_API zelvan_status ZELVAN_CALL zelvan_grid_check(const zelvan_grid* grid);
  *         ZELVAN_BAD_ARGUMENT, ZELVAN_TOO_LARGE, ZELVAN_NO_MEMORY */
 ZELVAN_API zelvan_status ZELVAN_CALL zelvan_region_create(
     const double* xy, const uint32_t* ring_offsets, uint32_t ring_count, int32_t rule,
-    const zelvan_grid* grid, zelvan_region** region, zelvan_fault* fault);
+    const zelvan_grid* grid, const zelvan_region** region, zelvan_fault* fault);
 
 /**
  * The union of rings, whichever way each runs: all are turned counter-clockwise, and the
  * region is where the winding number is not 0. Arguments as zelvan_region_create. */
-ZELVAN_API zelvan_status ZELVAN_CALL
-zelvan_region_unite_rings(const double* xy, const uint32_t* ring_offsets, uint32_t ring_count,
-                          const zelvan_grid* grid, zelvan_region** region, zelvan_fault* fault);
+ZELVAN_API zelvan_status ZELVAN_CALL zelvan_region_unite_rings(
+    const double* xy, const uint32_t* ring_offsets, uint32_t ring_count, const zelvan_grid* grid,
+    const zelvan_region** region, zelvan_fault* fault);
 
 /** One more handle for the same region; the same pointer. NULL gives NULL. */
-ZELVAN_API zelvan_region* ZELVAN_CALL zelvan_region_retain(const zelvan_region* region);
+ZELVAN_API const zelvan_region* ZELVAN_CALL zelvan_region_retain(const zelvan_region* region);
 
 /** Gives one handle back; the last one frees the region. NULL is ignored. */
 ZELVAN_API void ZELVAN_CALL zelvan_region_release(const zelvan_region* region);
@@ -163,11 +163,12 @@ ZELVAN_API void ZELVAN_CALL zelvan_region_release(const zelvan_region* region);
 ZELVAN_API zelvan_status ZELVAN_CALL zelvan_region_combine(int32_t operation,
                                                            const zelvan_region* a,
                                                            const zelvan_region* b,
-                                                           zelvan_region** result);
+                                                           const zelvan_region** result);
 
 /** The union of any number of regions, in one go; grids and results as above. */
 ZELVAN_API zelvan_status ZELVAN_CALL zelvan_region_unite(const zelvan_region* const* regions,
-                                                         uint32_t count, zelvan_region** result);
+                                                         uint32_t count,
+                                                         const zelvan_region** result);
 
 /** Whether two regions have the same polygons and the same grid: 1 or 0. Regions without
  * polygons are all equal. */
@@ -189,7 +190,8 @@ ZELVAN_API double ZELVAN_CALL zelvan_region_area(const zelvan_region* region);
 ZELVAN_API int32_t ZELVAN_CALL zelvan_region_bounds(const zelvan_region* region, double* box);
 
 /**
- * Where points lie, decided exactly.
+ * Where points lie, decided exactly (what is less than 2^-400 steps from an axis, but not on
+ * it, counts as that far).
  *
  * @param xy     points; those that are not finite lie outside
  * @param count  their number

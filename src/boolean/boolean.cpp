@@ -43,10 +43,12 @@ void SweepAndLabel(Area* a, Area* b, FillRules rules, SweepRecords& records) {
   LabelContours(b);
 }
 
-Area* Assemble(const Area* a, const Area* b, BoolOp op) {
+Area* Assemble(const Area* a, const Area* b, BoolOp op, ResultForm form) {
   OwnedRing result;
   PendingHoles pendingHoles;
-  const auto collect = [&](Contour* contour) { CollectContour(contour, result, pendingHoles, op); };
+  const auto collect = [&](Contour* contour) {
+    CollectContour(contour, result, pendingHoles, op, form);
+  };
   ForEachContour(const_cast<Area*>(a), collect);
   ForEachContour(const_cast<Area*>(b), collect);
   PlaceHoles(result, pendingHoles);
@@ -61,11 +63,11 @@ bool KeepsLoneOperand(bool isFirst, BoolOp op) noexcept {
 }  // namespace
 
 ERR::CODE CombineCopies(Area* a, Area* b, Area*& result, BoolOp op, SweepRecords& records,
-                        FillRules rules) noexcept {
+                        FillRules rules, ResultForm form) noexcept {
   result = nullptr;
   return Guarded([&] {
     SweepAndLabel(a, b, rules, records);
-    result = Assemble(a, b, op);
+    result = Assemble(a, b, op, form);
   });
 }
 

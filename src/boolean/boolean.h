@@ -4,7 +4,7 @@
 // touch or repeat themselves and each other; its fill rule makes a region of them.
 // So one operation can unite or subtract any number of contours at once:
 //
-//   CombineRings({region}, {contours, FillRule::kNonZero}, result, SUBTRACT)
+//   CombineRings({region}, {contours, FillRule::NonZero}, result, SUBTRACT)
 //
 // gives the region less each of the contours, where these all run counter-clockwise.
 //
@@ -16,6 +16,8 @@
 #pragma once
 
 #include <zelvan/error.h>
+
+#include <cstdint>
 
 #include "boolean/cross_entry.h"
 #include "boolean/labels.h"
@@ -36,7 +38,7 @@ ERR::CODE Boolean(const Area* a, const Area* b, Area*& result, BoolOp op) noexce
 /// Repeated points and rings of less than three points are ignored.
 struct RingSet {
   const Area* areas = nullptr;
-  FillRule rule = FillRule::kEvenOdd;
+  FillRule rule = FillRule::EvenOdd;
 };
 
 /// Combines the regions of two sets of rings; all else as with Boolean.
@@ -47,10 +49,17 @@ inline ERR::CODE RegionOf(const RingSet& rings, Area*& result) noexcept {
   return CombineRings(rings, {}, result, UNION);
 }
 
+/// What the contours of a result are.
+enum class ResultForm : std::uint8_t {
+  kContours,  ///< as stored: without points on straight runs
+  kWalks      ///< with a vertex wherever the boundary meets itself or met something, marked
+              ///< VERTEX_MAY_TOUCH (polygon/flat_region.h makes simple rings of them)
+};
+
 /// Combines two rings of areas (each may be null) that the engine may label and split;
 /// they stay the caller's, and the records must outlive them. No two neighbouring points of a
 /// contour may be equal.
 ERR::CODE CombineCopies(Area* a, Area* b, Area*& result, BoolOp op, SweepRecords& records,
-                        FillRules rules = {}) noexcept;
+                        FillRules rules = {}, ResultForm form = ResultForm::kContours) noexcept;
 
 }  // namespace zelvan

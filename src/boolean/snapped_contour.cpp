@@ -149,7 +149,7 @@ bool IsSoundContour(const Area* area) {
 
 void ReplaceByRegion(Shape& shape) {
   OwnedRing region;
-  const ERR::CODE code = RegionOf({shape.areas, FillRule::kEvenOdd}, region.first);
+  const ERR::CODE code = RegionOf({shape.areas, FillRule::EvenOdd}, region.first);
   if (code != ERR::OK) ERR::Raise(code);
   TakeOver(shape, region, MakeTables(region.first), BoxOf(shape));
 }

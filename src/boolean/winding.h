@@ -3,21 +3,16 @@
 // The winding number of a point in an operand is how often the operand's rings run
 // around it counter-clockwise, less how often clockwise. It changes only across
 // edges: from the right of an edge to its left it grows by one. Edges that coincide
-// add up. A rule makes a region of any set of closed rings.
+// add up. A rule (zelvan/fill_rule.h) makes a region of any set of closed rings.
 #pragma once
+
+#include <zelvan/fill_rule.h>
 
 #include <cstdint>
 
 #include "boolean/labels.h"
 
 namespace zelvan {
-
-enum class FillRule : std::uint8_t {
-  kEvenOdd,   ///< inside where the number is odd
-  kNonZero,   ///< inside where it is not 0
-  kPositive,  ///< inside where it is above 0
-  kNegative   ///< inside where it is below 0
-};
 
 /// The winding numbers of one point in both operands, or the change of both across
 /// an edge. Bounded by the number of edges, which 32 bits hold.
@@ -39,11 +34,11 @@ struct Winding {
 
 [[nodiscard]] constexpr bool IsInside(FillRule rule, std::int32_t winding) noexcept {
   switch (rule) {
-    case FillRule::kEvenOdd:
+    case FillRule::EvenOdd:
       return winding % 2 != 0;
-    case FillRule::kNonZero:
+    case FillRule::NonZero:
       return winding != 0;
-    case FillRule::kPositive:
+    case FillRule::Positive:
       return winding > 0;
     default:
       return winding < 0;
@@ -52,8 +47,8 @@ struct Winding {
 
 /// The rules of both operands.
 struct FillRules {
-  FillRule a = FillRule::kEvenOdd;
-  FillRule b = FillRule::kEvenOdd;
+  FillRule a = FillRule::EvenOdd;
+  FillRule b = FillRule::EvenOdd;
 
   /// The operands that contain a point with these winding numbers.
   [[nodiscard]] constexpr OperandSet Inside(Winding w) const noexcept {

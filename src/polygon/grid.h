@@ -6,6 +6,7 @@
 // differences fits in 42 bits; the engines compute on the grid alone.
 #pragma once
 
+#include <compare>
 #include <cstdint>
 
 namespace zelvan {
@@ -22,7 +23,8 @@ struct GridPoint {
   std::int32_t gx;
   std::int32_t gy;
 
-  friend constexpr bool operator==(const GridPoint&, const GridPoint&) noexcept = default;
+  /// In order of x, then y.
+  friend constexpr auto operator<=>(const GridPoint&, const GridPoint&) noexcept = default;
 };
 
 struct WorldBox {

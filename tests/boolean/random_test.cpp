@@ -35,8 +35,8 @@ std::int64_t Scaled(std::int64_t cases) {
 }
 
 constexpr const char* kRuleNames[] = {"even-odd", "non-zero", "positive", "negative"};
-constexpr zelvan::FillRule kRules[] = {zelvan::FillRule::kEvenOdd, zelvan::FillRule::kNonZero,
-                                       zelvan::FillRule::kPositive, zelvan::FillRule::kNegative};
+constexpr zelvan::FillRule kRules[] = {zelvan::FillRule::EvenOdd, zelvan::FillRule::NonZero,
+                                       zelvan::FillRule::Positive, zelvan::FillRule::Negative};
 
 zelvan::FillRule FillRuleOf(oracle::Rule rule) {
   return kRules[static_cast<std::size_t>(rule)];
@@ -260,7 +260,7 @@ TEST(BooleanRandom, LawsHoldOnManyRings) {
               EdgesOf(Combined(less, Combined(b, a, 2, &turned), 0, &regions)));
 
     // Rings that run one way, all at once or one by one.
-    const oracle::Rules each{oracle::Rule::kEvenOdd, oracle::Rule::kNonZero};
+    const oracle::Rules each{oracle::Rule::EvenOdd, oracle::Rule::NonZero};
     Rings some(b[0].begin(), b[0].begin() + 8);
     Areas left = regionA;
     for (oracle::Ring& ring : some) {

@@ -377,7 +377,7 @@ TEST(Failures, AllocationFailuresLeaveAStateBetweenTwoOperations) {
           try {
             if (kind == "rings") {
               OwnedRing region;
-              code = CombineRings({shape->areas, FillRule::kNonZero}, {queue.front()->areas},
+              code = CombineRings({shape->areas, FillRule::NonZero}, {queue.front()->areas},
                                   region.first, XOR);
             } else if (inQueue) {
               (unite ? UniteAll : SubtractAll)(*shape, queue);

@@ -115,9 +115,9 @@ Numbers Below(Point from, Point to, const std::vector<Edge>& edges) {
 }
 
 bool Inside(Rule rule, int number) {
-  if (rule == Rule::kEvenOdd) return number % 2 != 0;
-  if (rule == Rule::kNonZero) return number != 0;
-  return rule == Rule::kPositive ? number > 0 : number < 0;
+  if (rule == Rule::EvenOdd) return number % 2 != 0;
+  if (rule == Rule::NonZero) return number != 0;
+  return rule == Rule::Positive ? number > 0 : number < 0;
 }
 
 bool Combine(Numbers numbers, int op, Rules rules) {

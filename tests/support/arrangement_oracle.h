@@ -33,7 +33,7 @@ using Boundary = std::vector<DirectedEdge>;  // sorted
 /// The winding numbers of a point, or their change across an edge, in each operand.
 using Numbers = std::array<int, 2>;
 
-enum class Rule { kEvenOdd, kNonZero, kPositive, kNegative };
+enum class Rule { EvenOdd, NonZero, Positive, Negative };
 using Rules = std::array<Rule, 2>;
 
 /// An edge of the snapped arrangement, from < to, with the winding numbers of the

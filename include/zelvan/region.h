@@ -1,0 +1,410 @@
+/// @file
+/// Regions as values: any rings, four operations, triangles.
+///
+///     using namespace zelvan;
+///     const Region house({{{0, 0}, {10, 0}, {10, 6}, {5, 9}, {0, 6}}});
+///     const Region window({{{3, 2}, {7, 2}, {7, 5}, {3, 5}}});
+///     const Region wall = house - window;
+///     for (const Polygon& polygon : wall.Polygons()) Draw(polygon.outer, polygon.holes);
+///     const Mesh mesh = Triangulate(wall);      // 9 vertices, 9 triangles
+///
+/// A thin header over the plain C functions of zelvan/region_c.h, which are all that crosses
+/// the library's edge: any compiler of C++17 may use it.
+///
+/// What is guaranteed:
+///
+///  1. AnyRingsMakeARegion. Rings may run in any direction, cross, touch and repeat themselves
+///     and each other, and have spikes or no area. What is finite and on the grid is never
+///     refused, and the region is what the fill rule says.
+///  2. GridPointsAreExact. A point goes to the nearest one of the grid, at most half a step
+///     away along each axis, once, on the way in; one that is on the grid stays and comes
+///     out to the bit. Where edges cross, the crossing goes to the nearest point as well, and
+///     edges move by at most half a step (snap rounding).
+///  3. ResultsAreValid. Every region's polygons are valid simple features: rings do not touch
+///     themselves, meet others in single points alone, and holes lie inside.
+///  4. EqualReadsTheSame. Regions of the same points on the same grid compare equal and read
+///     the same, however they were made. The same calls give the same bytes on every machine.
+///  5. LawsHold. Where no crossing is rounded, the operations are those of sets: a | b == b | a,
+///     a - b == a - (a & b), (a ^ b) == (a - b) | (b - a), and so on.
+///  6. MeshIsConsistent. A polygon of n vertices and h holes has n + 2h - 2 triangles of these
+///     vertices, strictly counter-clockwise, whose areas sum to its own; neighbours name
+///     each other.
+///  7. DelaunayIsUnique. The constrained Delaunay triangulation depends on the region alone.
+///  8. ThreadsMayShare. There is no global state: distinct values, and the same const value,
+///     may be used in any threads at once.
+///  9. FailureChangesNothing. What fails throws and leaves every value as it was; memory that
+///     runs out is std::bad_alloc; nothing leaks.
+///
+/// Work grows as n log n in the vertices of the operands and the crossings of their edges;
+/// copies of a region share it and cost nothing.
+#ifndef ZELVAN_REGION_H
+#define ZELVAN_REGION_H
+
+#include <zelvan/fill_rule.h>
+#include <zelvan/region_c.h>
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <iterator>
+#include <limits>
+#include <new>
+#include <stdexcept>
+#include <string>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+namespace zelvan {
+
+/// A place in the host's units.
+struct Point {
+  double x = 0.0;
+  double y = 0.0;
+
+  friend bool operator==(const Point& a, const Point& b) noexcept {
+    return a.x == b.x && a.y == b.y;
+  }
+  friend bool operator!=(const Point& a, const Point& b) noexcept { return !(a == b); }
+};
+
+/// A closed line through points; the first one need not be repeated at the end.
+using Ring = std::vector<Point>;
+
+/// One connected part of a region: what its outer ring encloses, less the holes.
+struct Polygon {
+  Ring outer;               ///< counter-clockwise
+  std::vector<Ring> holes;  ///< clockwise
+
+  friend bool operator==(const Polygon& a, const Polygon& b) noexcept {
+    return a.outer == b.outer && a.holes == b.holes;
+  }
+  friend bool operator!=(const Polygon& a, const Polygon& b) noexcept { return !(a == b); }
+};
+
+/// The places from `min` to `max`.
+struct Box {
+  Point min;
+  Point max;
+};
+
+namespace detail {
+
+// A status as the exception that stands for it.
+inline void Check(zelvan_status status, const zelvan_fault* fault = nullptr) {
+  if (status == ZELVAN_OK) return;
+  if (status == ZELVAN_NO_MEMORY) throw std::bad_alloc();
+  std::string text = zelvan_status_message(status);
+  if (status == ZELVAN_TOO_LARGE) throw std::length_error(text);
+  if (status == ZELVAN_INTERNAL) throw std::runtime_error(text);
+  if (fault != nullptr && (status == ZELVAN_NOT_FINITE || status == ZELVAN_OUTSIDE_GRID)) {
+    text += ": ring " + std::to_string(fault->ring) + ", point " + std::to_string(fault->point);
+  }
+  throw std::invalid_argument(text);
+}
+
+// Rings one behind the other, as the C functions take them.
+class FlatRings {
+ public:
+  explicit FlatRings(const std::vector<Ring>& rings) {
+    std::size_t count = 0;
+    for (const Ring& ring : rings) count += ring.size();
+    if (count > (std::numeric_limits<std::int32_t>::max)()) Check(ZELVAN_TOO_LARGE);
+    points_.reserve(count);
+    offsets_.reserve(rings.size() + 1);
+    offsets_.push_back(0);
+    for (const Ring& ring : rings) {
+      points_.insert(points_.end(), ring.begin(), ring.end());
+      offsets_.push_back(static_cast<std::uint32_t>(points_.size()));
+    }
+  }
+
+  const double* Coordinates() const noexcept { return points_.empty() ? nullptr : &points_[0].x; }
+  const std::uint32_t* Offsets() const noexcept { return offsets_.data(); }
+  std::uint32_t Rings() const noexcept { return static_cast<std::uint32_t>(offsets_.size() - 1); }
+  std::uint32_t Points() const noexcept { return offsets_.back(); }
+
+ private:
+  std::vector<Point> points_;
+  std::vector<std::uint32_t> offsets_;
+};
+
+static_assert(sizeof(Point) == 2 * sizeof(double), "points are pairs of doubles");
+
+}  // namespace detail
+
+/// The points that regions have their vertices on: 2^20 along each axis, one step apart. The
+/// step is a power of two and the origin a multiple of it, so each point is a double. For whole
+/// numbers take a step of 1 or less, for centimetres scale metres by 100.
+class Grid {
+ public:
+  /// The step 1, and (0, 0) in the middle.
+  Grid() noexcept : grid_{-524288.0, -524288.0, 1.0} {}
+
+  /// @param origin  the lowest, leftmost point
+  /// @param step    from 2^-480 to 2^480; the origin at most 2^52 steps from 0
+  /// Throws std::invalid_argument where that is no grid.
+  Grid(Point origin, double step) : grid_{origin.x, origin.y, step} {
+    detail::Check(zelvan_grid_check(&grid_));
+  }
+
+  /// The grid with the least step that holds a box, or all points of some rings.
+  /// Throws std::invalid_argument for numbers that are not finite or beyond 2^500.
+  static Grid Covering(const Box& box) {
+    const double corners[] = {box.min.x, box.min.y, box.max.x, box.max.y};
+    Grid grid;
+    detail::Check(zelvan_grid_covering(corners, 2, &grid.grid_));
+    return grid;
+  }
+  static Grid Covering(const std::vector<Ring>& rings) {
+    const detail::FlatRings flat(rings);
+    Grid grid;
+    detail::Check(zelvan_grid_covering(flat.Coordinates(), flat.Points(), &grid.grid_));
+    return grid;
+  }
+
+  Point Origin() const noexcept { return {grid_.x, grid_.y}; }
+  double Step() const noexcept { return grid_.step; }
+  const zelvan_grid& Data() const noexcept { return grid_; }  ///< as the C functions take it
+
+  friend bool operator==(const Grid& a, const Grid& b) noexcept {
+    return a.Origin() == b.Origin() && a.Step() == b.Step();
+  }
+  friend bool operator!=(const Grid& a, const Grid& b) noexcept { return !(a == b); }
+
+ private:
+  zelvan_grid grid_;
+};
+
+/// Where a point lies.
+enum class Side { Outside = -1, Boundary = 0, Inside = 1 };
+
+/// Options of Triangulate.
+struct MeshOptions {
+  /// The constrained Delaunay triangulation: of all ways to cut the region the one without
+  /// needless slivers. Else the triangles as a sweep cuts them, in half the time.
+  bool delaunay = true;
+};
+
+/// The triangles of a region, polygon by polygon.
+struct Mesh {
+  /// Of the region: polygon by polygon, the outer ring before the holes. Vertices of
+  /// different rings in one place are different ones.
+  std::vector<Point> vertices;
+  /// Three vertices each, counter-clockwise.
+  std::vector<std::array<std::uint32_t, 3>> triangles;
+  /// For each triangle the one across the edge from its first corner to its second, then from
+  /// the second to the third, then from there to the first; -1 on a contour.
+  std::vector<std::array<std::int32_t, 3>> neighbours;
+};
+
+/// A set of points bounded by rings: polygons with holes on a grid. A regular value, empty by
+/// default; an empty region has no grid of its own. Immutable but for assignment.
+class Region {
+ public:
+  Region() noexcept = default;
+
+  /// The region that rings bound by a fill rule, on the grid that covers them or a given one.
+  /// Throws std::invalid_argument, naming ring and point, for numbers that are not finite and
+  /// points outside the grid; std::length_error beyond 2^31 - 1 points; std::bad_alloc.
+  explicit Region(const std::vector<Ring>& rings, FillRule rule = FillRule::EvenOdd)
+      : Region(detail::FlatRings(rings), rule, nullptr) {}
+  Region(const std::vector<Ring>& rings, FillRule rule, const zelvan::Grid& grid)
+      : Region(detail::FlatRings(rings), rule, &grid.Data()) {}
+
+  Region(const Region& other) noexcept : handle_(zelvan_region_retain(other.handle_)) {}
+  Region(Region&& other) noexcept : handle_(std::exchange(other.handle_, nullptr)) {}
+  Region& operator=(Region other) noexcept {
+    swap(*this, other);
+    return *this;
+  }
+  ~Region() { zelvan_region_release(handle_); }
+
+  friend void swap(Region& a, Region& b) noexcept { std::swap(a.handle_, b.handle_); }
+  friend bool operator==(const Region& a, const Region& b) noexcept {
+    return zelvan_region_equal(a.handle_, b.handle_) != 0;
+  }
+  friend bool operator!=(const Region& a, const Region& b) noexcept { return !(a == b); }
+
+  /// The polygons, in an order that depends on the region alone: each ring begins with its
+  /// leftmost (of several, lowest) vertex; holes and polygons are sorted by their rings'
+  /// points. No ring has points on straight runs.
+  std::vector<Polygon> Polygons() const {
+    const zelvan_counts counts = Counts();
+    const std::vector<Point> points = Vertices();
+    std::vector<std::uint32_t> rings(std::size_t{counts.rings} + 1);
+    std::vector<std::uint32_t> ends(std::size_t{counts.polygons} + 1);
+    detail::Check(zelvan_region_read(handle_, &counts, nullptr, rings.data(), ends.data()));
+    std::vector<Polygon> polygons(counts.polygons);
+    const auto ring = [&](std::uint32_t i) {
+      return Ring(&points[rings[i]], &points[0] + rings[i + 1]);
+    };
+    for (std::uint32_t p = 0; p < counts.polygons; ++p) {
+      polygons[p].outer = ring(ends[p]);
+      for (std::uint32_t i = ends[p] + 1; i < ends[p + 1]; ++i)
+        polygons[p].holes.push_back(ring(i));
+    }
+    return polygons;
+  }
+
+  /// The vertices of all rings, in the same order.
+  std::vector<Point> Vertices() const {
+    const zelvan_counts counts = Counts();
+    std::vector<Point> points(counts.vertices);
+    double* const xy = points.empty() ? nullptr : &points[0].x;
+    detail::Check(zelvan_region_read(handle_, &counts, xy, nullptr, nullptr));
+    return points;
+  }
+
+  bool IsEmpty() const noexcept { return handle_ == nullptr; }
+  std::size_t PolygonCount() const noexcept { return Counts().polygons; }
+  std::size_t HoleCount() const noexcept { return Counts().rings - Counts().polygons; }
+  std::size_t VertexCount() const noexcept { return Counts().vertices; }
+
+  /// Exact.
+  double Area() const noexcept { return zelvan_region_area(handle_); }
+
+  /// The least box that holds the region; of no extent, at (0, 0), for an empty one.
+  Box Bounds() const noexcept {
+    double box[4] = {};
+    zelvan_region_bounds(handle_, box);
+    return {{box[0], box[1]}, {box[2], box[3]}};
+  }
+
+  /// Where a point lies, decided exactly (see zelvan_region_contains); one that is not finite lies outside.
+  Side Contains(Point point) const noexcept {
+    std::int8_t side = -1;
+    zelvan_region_contains(handle_, &point.x, 1, &side);
+    return static_cast<Side>(side);
+  }
+
+  /// The grid of the region; Grid() for an empty one.
+  zelvan::Grid Grid() const {
+    zelvan_grid grid;
+    zelvan_region_grid(handle_, &grid);
+    return {{grid.x, grid.y}, grid.step};
+  }
+
+  /// The handle of the C functions, which stays the region's.
+  const zelvan_region* Handle() const noexcept { return handle_; }
+
+  /// Takes over a handle from a C function.
+  static Region Adopt(const zelvan_region* handle) noexcept {
+    Region region;
+    region.handle_ = handle;
+    return region;
+  }
+
+  /// Its sizes.
+  zelvan_counts Counts() const noexcept {
+    zelvan_counts counts{};
+    zelvan_region_counts(handle_, &counts);
+    return counts;
+  }
+
+ private:
+  Region(const detail::FlatRings& rings, FillRule rule, const zelvan_grid* grid) {
+    zelvan_fault fault{};
+    detail::Check(zelvan_region_create(rings.Coordinates(), rings.Offsets(), rings.Rings(),
+                                       static_cast<std::int32_t>(rule), grid, &handle_, &fault),
+                  &fault);
+  }
+
+  const zelvan_region* handle_ = nullptr;
+};
+
+namespace detail {
+
+inline Region Combine(std::int32_t operation, const Region& a, const Region& b) {
+  const zelvan_region* result = nullptr;
+  Check(zelvan_region_combine(operation, a.Handle(), b.Handle(), &result));
+  return Region::Adopt(result);
+}
+
+}  // namespace detail
+
+// The operations. On one grid the result is on it. Else both operands go first to the grid of
+// one of them, if its step is the coarser one and it holds both regions; if not, to the grid
+// that covers both, with the coarser of the two steps at least. Throw std::bad_alloc,
+// std::length_error; std::invalid_argument where no grid holds both.
+
+inline Region Unite(const Region& a, const Region& b) {
+  return detail::Combine(ZELVAN_UNITE, a, b);
+}
+inline Region Intersect(const Region& a, const Region& b) {
+  return detail::Combine(ZELVAN_INTERSECT, a, b);
+}
+inline Region Subtract(const Region& a, const Region& b) {
+  return detail::Combine(ZELVAN_SUBTRACT, a, b);
+}
+inline Region Xor(const Region& a, const Region& b) {
+  return detail::Combine(ZELVAN_XOR, a, b);
+}
+
+inline Region operator|(const Region& a, const Region& b) {
+  return Unite(a, b);
+}
+inline Region operator&(const Region& a, const Region& b) {
+  return Intersect(a, b);
+}
+inline Region operator-(const Region& a, const Region& b) {
+  return Subtract(a, b);
+}
+inline Region operator^(const Region& a, const Region& b) {
+  return Xor(a, b);
+}
+inline Region& operator|=(Region& a, const Region& b) {
+  return a = a | b;
+}
+inline Region& operator&=(Region& a, const Region& b) {
+  return a = a & b;
+}
+inline Region& operator-=(Region& a, const Region& b) {
+  return a = a - b;
+}
+inline Region& operator^=(Region& a, const Region& b) {
+  return a = a ^ b;
+}
+
+/// The union of any number of regions, in one sweep: a range of Region, such as a vector.
+template <class Regions, class = std::enable_if_t<std::is_convertible_v<
+                             decltype(*std::begin(std::declval<const Regions&>())), const Region&>>>
+Region Unite(const Regions& regions) {
+  std::vector<const zelvan_region*> handles;
+  for (const Region& region : regions) handles.push_back(region.Handle());
+  if (handles.size() > (std::numeric_limits<std::int32_t>::max)()) detail::Check(ZELVAN_TOO_LARGE);
+  const zelvan_region* result = nullptr;
+  detail::Check(
+      zelvan_region_unite(handles.data(), static_cast<std::uint32_t>(handles.size()), &result));
+  return Region::Adopt(result);
+}
+
+/// The union of any number of rings, whichever way each runs, in one sweep: all are turned
+/// counter-clockwise and count by the non-zero rule. Throws as Region's constructor.
+inline Region Unite(const std::vector<Ring>& rings, const Grid& grid) {
+  const detail::FlatRings flat(rings);
+  zelvan_fault fault{};
+  const zelvan_region* result = nullptr;
+  detail::Check(zelvan_region_unite_rings(flat.Coordinates(), flat.Offsets(), flat.Rings(),
+                                          &grid.Data(), &result, &fault),
+                &fault);
+  return Region::Adopt(result);
+}
+
+/// Cuts a region into triangles of its own vertices. Throws std::bad_alloc.
+inline Mesh Triangulate(const Region& region, const MeshOptions& options = {}) {
+  const zelvan_counts counts = region.Counts();
+  Mesh mesh;
+  mesh.vertices = region.Vertices();
+  mesh.triangles.resize(counts.triangles);
+  mesh.neighbours.resize(counts.triangles);
+  if (counts.triangles == 0) return mesh;
+  detail::Check(zelvan_region_triangulate(region.Handle(), options.delaunay ? ZELVAN_DELAUNAY : 0,
+                                          &counts, mesh.triangles[0].data(),
+                                          mesh.neighbours[0].data()));
+  return mesh;
+}
+
+}  // namespace zelvan
+
+#endif

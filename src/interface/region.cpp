@@ -1,0 +1,112 @@
+// Regions behind handles (region.h).
+#include "interface/region.h"
+
+#include <algorithm>
+#include <cmath>
+#include <memory>
+#include <utility>
+
+#include "polygon/contour.h"
+#include "polygon/input_predicates.h"
+
+namespace {
+
+zelvan::GridBox BoxOf(std::span<const zelvan::GridPoint> points) noexcept {
+  zelvan::GridBox box{points.front(), points.front()};
+  for (const zelvan::GridPoint p : points) zelvan::GrowBox(box, p);
+  return box;
+}
+
+}  // namespace
+
+zelvan_region::zelvan_region(const zelvan::RegionGrid& onGrid, zelvan::FlatRegion&& region)
+    : grid(onGrid), flat(std::move(region)), box(BoxOf(flat.points)) {
+  ringBoxes.reserve(flat.Rings());
+  for (std::size_t i = 0; i < flat.Rings(); ++i) ringBoxes.push_back(BoxOf(flat.Ring(i)));
+}
+
+namespace zelvan {
+
+namespace {
+
+bool IsWithin(const RegionGrid& grid, const GridBox& box, WorldPoint steps) noexcept {
+  const WorldPoint min = grid.StepsOf(box.min);
+  const WorldPoint max = grid.StepsOf(box.max);
+  return min.x <= steps.x && steps.x <= max.x && min.y <= steps.y && steps.y <= max.y;
+}
+
+// What an edge tells of a point: that it lies on it, or whether the ray from the point to the
+// right crosses it. An edge has its lower end and not its upper one.
+enum class Sight { kMisses, kCrosses, kOnEdge };
+
+Sight Look(WorldPoint a, WorldPoint b, WorldPoint p) noexcept {
+  if (p.y < std::min(a.y, b.y) || p.y > std::max(a.y, b.y) || p.x > std::max(a.x, b.x)) {
+    return Sight::kMisses;
+  }
+  const bool isLeft = p.x < std::min(a.x, b.x);
+  const int side = isLeft ? (a.y < b.y ? 1 : -1) : -SideSign(b, a, p);
+  if (!isLeft && side == 0) return Sight::kOnEdge;
+  if ((a.y <= p.y) == (b.y <= p.y)) return Sight::kMisses;
+  return (side > 0) == (a.y < b.y) ? Sight::kCrosses : Sight::kMisses;
+}
+
+// 0 where the point lies on the ring, 1 where a ray from it crosses the ring an odd number of
+// times, else -1.
+int SideOfRing(const RegionGrid& grid, std::span<const GridPoint> ring, WorldPoint p) noexcept {
+  int side = -1;
+  WorldPoint a = grid.StepsOf(ring.back());
+  for (const GridPoint vertex : ring) {
+    const WorldPoint b = grid.StepsOf(vertex);
+    const Sight sight = Look(a, b, p);
+    if (sight == Sight::kOnEdge) return 0;
+    if (sight == Sight::kCrosses) side = -side;
+    a = b;
+  }
+  return side;
+}
+
+}  // namespace
+
+void Release(const zelvan_region* region) noexcept {
+  if (region != nullptr && region->handles.fetch_sub(1, std::memory_order_acq_rel) == 1) {
+    delete region;
+  }
+}
+
+RegionHandle MakeRegion(const RegionGrid& grid, FlatRegion&& region) {
+  if (region.Polygons() == 0) return nullptr;
+  return RegionHandle(new zelvan_region(grid, std::move(region)));
+}
+
+RegionHandle Share(const zelvan_region* region) noexcept {
+  if (region != nullptr) region->handles.fetch_add(1, std::memory_order_relaxed);
+  return RegionHandle(region);
+}
+
+zelvan_counts CountsOf(const zelvan_region* region) noexcept {
+  if (region == nullptr) return {};
+  const auto polygons = static_cast<std::uint32_t>(region->flat.Polygons());
+  const auto rings = static_cast<std::uint32_t>(region->flat.Rings());
+  const auto vertices = static_cast<std::uint32_t>(region->flat.points.size());
+  // n + 2h - 2 a polygon
+  return {polygons, rings, vertices, vertices + 2 * rings - 4 * polygons};
+}
+
+int SideOf(const zelvan_region& region, WorldPoint p) noexcept {
+  if (!std::isfinite(p.x) || !std::isfinite(p.y)) return -1;
+  const WorldPoint steps = region.grid.StepsOf(p);
+  int side = -1;
+  for (std::size_t i = 0; i < region.flat.Rings(); ++i) {
+    if (!IsWithin(region.grid, region.ringBoxes[i], steps)) continue;
+    const int ring = SideOfRing(region.grid, region.flat.Ring(i), steps);
+    if (ring == 0) return 0;
+    if (ring > 0) side = -side;
+  }
+  return side;
+}
+
+WorldBox BoundsOf(const zelvan_region& region) noexcept {
+  return {region.grid.PlaceOf(region.box.min), region.grid.PlaceOf(region.box.max)};
+}
+
+}  // namespace zelvan

@@ -1,0 +1,228 @@
+// The exported functions on regions: arguments are checked here, failures become statuses, and
+// no exception leaves.
+#include <zelvan/error.h>
+#include <zelvan/region_c.h>
+
+#include <algorithm>
+#include <limits>
+#include <new>
+
+#include "interface/region.h"
+#include "interface/region_mesh.h"
+#include "interface/region_operations.h"
+
+namespace {
+
+using namespace zelvan;
+
+constexpr const char* kMessages[] = {
+    "done",
+    "there is not enough memory",
+    "a coordinate is infinite or no number",
+    "a point lies outside the grid",
+    "this is no grid: its step is no power of two, or its origin no multiple of it, or too far",
+    "an argument is not valid",
+    "there are more vertices than 2147483647",
+    "a contradiction inside the library",
+};
+
+// Whatever is thrown inside is disposed of and becomes a status.
+template <class Work>
+zelvan_status Guarded(zelvan_fault* fault, Work work) noexcept {
+  try {
+    work();
+    return ZELVAN_OK;
+  } catch (const RegionRefusal& refusal) {
+    if (fault != nullptr) *fault = refusal.fault;
+    return refusal.status;
+  } catch (const std::bad_alloc&) {
+    return ZELVAN_NO_MEMORY;
+  } catch (...) {
+    return ERR::Clear() == ERR::NOMEM ? ZELVAN_NO_MEMORY : ZELVAN_INTERNAL;
+  }
+}
+
+void Require(bool condition, zelvan_status otherwise = ZELVAN_BAD_ARGUMENT) {
+  if (!condition) throw RegionRefusal{otherwise};
+}
+
+RingInput CheckedRings(const double* xy, const std::uint32_t* offsets, std::uint32_t count) {
+  if (count == 0) return {nullptr, {}};
+  Require(offsets != nullptr && count < std::numeric_limits<std::uint32_t>::max());
+  const RingInput rings{xy, {offsets, std::size_t{count} + 1}};
+  Require(offsets[0] == 0 && std::is_sorted(rings.offsets.begin(), rings.offsets.end()));
+  Require(rings.Points() <= std::numeric_limits<std::int32_t>::max(), ZELVAN_TOO_LARGE);
+  Require(xy != nullptr || rings.Points() == 0);
+  return rings;
+}
+
+RegionGrid CheckedGrid(const zelvan_grid& grid) {
+  const auto checked = RegionGrid::From(grid);
+  Require(checked.has_value(), ZELVAN_BAD_GRID);
+  return *checked;
+}
+
+RegionHandle FromRings(const RingInput& rings, std::int32_t rule, RingTurns turns,
+                       const zelvan_grid* grid) {
+  Require(rule >= ZELVAN_EVEN_ODD && rule <= ZELVAN_NEGATIVE);
+  return RegionOfRings(rings, static_cast<FillRule>(rule), turns,
+                       grid != nullptr ? CheckedGrid(*grid) : GridCovering(rings));
+}
+
+BoolOp OperationOf(std::int32_t operation) {
+  constexpr BoolOp operations[] = {UNION, INTERSECT, SUBTRACT, XOR};
+  Require(operation >= ZELVAN_UNITE && operation <= ZELVAN_XOR);
+  return operations[operation];
+}
+
+bool IsRoomFor(const zelvan_region* region, const zelvan_counts* room) noexcept {
+  const zelvan_counts counts = CountsOf(region);
+  return room != nullptr && room->polygons == counts.polygons && room->rings == counts.rings &&
+         room->vertices == counts.vertices && room->triangles == counts.triangles;
+}
+
+}  // namespace
+
+const char* ZELVAN_CALL zelvan_status_message(zelvan_status status) {
+  return status >= ZELVAN_OK && status <= ZELVAN_INTERNAL ? kMessages[status] : "this is no status";
+}
+
+zelvan_status ZELVAN_CALL zelvan_grid_covering(const double* xy, uint32_t count,
+                                               zelvan_grid* grid) {
+  return Guarded(nullptr, [&] {
+    Require(grid != nullptr && (xy != nullptr || count == 0));
+    const std::uint32_t offsets[] = {0, count};
+    *grid = GridCovering(RingInput{xy, offsets}).Data();
+  });
+}
+
+zelvan_status ZELVAN_CALL zelvan_grid_check(const zelvan_grid* grid) {
+  return Guarded(nullptr, [&] {
+    Require(grid != nullptr);
+    static_cast<void>(CheckedGrid(*grid));
+  });
+}
+
+zelvan_status ZELVAN_CALL zelvan_region_create(const double* xy, const uint32_t* ring_offsets,
+                                               uint32_t ring_count, int32_t rule,
+                                               const zelvan_grid* grid,
+                                               const zelvan_region** region, zelvan_fault* fault) {
+  return Guarded(fault, [&] {
+    Require(region != nullptr);
+    const RingInput rings = CheckedRings(xy, ring_offsets, ring_count);
+    *region = FromRings(rings, rule, RingTurns::kAsGiven, grid).release();
+  });
+}
+
+zelvan_status ZELVAN_CALL zelvan_region_unite_rings(const double* xy, const uint32_t* ring_offsets,
+                                                    uint32_t ring_count, const zelvan_grid* grid,
+                                                    const zelvan_region** region,
+                                                    zelvan_fault* fault) {
+  return Guarded(fault, [&] {
+    Require(region != nullptr);
+    const RingInput rings = CheckedRings(xy, ring_offsets, ring_count);
+    *region = FromRings(rings, ZELVAN_NON_ZERO, RingTurns::kCounterClockwise, grid).release();
+  });
+}
+
+const zelvan_region* ZELVAN_CALL zelvan_region_retain(const zelvan_region* region) {
+  return Share(region).release();
+}
+
+void ZELVAN_CALL zelvan_region_release(const zelvan_region* region) {
+  Release(region);
+}
+
+zelvan_status ZELVAN_CALL zelvan_region_combine(int32_t operation, const zelvan_region* a,
+                                                const zelvan_region* b,
+                                                const zelvan_region** result) {
+  return Guarded(nullptr, [&] {
+    Require(result != nullptr);
+    *result = Combine(OperationOf(operation), a, b).release();
+  });
+}
+
+zelvan_status ZELVAN_CALL zelvan_region_unite(const zelvan_region* const* regions, uint32_t count,
+                                              const zelvan_region** result) {
+  return Guarded(nullptr, [&] {
+    Require(result != nullptr && (regions != nullptr || count == 0));
+    *result = UniteRegions({regions, count}).release();
+  });
+}
+
+int32_t ZELVAN_CALL zelvan_region_equal(const zelvan_region* a, const zelvan_region* b) {
+  if (a == b) return 1;
+  return a != nullptr && b != nullptr && a->grid == b->grid && a->flat == b->flat ? 1 : 0;
+}
+
+void ZELVAN_CALL zelvan_region_counts(const zelvan_region* region, zelvan_counts* counts) {
+  if (counts != nullptr) *counts = CountsOf(region);
+}
+
+void ZELVAN_CALL zelvan_region_grid(const zelvan_region* region, zelvan_grid* grid) {
+  if (grid != nullptr) *grid = (region != nullptr ? region->grid : RegionGrid()).Data();
+}
+
+double ZELVAN_CALL zelvan_region_area(const zelvan_region* region) {
+  if (region == nullptr) return 0.0;
+  const double step = region->grid.Step();
+  return static_cast<double>(TwiceArea(region->flat)) * 0.5 * step * step;
+}
+
+int32_t ZELVAN_CALL zelvan_region_bounds(const zelvan_region* region, double* box) {
+  if (region == nullptr || box == nullptr) return 0;
+  const WorldBox bounds = BoundsOf(*region);
+  box[0] = bounds.min.x;
+  box[1] = bounds.min.y;
+  box[2] = bounds.max.x;
+  box[3] = bounds.max.y;
+  return 1;
+}
+
+zelvan_status ZELVAN_CALL zelvan_region_contains(const zelvan_region* region, const double* xy,
+                                                 uint32_t count, int8_t* sides) {
+  return Guarded(nullptr, [&] {
+    Require(count == 0 || (xy != nullptr && sides != nullptr));
+    for (std::size_t i = 0; i < count; ++i) {
+      const WorldPoint p{xy[2 * i], xy[2 * i + 1]};
+      sides[i] = static_cast<std::int8_t>(region != nullptr ? SideOf(*region, p) : -1);
+    }
+  });
+}
+
+zelvan_status ZELVAN_CALL zelvan_region_read(const zelvan_region* region, const zelvan_counts* room,
+                                             double* xy, uint32_t* ring_offsets,
+                                             uint32_t* polygon_offsets) {
+  return Guarded(nullptr, [&] {
+    Require(IsRoomFor(region, room));
+    if (region == nullptr) {
+      if (ring_offsets != nullptr) *ring_offsets = 0;
+      if (polygon_offsets != nullptr) *polygon_offsets = 0;
+      return;
+    }
+    const FlatRegion& flat = region->flat;
+    if (ring_offsets != nullptr) {
+      std::copy(flat.ringOffsets.begin(), flat.ringOffsets.end(), ring_offsets);
+    }
+    if (polygon_offsets != nullptr) {
+      std::copy(flat.polygonOffsets.begin(), flat.polygonOffsets.end(), polygon_offsets);
+    }
+    if (xy == nullptr) return;
+    for (const GridPoint point : flat.points) {
+      const WorldPoint p = region->grid.PlaceOf(point);
+      *xy++ = p.x;
+      *xy++ = p.y;
+    }
+  });
+}
+
+zelvan_status ZELVAN_CALL zelvan_region_triangulate(const zelvan_region* region, uint32_t options,
+                                                    const zelvan_counts* room, uint32_t* triangles,
+                                                    int32_t* neighbours) {
+  return Guarded(nullptr, [&] {
+    Require(IsRoomFor(region, room) && (options & ~std::uint32_t{ZELVAN_DELAUNAY}) == 0);
+    if (region == nullptr) return;
+    Require(triangles != nullptr);
+    CutRegion(region->flat, (options & ZELVAN_DELAUNAY) != 0, triangles, neighbours);
+  });
+}

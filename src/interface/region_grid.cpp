@@ -1,0 +1,173 @@
+// Grids of regions (region_grid.h).
+#include "interface/region_grid.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <tuple>
+
+namespace zelvan {
+
+namespace {
+
+constexpr int kLeastExponent = -480;
+constexpr int kGreatestExponent = 480;
+constexpr int kGreatestNumberExponent = 500;  // of a number that a grid may hold
+constexpr int kOriginBits = 52;
+
+constexpr std::int64_t kFarthestOrigin = std::int64_t{1} << kOriginBits;
+
+bool IsAllowed(double v) noexcept {
+  return std::fabs(v) <= std::ldexp(1.0, kGreatestNumberExponent);
+}
+
+// The whole number next to one, the upper one of two; infinite stays so.
+double Nearest(double steps) noexcept {
+  const double below = std::floor(steps);
+  return steps - below >= 0.5 ? below + 1.0 : below;
+}
+
+bool IsIndex(double steps, std::int64_t origin) noexcept {
+  const double index = steps - static_cast<double>(origin);
+  return index >= 0.0 && index <= GRID_MAX;
+}
+
+std::int32_t CoordinateOf(std::int64_t steps, std::int64_t origin) noexcept {
+  return static_cast<std::int32_t>(steps - origin) - GRID_OFFSET;
+}
+
+// The least exponent of a step at which an extent fits and a number is near enough to 0.
+int LeastExponent(double extent, double farthest, int least) noexcept {
+  int exponent = std::max(least, kLeastExponent);
+  if (extent > 0.0) exponent = std::max(exponent, std::ilogb(extent) - 20);
+  if (farthest > 0.0) exponent = std::max(exponent, std::ilogb(farthest) + 1 - kOriginBits);
+  return exponent;
+}
+
+std::int64_t OriginAround(double low, double high, double perUnit) noexcept {
+  const double middle = std::floor((low / 2 + high / 2) * perUnit);
+  return static_cast<std::int64_t>(middle) - GRID_OFFSET;
+}
+
+// A number of steps at another, coarser step, to the nearest, the upper one of two.
+std::int64_t Coarsen(std::int64_t steps, int exponents) noexcept {
+  if (exponents == 0) return steps;
+  const int shift = std::min(exponents, 60);
+  const std::int64_t half = std::int64_t{1} << (shift - 1);
+  return (steps + half) >> shift;
+}
+
+double AwayFromZero(double steps) noexcept {
+  constexpr double least = 0x1p-400;
+  return steps != 0.0 && std::fabs(steps) < least ? std::copysign(least, steps) : steps;
+}
+
+WorldBox Merged(std::span<const GridClaim> claims) noexcept {
+  WorldBox box = claims.front().box;
+  for (const GridClaim& claim : claims) {
+    box.min = {std::min(box.min.x, claim.box.min.x), std::min(box.min.y, claim.box.min.y)};
+    box.max = {std::max(box.max.x, claim.box.max.x), std::max(box.max.y, claim.box.max.y)};
+  }
+  return box;
+}
+
+// In which order grids of one step are tried, so that the order of operands does not count.
+bool IsBefore(const RegionGrid& a, const RegionGrid& b) noexcept {
+  return std::tuple(a.OriginX(), a.OriginY()) < std::tuple(b.OriginX(), b.OriginY());
+}
+
+}  // namespace
+
+std::optional<RegionGrid> RegionGrid::From(const zelvan_grid& grid) noexcept {
+  int exponent = 0;
+  if (!std::isfinite(grid.step) || std::frexp(grid.step, &exponent) != 0.5) return std::nullopt;
+  --exponent;
+  if (exponent < kLeastExponent || exponent > kGreatestExponent) return std::nullopt;
+  RegionGrid result;
+  result.SetExponent(exponent);
+  const auto take = [&result](double v, std::int64_t& origin) {
+    const double steps = v * result.perUnit_;
+    if (!(std::fabs(steps) <= static_cast<double>(kFarthestOrigin))) return false;
+    origin = static_cast<std::int64_t>(steps);
+    return static_cast<double>(origin) * result.step_ == v;
+  };
+  if (!take(grid.x, result.x_) || !take(grid.y, result.y_)) return std::nullopt;
+  return result;
+}
+
+std::optional<RegionGrid> RegionGrid::Covering(const WorldBox& box, int leastExponent) noexcept {
+  const double numbers[] = {box.min.x, box.min.y, box.max.x, box.max.y};
+  double farthest = 0.0;
+  for (const double v : numbers) {
+    if (!IsAllowed(v)) return std::nullopt;
+    farthest = std::max(farthest, std::fabs(v));
+  }
+  const double extent = std::max(box.max.x - box.min.x, box.max.y - box.min.y);
+  RegionGrid grid;
+  for (int exponent = LeastExponent(extent, farthest, leastExponent); exponent <= kGreatestExponent;
+       ++exponent) {
+    grid.SetExponent(exponent);
+    grid.x_ = OriginAround(box.min.x, box.max.x, grid.perUnit_);
+    grid.y_ = OriginAround(box.min.y, box.max.y, grid.perUnit_);
+    const bool isNear = std::max(std::abs(grid.x_), std::abs(grid.y_)) <= kFarthestOrigin;
+    if (isNear && grid.Holds(box)) return grid;
+  }
+  return std::nullopt;
+}
+
+zelvan_grid RegionGrid::Data() const noexcept {
+  return {static_cast<double>(x_) * step_, static_cast<double>(y_) * step_, step_};
+}
+
+void RegionGrid::SetExponent(int exponent) noexcept {
+  exponent_ = exponent;
+  step_ = std::ldexp(1.0, exponent);
+  perUnit_ = std::ldexp(1.0, -exponent);
+}
+
+std::optional<GridPoint> RegionGrid::Snap(WorldPoint p) const noexcept {
+  const double x = Nearest(p.x * perUnit_);
+  const double y = Nearest(p.y * perUnit_);
+  if (!IsIndex(x, x_) || !IsIndex(y, y_)) return std::nullopt;
+  return GridPoint{CoordinateOf(static_cast<std::int64_t>(x), x_),
+                   CoordinateOf(static_cast<std::int64_t>(y), y_)};
+}
+
+GridPoint RegionGrid::Move(GridPoint p, const RegionGrid& from) const noexcept {
+  const int coarser = exponent_ - from.exponent_;
+  return {CoordinateOf(Coarsen(from.x_ + GRID_OFFSET + p.gx, coarser), x_),
+          CoordinateOf(Coarsen(from.y_ + GRID_OFFSET + p.gy, coarser), y_)};
+}
+
+WorldPoint RegionGrid::PlaceOf(GridPoint p) const noexcept {
+  const WorldPoint steps = StepsOf(p);
+  return {steps.x * step_, steps.y * step_};
+}
+
+WorldPoint RegionGrid::StepsOf(WorldPoint p) const noexcept {
+  return {AwayFromZero(p.x * perUnit_), AwayFromZero(p.y * perUnit_)};
+}
+
+WorldPoint RegionGrid::StepsOf(GridPoint p) const noexcept {
+  return {static_cast<double>(x_ + GRID_OFFSET + p.gx),
+          static_cast<double>(y_ + GRID_OFFSET + p.gy)};
+}
+
+bool RegionGrid::Holds(const WorldBox& box) const noexcept {
+  return Snap(box.min).has_value() && Snap(box.max).has_value();
+}
+
+std::optional<RegionGrid> CommonGrid(std::span<const GridClaim> claims) noexcept {
+  const WorldBox box = Merged(claims);
+  int coarsest = claims.front().grid.Exponent();
+  for (const GridClaim& claim : claims) coarsest = std::max(coarsest, claim.grid.Exponent());
+  const RegionGrid* first = nullptr;
+  for (const GridClaim& claim : claims) {
+    if (claim.grid.Exponent() != coarsest || !claim.grid.Holds(box)) continue;
+    if (first == nullptr || IsBefore(claim.grid, *first)) first = &claim.grid;
+  }
+  if (first != nullptr) return *first;
+  return RegionGrid::Covering(box, coarsest);
+}
+
+}  // namespace zelvan

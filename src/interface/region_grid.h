@@ -1,0 +1,75 @@
+// Grids of regions: one power of two as the step of both axes, the origin a multiple of it.
+//
+// What holds here: a coordinate is a whole number of steps, at most 2^53, times the step, so
+// it is a double without rounding, and so is every move between grids of whole numbers.
+#pragma once
+
+#include <zelvan/region_c.h>
+
+#include <cstdint>
+#include <optional>
+#include <span>
+
+#include "polygon/grid.h"
+
+namespace zelvan {
+
+/// A grid as its lowest, leftmost point, in steps, and its step.
+class RegionGrid {
+ public:
+  /// The step 1, and (0, 0) in the middle.
+  RegionGrid() = default;
+
+  /// None where `grid` is no grid (zelvan/region_c.h says what one is).
+  [[nodiscard]] static std::optional<RegionGrid> From(const zelvan_grid& grid) noexcept;
+
+  /// The grid with the least step, 2^leastExponent or more, that holds a box of finite numbers;
+  /// none where they are too large.
+  [[nodiscard]] static std::optional<RegionGrid> Covering(const WorldBox& box,
+                                                          int leastExponent) noexcept;
+
+  [[nodiscard]] zelvan_grid Data() const noexcept;
+  [[nodiscard]] int Exponent() const noexcept { return exponent_; }
+  [[nodiscard]] double Step() const noexcept { return step_; }
+  [[nodiscard]] std::int64_t OriginX() const noexcept { return x_; }
+  [[nodiscard]] std::int64_t OriginY() const noexcept { return y_; }
+
+  /// The point next to a finite place, the upper one of two that are as near; none where it is
+  /// not on the grid.
+  [[nodiscard]] std::optional<GridPoint> Snap(WorldPoint p) const noexcept;
+
+  /// The same of a point of another grid, which must be on this one. Exact in whole numbers.
+  [[nodiscard]] GridPoint Move(GridPoint p, const RegionGrid& from) const noexcept;
+
+  [[nodiscard]] WorldPoint PlaceOf(GridPoint p) const noexcept;
+
+  /// A place in steps, for comparisons with StepsOf. Numbers less than 2^-400 steps from 0,
+  /// but not 0, count as that far.
+  [[nodiscard]] WorldPoint StepsOf(WorldPoint p) const noexcept;
+  [[nodiscard]] WorldPoint StepsOf(GridPoint p) const noexcept;
+
+  [[nodiscard]] bool Holds(const WorldBox& box) const noexcept;
+
+  friend bool operator==(const RegionGrid&, const RegionGrid&) noexcept = default;
+
+ private:
+  void SetExponent(int exponent) noexcept;
+
+  std::int64_t x_ = -GRID_OFFSET;
+  std::int64_t y_ = -GRID_OFFSET;
+  int exponent_ = 0;
+  double step_ = 1.0;
+  double perUnit_ = 1.0;  // steps
+};
+
+/// A grid and what must be on it.
+struct GridClaim {
+  RegionGrid grid;
+  WorldBox box;
+};
+
+/// The grid for an operation (zelvan_region_combine documents it), whatever the order of the
+/// claims; at least one. None where no grid holds all.
+[[nodiscard]] std::optional<RegionGrid> CommonGrid(std::span<const GridClaim> claims) noexcept;
+
+}  // namespace zelvan
