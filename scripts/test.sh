@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds the suite as developers do and with the
-# sanitizers, runs it in both, and checks the formatting.
+# sanitizers, runs it in both, works regions in threads, and checks the formatting.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 scripts/install-deps.sh
@@ -12,6 +12,11 @@ for preset in dev sanitize; do
   echo "== $preset: test"
   ctest --preset "$preset" -j2
 done
+
+echo "== threads"
+cmake --preset threads >/dev/null
+cmake --build --preset threads -j2
+build/threads/test_region --gtest_filter='*ThreadsMayShare'
 
 echo "== format"
 if command -v clang-format >/dev/null; then

@@ -26,9 +26,9 @@
 ///     the same, however they were made. The same calls give the same bytes on every machine.
 ///  5. LawsHold. Where no crossing is rounded, the operations are those of sets: a | b == b | a,
 ///     a - b == a - (a & b), (a ^ b) == (a - b) | (b - a), and so on.
-///  6. MeshIsConsistent. A polygon of n vertices and h holes has n + 2h - 2 triangles of these
-///     vertices, strictly counter-clockwise, whose areas sum to its own; neighbours name
-///     each other.
+///  6. MeshIsConsistent. A polygon of n vertices and h holes has n + 2h - 2 triangles, two less
+///     for each ring that touches others in one place; all run strictly counter-clockwise, their
+///     areas sum to the polygon's, and neighbours name each other.
 ///  7. DelaunayIsUnique. The constrained Delaunay triangulation depends on the region alone.
 ///  8. ThreadsMayShare. There is no global state: distinct values, and the same const value,
 ///     may be used in any threads at once.
@@ -188,8 +188,8 @@ struct MeshOptions {
 
 /// The triangles of a region, polygon by polygon.
 struct Mesh {
-  /// Of the region: polygon by polygon, the outer ring before the holes. Vertices of
-  /// different rings in one place are different ones.
+  /// Of the region: polygon by polygon, the outer ring before the holes. Where rings
+  /// touch, each wedge between them has one vertex of those in that place.
   std::vector<Point> vertices;
   /// Three vertices each, counter-clockwise.
   std::vector<std::array<std::uint32_t, 3>> triangles;
@@ -228,7 +228,8 @@ class Region {
 
   /// The polygons, in an order that depends on the region alone: each ring begins with its
   /// leftmost (of several, lowest) vertex; holes and polygons are sorted by their rings'
-  /// points. No ring has points on straight runs.
+  /// points. Rings have points at corners and where rings of
+  /// a polygon touch.
   std::vector<Polygon> Polygons() const {
     const zelvan_counts counts = Counts();
     const std::vector<Point> points = Vertices();

@@ -206,8 +206,8 @@ ZELVAN_API zelvan_status ZELVAN_CALL zelvan_region_contains(const zelvan_region*
  * Writes the polygons of a region, in an order that depends on the region alone. Each is an
  * outer ring, counter-clockwise, and its holes, clockwise; a ring starts at its leftmost, of
  * several its lowest vertex; holes and polygons are sorted by their rings' points. Rings do
- * not touch themselves, meet others in single points alone, and have no points on straight
- * runs: the polygons are valid simple features.
+ * not touch themselves and meet others in single points alone: the polygons are valid simple
+ * features. A ring has points at its corners, and where rings of its polygon touch.
  *
  * @param room             the region's counts, for which the arrays have room
  * @param xy               2 * vertices doubles; may be NULL, as the other arrays
@@ -221,8 +221,9 @@ ZELVAN_API zelvan_status ZELVAN_CALL zelvan_region_read(const zelvan_region* reg
 
 /**
  * Cuts a region into triangles of its own vertices, numbered as zelvan_region_read gives
- * them: vertices of different rings in one place are different ones. A polygon of n vertices
- * with h holes has n + 2h - 2 triangles, polygon by polygon.
+ * them. A polygon of n vertices with h holes has n + 2h - 2 triangles, two less for each ring
+ * that touches others in one place; where rings touch, each wedge between them has one vertex
+ * of those in that place. Triangles come polygon by polygon.
  *
  * @param options     0 or ZELVAN_DELAUNAY: of all ways to cut the region the one in which no
  *                    triangle's circle holds a vertex that its inside sees; where four
@@ -232,7 +233,7 @@ ZELVAN_API zelvan_status ZELVAN_CALL zelvan_region_read(const zelvan_region* reg
  * @param triangles   3 * triangles vertex numbers, counter-clockwise
  * @param neighbours  3 * triangles numbers of triangles, the first across the edge between
  *                    the first two corners and so on around; -1 on a contour. May be NULL.
- * @return ZELVAN_OK, ZELVAN_BAD_ARGUMENT, ZELVAN_NO_MEMORY */
+ * @return ZELVAN_OK, ZELVAN_BAD_ARGUMENT; ZELVAN_NO_MEMORY, with the arrays half written */
 ZELVAN_API zelvan_status ZELVAN_CALL zelvan_region_triangulate(const zelvan_region* region,
                                                                uint32_t options,
                                                                const zelvan_counts* room,

@@ -17,12 +17,22 @@ zelvan::GridBox BoxOf(std::span<const zelvan::GridPoint> points) noexcept {
   return box;
 }
 
+// n + 2h - 2 for each polygon, less two for each ring more that touches others in one place.
+std::uint32_t CountTriangles(const zelvan::FlatRegion& flat) noexcept {
+  std::size_t count = flat.points.size() + 2 * flat.Rings() - 4 * flat.Polygons();
+  for (std::size_t i = 0; i < flat.Polygons(); ++i) {
+    zelvan::ForEachTouch(flat, i, [&](auto points) { count -= 2 * (points.size() - 1); });
+  }
+  return static_cast<std::uint32_t>(count);
+}
+
 }  // namespace
 
 zelvan_region::zelvan_region(const zelvan::RegionGrid& onGrid, zelvan::FlatRegion&& region)
     : grid(onGrid), flat(std::move(region)), box(BoxOf(flat.points)) {
   ringBoxes.reserve(flat.Rings());
   for (std::size_t i = 0; i < flat.Rings(); ++i) ringBoxes.push_back(BoxOf(flat.Ring(i)));
+  triangles = CountTriangles(flat);
 }
 
 namespace zelvan {
@@ -88,8 +98,7 @@ zelvan_counts CountsOf(const zelvan_region* region) noexcept {
   const auto polygons = static_cast<std::uint32_t>(region->flat.Polygons());
   const auto rings = static_cast<std::uint32_t>(region->flat.Rings());
   const auto vertices = static_cast<std::uint32_t>(region->flat.points.size());
-  // n + 2h - 2 a polygon
-  return {polygons, rings, vertices, vertices + 2 * rings - 4 * polygons};
+  return {polygons, rings, vertices, region->triangles};
 }
 
 int SideOf(const zelvan_region& region, WorldPoint p) noexcept {

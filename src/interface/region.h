@@ -18,6 +18,7 @@ struct zelvan_region {
   const zelvan::FlatRegion flat;
   std::vector<zelvan::GridBox> ringBoxes;
   zelvan::GridBox box;
+  std::uint32_t triangles;
   mutable std::atomic<std::uint32_t> handles{1};
 };
 

@@ -1,20 +1,23 @@
 // The triangles of a region (region_mesh.h).
 #include "interface/region_mesh.h"
 
-#include "polygon/area_builder.h"
+#include <algorithm>
+
+#include "polygon/region_walks.h"
 #include "triangulation/flat_triangles.h"
 
 namespace zelvan {
 
 namespace {
 
+// With the numbers of the region's points as corners.
 VORNEX::FlatTriangles CutPolygon(const FlatRegion& region, std::size_t polygon, bool delaunay) {
-  const std::uint32_t first = region.polygonOffsets[polygon];
-  const std::uint32_t last = region.polygonOffsets[polygon + 1];
-  AreaBuilder area;
-  area.Add(region, first, last);
-  VORNEX::FlatTriangles cut = VORNEX::CutArea(*area.get());
+  const PolygonWalks walks = WalksOf(region, polygon);
+  VORNEX::FlatTriangles cut = VORNEX::CutArea(*walks.area.get());
   if (delaunay) {
+  }
+  for (auto& corners : cut.corners) {
+    for (std::uint32_t& corner : corners) corner = walks.points[corner];
   }
   return cut;
 }
@@ -26,9 +29,8 @@ void CutRegion(const FlatRegion& region, bool delaunay, std::uint32_t* triangles
   std::int32_t before = 0;  // triangles of the polygons so far
   for (std::size_t i = 0; i < region.Polygons(); ++i) {
     const VORNEX::FlatTriangles cut = CutPolygon(region, i, delaunay);
-    const std::uint32_t firstVertex = region.ringOffsets[region.polygonOffsets[i]];
     for (const auto& corners : cut.corners) {
-      for (const std::uint32_t corner : corners) *triangles++ = firstVertex + corner;
+      triangles = std::copy(corners.begin(), corners.end(), triangles);
     }
     if (neighbours != nullptr) {
       for (const auto& across : cut.neighbours) {

@@ -19,21 +19,29 @@ namespace {
 
 constexpr std::size_t kMostPoints = std::numeric_limits<std::int32_t>::max();
 
-// One sweep over the contours of two areas, either of which may be null.
-FlatRegion Resolve(Area* a, Area* b, BoolOp op, FillRules rules) {
-  SweepRecords records;
-  OwnedRing result;
-  const ERR::CODE code = CombineCopies(a, b, result.first, op, records, rules, ResultForm::kWalks);
-  if (code != ERR::OK) ERR::Raise(code);
-  FlatRegion region = FlattenWalks(result.first);
-  if (region.points.size() > kMostPoints) throw RegionRefusal{ZELVAN_TOO_LARGE};
-  return region;
-}
+// One sweep over the contours of two operands, which it uses up.
+class Operation {
+ public:
+  [[nodiscard]] FlatRegion Run(BoolOp op, FillRules rules) {
+    OwnedRing result;
+    const ERR::CODE code =
+        CombineCopies(a.get(), b.get(), result.first, op, records_, rules, ResultForm::kWalks);
+    if (code != ERR::OK) ERR::Raise(code);
+    FlatRegion region = FlattenWalks(result.first);
+    if (region.points.size() > kMostPoints) throw RegionRefusal{ZELVAN_TOO_LARGE};
+    return region;
+  }
 
-// What the contours of one area bound.
-FlatRegion Resolve(const AreaBuilder& rings, FillRule rule) {
-  return Resolve(rings.get(), nullptr, UNION, {rule, rule});
-}
+  /// What the contours of the first operand bound.
+  [[nodiscard]] FlatRegion Run(FillRule rule) { return Run(UNION, {rule, rule}); }
+
+ private:
+  SweepRecords records_;  // outlive the operands
+
+ public:
+  AreaBuilder a;
+  AreaBuilder b;
+};
 
 // Calls visit(point, place) for each point of one ring; those that are not finite are refused.
 template <class Visit>
@@ -77,9 +85,9 @@ RegionHandle OnGrid(const zelvan_region* region, const RegionGrid& grid) {
   bool isExact = false;
   FlatRegion moved = Moved(*region, grid, isExact);
   if (isExact) return MakeRegion(grid, std::move(moved));
-  AreaBuilder rings;
-  rings.Add(moved);
-  return MakeRegion(grid, Resolve(rings, FillRule::Positive));
+  Operation operation;
+  operation.a.Add(moved);
+  return MakeRegion(grid, operation.Run(FillRule::Positive));
 }
 
 RegionGrid GridFor(std::span<const zelvan_region* const> regions) {
@@ -116,15 +124,15 @@ RegionGrid GridCovering(const RingInput& rings) {
 
 RegionHandle RegionOfRings(const RingInput& rings, FillRule rule, RingTurns turns,
                            const RegionGrid& grid) {
-  AreaBuilder operand;
+  Operation operation;
   std::vector<GridPoint> ring;
   for (std::uint32_t i = 0; i < rings.Rings(); ++i) {
     SnapRing(rings, i, grid, ring);
-    Contour* const contour = operand.Add(ring);
+    Contour* const contour = operation.a.Add(ring);
     const bool mayTurn = contour != nullptr && turns == RingTurns::kCounterClockwise;
     if (mayTurn && TwiceArea(contour->head) < 0) ReverseContour(contour);
   }
-  return MakeRegion(grid, Resolve(operand, rule));
+  return MakeRegion(grid, operation.Run(rule));
 }
 
 RegionHandle Combine(BoolOp op, const zelvan_region* a, const zelvan_region* b) {
@@ -136,11 +144,10 @@ RegionHandle Combine(BoolOp op, const zelvan_region* a, const zelvan_region* b) 
   const RegionGrid grid = GridFor(both);
   const RegionHandle first = OnGrid(a, grid);
   const RegionHandle second = OnGrid(b, grid);
-  AreaBuilder operandA;
-  AreaBuilder operandB;
-  if (first != nullptr) operandA.Add(first->flat);
-  if (second != nullptr) operandB.Add(second->flat);
-  return MakeRegion(grid, Resolve(operandA.get(), operandB.get(), op, {}));
+  Operation operation;
+  if (first != nullptr) operation.a.Add(first->flat);
+  if (second != nullptr) operation.b.Add(second->flat);
+  return MakeRegion(grid, operation.Run(op, {}));
 }
 
 RegionHandle UniteRegions(std::span<const zelvan_region* const> regions) {
@@ -151,12 +158,12 @@ RegionHandle UniteRegions(std::span<const zelvan_region* const> regions) {
   if (points == 0) return nullptr;
   if (points > kMostPoints) throw RegionRefusal{ZELVAN_TOO_LARGE};
   const RegionGrid grid = GridFor(regions);
-  AreaBuilder all;
+  Operation operation;
   for (const zelvan_region* region : regions) {
     const RegionHandle moved = OnGrid(region, grid);
-    if (moved != nullptr) all.Add(moved->flat);
+    if (moved != nullptr) operation.a.Add(moved->flat);
   }
-  return MakeRegion(grid, Resolve(all, FillRule::Positive));
+  return MakeRegion(grid, operation.Run(FillRule::Positive));
 }
 
 }  // namespace zelvan

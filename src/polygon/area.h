@@ -31,8 +31,8 @@ class OwnedRing {
  public:
   OwnedRing() = default;
   explicit OwnedRing(Area* ring) noexcept : first(ring) {}
-  OwnedRing(const OwnedRing&) = delete;
-  OwnedRing& operator=(const OwnedRing&) = delete;
+  OwnedRing(OwnedRing&& other) noexcept : first(other.release()) {}
+  OwnedRing& operator=(OwnedRing&&) = delete;
   ~OwnedRing() { FreeAreas(first); }
 
   [[nodiscard]] Area* release() noexcept {

@@ -35,8 +35,8 @@ Contour* AreaBuilder::Add(std::span<const GridPoint> ring) {
   return contour;
 }
 
-void AreaBuilder::Add(const FlatRegion& region, std::size_t first, std::size_t last) {
-  for (std::size_t i = first; i < last; ++i) Add(region.Ring(i));
+void AreaBuilder::Add(const FlatRegion& region) {
+  for (std::size_t i = 0; i < region.Rings(); ++i) Add(region.Ring(i));
 }
 
 }  // namespace zelvan

@@ -18,9 +18,8 @@ class AreaBuilder {
   /// before them are left out. @return null, nothing added, where less than three are left
   Contour* Add(std::span<const GridPoint> ring);
 
-  /// Adds the rings from `first` to `last` - 1 of a region.
-  void Add(const FlatRegion& region, std::size_t first, std::size_t last);
-  void Add(const FlatRegion& region) { Add(region, 0, region.Rings()); }
+  /// Adds all rings of a region.
+  void Add(const FlatRegion& region);
 
   /// The area, which stays the builder's; null while there is no contour.
   [[nodiscard]] Area* get() const noexcept {

@@ -4,6 +4,7 @@
 #include <zelvan/error.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "polygon/contour.h"
 #include "polygon/simple_rings.h"
@@ -12,22 +13,28 @@ namespace zelvan {
 
 namespace {
 
-Walk WalkOf(const Contour* contour) {
-  Walk walk;
-  walk.points.reserve(contour->count);
+std::vector<WalkPoint> WalkOf(const Contour* contour) {
+  std::vector<WalkPoint> walk;
+  walk.reserve(contour->count);
   ForEachVertex(contour, [&](const VertexNode* v) {
-    if ((v->flags & VERTEX_MAY_TOUCH) != 0) {
-      walk.mayTouch.push_back(static_cast<std::uint32_t>(walk.points.size()));
-    }
-    walk.points.push_back(v->grid);
+    walk.push_back({v->grid, (v->flags & VERTEX_MAY_TOUCH) != 0});
   });
   return walk;
 }
 
-std::int64_t TwiceAreaOf(std::span<const GridPoint> ring) noexcept {
+GridPoint PointOf(const WalkPoint& p) noexcept {
+  return p.point;
+}
+GridPoint PointOf(GridPoint p) noexcept {
+  return p;
+}
+
+template <class Points>
+std::int64_t TwiceAreaOf(const Points& ring) noexcept {
   std::int64_t sum = 0;
-  GridPoint p = ring.back();
-  for (const GridPoint q : ring) {
+  GridPoint p = PointOf(ring.back());
+  for (const auto& point : ring) {
+    const GridPoint q = PointOf(point);
     sum += std::int64_t{p.gx} * q.gy - std::int64_t{q.gx} * p.gy;
     p = q;
   }
@@ -52,8 +59,10 @@ class Flattening {
     region.polygonOffsets.reserve(areaCount_ + 1);
     for (const RingRange& ring : rings_) {
       if (ring.isOuter && region.Rings() > 0) ClosePolygon(region);
-      const std::span<const GridPoint> points = PointsOf(ring);
-      region.points.insert(region.points.end(), points.begin(), points.end());
+      for (const WalkPoint& p : PointsOf(ring)) {
+        if (p.touches) region.touches.push_back(static_cast<std::uint32_t>(region.points.size()));
+        region.points.push_back(p.point);
+      }
       region.ringOffsets.push_back(static_cast<std::uint32_t>(region.points.size()));
     }
     if (region.Rings() > 0) ClosePolygon(region);
@@ -70,8 +79,8 @@ class Flattening {
 
   void AddArea(const Area* area) {
     for (const Contour* c = area->contours; c != nullptr; c = c->next) {
-      Walk walk = WalkOf(c);
-      ForEachSimpleRing(walk, [&](std::span<const GridPoint> ring) {
+      std::vector<WalkPoint> walk = WalkOf(c);
+      ForEachSimpleRing(walk, [&](std::span<const WalkPoint> ring) {
         const std::size_t begin = points_.size();
         points_.insert(points_.end(), ring.begin(), ring.end());
         rings_.push_back({begin, points_.size(), areaCount_, TwiceAreaOf(ring) > 0});
@@ -97,21 +106,30 @@ class Flattening {
     });
   }
 
-  [[nodiscard]] std::span<const GridPoint> PointsOf(const RingRange& ring) const noexcept {
+  [[nodiscard]] std::span<const WalkPoint> PointsOf(const RingRange& ring) const noexcept {
     return {points_.data() + ring.begin, points_.data() + ring.end};
   }
 
   [[nodiscard]] bool IsBefore(const RingRange& a, const RingRange& b) const noexcept {
     const auto p = PointsOf(a);
     const auto q = PointsOf(b);
-    return std::lexicographical_compare(p.begin(), p.end(), q.begin(), q.end());
+    return std::lexicographical_compare(
+        p.begin(), p.end(), q.begin(), q.end(),
+        [](const WalkPoint& v, const WalkPoint& w) { return v.point < w.point; });
   }
 
+  // The touches of the polygon, which were found ring by ring, go by their places.
   static void ClosePolygon(FlatRegion& region) {
+    const std::uint32_t first = region.ringOffsets[region.polygonOffsets.back()];
+    const auto begin = std::partition_point(region.touches.begin(), region.touches.end(),
+                                            [first](std::uint32_t i) { return i < first; });
+    std::sort(begin, region.touches.end(), [&](std::uint32_t i, std::uint32_t j) {
+      return std::pair(region.points[i], i) < std::pair(region.points[j], j);
+    });
     region.polygonOffsets.push_back(static_cast<std::uint32_t>(region.Rings()));
   }
 
-  std::vector<GridPoint> points_;
+  std::vector<WalkPoint> points_;
   std::vector<RingRange> rings_;
   std::size_t areaCount_ = 0;
 };

@@ -8,6 +8,7 @@
 // others; all others run clockwise.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <vector>
@@ -16,48 +17,46 @@
 
 namespace zelvan {
 
-/// A walk by its points, with the positions of those that may lie on another one of them.
-struct Walk {
-  std::vector<GridPoint> points;
-  std::vector<std::uint32_t> mayTouch;  ///< ascending
+struct WalkPoint {
+  GridPoint point;
+  bool touches;  ///< may it lie on another point of the walk? in a simple ring: does it?
 };
 
-/// Cuts a walk into simple rings, without the points on straight runs, each from its least
-/// point (x, then y) on, and calls visit(ring) for each with three points or more.
-/// Throws std::bad_alloc. `walk.mayTouch` is used up.
+/// Cuts a walk, which is used up, into simple rings. They keep corners and the places where the
+/// walk touches itself, and begin with their least point (x, then y). Calls visit(ring) for
+/// each. Throws std::bad_alloc.
 template <class Visit>
-void ForEachSimpleRing(Walk& walk, Visit visit);
+void ForEachSimpleRing(std::vector<WalkPoint>& walk, Visit visit);
 
 namespace detail {
 /// For each position of the walk the number of its place where that is visited several times,
-/// else -1; empty where no place is.
-[[nodiscard]] std::vector<std::int32_t> RepeatedPlaces(Walk& walk);
-/// Drops the points on straight runs and begins with the least one.
-void Normalise(std::vector<GridPoint>& ring);
+/// else -1; empty where no place is. `touches` then tells just that.
+[[nodiscard]] std::vector<std::int32_t> RepeatedPlaces(std::vector<WalkPoint>& walk);
+void Normalise(std::vector<WalkPoint>& ring);
 }  // namespace detail
 
 template <class Visit>
-void ForEachSimpleRing(Walk& walk, Visit visit) {
+void ForEachSimpleRing(std::vector<WalkPoint>& walk, Visit visit) {
   const std::vector<std::int32_t> place = detail::RepeatedPlaces(walk);
-  const auto finish = [&](std::vector<GridPoint>& ring) {
+  const auto finish = [&](std::vector<WalkPoint>& ring) {
     detail::Normalise(ring);
-    if (ring.size() >= 3) visit(std::span<const GridPoint>(ring));
+    if (ring.size() >= 3) visit(std::span<const WalkPoint>(ring));
   };
-  if (place.empty()) return finish(walk.points);
-  std::vector<GridPoint> path;
-  std::vector<GridPoint> ring;
-  std::vector<std::size_t> onPath(walk.points.size());  // of each place, its position there
-  for (std::size_t i = 0; i < walk.points.size(); ++i) {
+  if (place.empty()) return finish(walk);
+  std::vector<WalkPoint> path;
+  std::vector<WalkPoint> ring;
+  std::vector<std::size_t> onPath(walk.size());  // of each place, its position there
+  for (std::size_t i = 0; i < walk.size(); ++i) {
     if (place[i] >= 0) {
       std::size_t& position = onPath[static_cast<std::size_t>(place[i])];
-      if (position < path.size() && path[position] == walk.points[i]) {
+      if (position < path.size() && path[position].point == walk[i].point) {
         ring.assign(path.begin() + static_cast<std::ptrdiff_t>(position), path.end());
         path.resize(position);
         finish(ring);
       }
       position = path.size();
     }
-    path.push_back(walk.points[i]);
+    path.push_back(walk[i]);
   }
   finish(path);
 }

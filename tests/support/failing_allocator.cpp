@@ -1,16 +1,17 @@
-// The counting, failing allocator (failing_allocator.h). One thread.
+// The counting, failing allocator (failing_allocator.h).
 #include "support/failing_allocator.h"
 
+#include <atomic>
 #include <cstdlib>
 #include <new>
 
 namespace {
 
-std::ptrdiff_t live = 0;
-bool active = false;
-bool allAfter = false;
-bool struck = false;
-std::size_t untilFailure = 0;
+std::atomic<std::ptrdiff_t> live = 0;
+thread_local bool active = false;
+thread_local bool allAfter = false;
+thread_local bool struck = false;
+thread_local std::size_t untilFailure = 0;
 
 bool Fails() noexcept {
   if (!active) return false;

@@ -1,7 +1,8 @@
 // Makes chosen allocations of the test program fail, and counts the live ones.
 //
-// The program that links failing_allocator.cpp takes all its memory from there,
-// the library's objects included. Outside a Scope everything succeeds.
+// A scope is for the allocations of its own thread. The program that links failing_allocator.cpp
+// takes all its memory from there, the library's objects included. Outside a Scope everything
+// succeeds.
 #pragma once
 
 #include <cstddef>

@@ -37,19 +37,35 @@ class Geos {
     return GEOSGeom_createLinearRing_r(handle_, points);
   }
 
+  GEOSGeometry* Polygon(const std::vector<WorldRing>& rings) const {
+    std::vector<GEOSGeometry*> holes;
+    for (std::size_t i = 1; i < rings.size(); ++i) holes.push_back(Ring(rings[i]));
+    return GEOSGeom_createPolygon_r(handle_, Ring(rings[0]), holes.data(),
+                                    static_cast<unsigned>(holes.size()));
+  }
+
+  Geometry Collection(int type, std::vector<GEOSGeometry*>& parts) const {
+    return Own(GEOSGeom_createCollection_r(handle_, type, parts.data(),
+                                           static_cast<unsigned>(parts.size())));
+  }
+
   Geometry Region(const WorldAreas& areas) const {
     std::vector<GEOSGeometry*> polygons;
     for (const auto& rings : areas) {
-      std::vector<GEOSGeometry*> holes;
-      for (std::size_t i = 1; i < rings.size(); ++i) holes.push_back(Ring(rings[i]));
-      GEOSGeometry* polygon = GEOSGeom_createPolygon_r(handle_, Ring(rings[0]), holes.data(),
-                                                       static_cast<unsigned>(holes.size()));
-      const Geometry raw = Own(polygon);
-      polygons.push_back(GEOSMakeValid_r(handle_, raw.get()));
+      polygons.push_back(GEOSMakeValid_r(handle_, Own(Polygon(rings)).get()));
     }
-    const Geometry all = Own(GEOSGeom_createCollection_r(
-        handle_, GEOS_GEOMETRYCOLLECTION, polygons.data(), static_cast<unsigned>(polygons.size())));
-    return Own(GEOSUnaryUnion_r(handle_, all.get()));
+    return Own(GEOSUnaryUnion_r(handle_, Collection(GEOS_GEOMETRYCOLLECTION, polygons).get()));
+  }
+
+  std::string Invalidity(const WorldAreas& areas) const {
+    std::vector<GEOSGeometry*> polygons;
+    for (const auto& rings : areas) polygons.push_back(Polygon(rings));
+    const Geometry all = Collection(GEOS_MULTIPOLYGON, polygons);
+    if (GEOSisValid_r(handle_, all.get()) == 1) return "";
+    char* const reason = GEOSisValidReason_r(handle_, all.get());
+    const std::string text = reason;
+    GEOSFree_r(handle_, reason);
+    return text;
   }
 
   Geometry Combine(const Geometry& a, const Geometry& b, int op) const {
@@ -89,6 +105,10 @@ GeosMeasure MeasureByGeos(const WorldAreas& a, const WorldAreas& b, int op) {
   const auto regionB = geos.Region(b);
   const auto result = geos.Combine(regionA, regionB, op);
   return {geos.Area(result), geos.Length(regionA) + geos.Length(regionB)};
+}
+
+std::string InvalidityByGeos(const WorldAreas& areas) {
+  return Geos().Invalidity(areas);
 }
 
 }  // namespace support

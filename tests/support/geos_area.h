@@ -2,6 +2,7 @@
 // on full grids.
 #pragma once
 
+#include <string>
 #include <vector>
 
 namespace support {
@@ -21,5 +22,8 @@ struct GeosMeasure {
 /// 0 union, 1 intersection, 2 difference, 3 symmetric difference. Rings that touch
 /// themselves are accepted.
 GeosMeasure MeasureByGeos(const WorldAreas& a, const WorldAreas& b, int op);
+
+/// Why areas are no valid multipolygon, or nothing.
+std::string InvalidityByGeos(const WorldAreas& areas);
 
 }  // namespace support
