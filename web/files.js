@@ -1,0 +1,47 @@
+// Polygons out of files: GeoJSON and well-known text become rings, x and y in turn, without
+// the point that closes them.
+
+function ringOf(points) {
+  const ring = [];
+  for (const [x, y] of points) ring.push(x, y);
+  const last = ring.length - 2;
+  if (last > 0 && ring[0] === ring[last] && ring[1] === ring[last + 1]) ring.length = last;
+  return ring;
+}
+
+function geoJsonRings(object) {
+  switch (object?.type) {
+    case 'Polygon': return object.coordinates.map(ringOf);
+    case 'MultiPolygon': return object.coordinates.flat().map(ringOf);
+    case 'GeometryCollection': return object.geometries.flatMap(geoJsonRings);
+    case 'Feature': return object.geometry ? geoJsonRings(object.geometry) : [];
+    case 'FeatureCollection': return object.features.flatMap(geoJsonRings);
+    default: return [];
+  }
+}
+
+// Every list of points inside of POLYGON or MULTIPOLYGON; other geometries are passed over.
+function wktRings(text) {
+  const rings = [];
+  for (const [, body] of text.matchAll(/POLYGON\s*(?:Z|M|ZM)?\s*(\((?:[^()]|\((?:[^()]|\([^()]*\))*\))*\))/gi)) {
+    for (const [, list] of body.matchAll(/\(([^()]+)\)/g)) {
+      rings.push(ringOf(list.split(',').map((point) => point.trim().split(/\s+/).map(Number))));
+    }
+  }
+  return rings;
+}
+
+/** The rings of a file's polygons. Throws an Error that says what is wrong with it. */
+export function readRings(name, text) {
+  const isJson = /^\s*[[{]/.test(text);
+  let rings;
+  try {
+    rings = isJson ? geoJsonRings(JSON.parse(text)) : wktRings(text);
+  } catch (error) {
+    throw new Error(`${name} cannot be read: ${error.message}`);
+  }
+  if (rings.length === 0) {
+    throw new Error(`${name} holds no polygons. GeoJSON and WKT files with polygons can be read.`);
+  }
+  return rings.map((ring) => Float64Array.from(ring));
+}
