@@ -4,7 +4,6 @@
 #include <string>
 #include <vector>
 
-#include "geos.h"
 #include "input.h"
 #include "options.h"
 
@@ -13,12 +12,24 @@ namespace tool {
 // Triangulates every polygon of the inputs, each for itself.
 int RunTriangulate(const Options& options);
 
-// Unites all polygons of the inputs, or subtracts those of the second and
-// further inputs from those of the first.
+// Combines the polygons of the inputs into one region.
 int RunCombine(const Options& options);
 
 // Reads every input that can be read and names what cannot be used; lowers
 // `status` to what that means. One element for each readable file, in order.
-std::vector<Input> ReadInputs(const Options& options, Geos& geos, int& status);
+std::vector<Input> ReadInputs(const Options& options, int& status);
+
+// Calls visit(feature, number) for every polygon of an input.
+template <class Visit>
+void ForEachPolygon(const Input& input, Visit visit) {
+  for (const Feature& feature : input.features) {
+    for (std::size_t i = 0; i < feature.polygons.size(); ++i) visit(feature, i);
+  }
+}
+
+std::size_t CountPoints(const std::vector<Input>& inputs);
+
+// "input: 2 invalid polygons repaired", where that is asked for.
+void PrintRepaired(const Options& options, const std::string& input, std::size_t count);
 
 }  // namespace tool

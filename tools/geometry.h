@@ -1,35 +1,19 @@
-// Plain planar geometry of the host program: what is read, fed and written.
-// Rings are open: the last point does not repeat the first.
+// What is read: polygons as they stand in files, and where they come from. Rings are open:
+// the last point does not repeat the first.
 #pragma once
 
+#include <zelvan/region.h>
+
 #include <cstddef>
-#include <limits>
 #include <string>
 #include <vector>
 
 namespace tool {
 
-struct Point {
-  double x = 0;
-  double y = 0;
-  friend bool operator==(const Point&, const Point&) = default;
-};
-
-using Ring = std::vector<Point>;
-
-struct Polygon {
-  Ring outer;
-  std::vector<Ring> holes;
-};
-
-struct Box {
-  Point low{std::numeric_limits<double>::infinity(), std::numeric_limits<double>::infinity()};
-  Point high{-std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity()};
-
-  void Add(const Point& p);
-  void Add(const Ring& ring);
-  bool Empty() const { return !(low.x <= high.x && low.y <= high.y); }
-};
+using zelvan::Point;
+using zelvan::Polygon;
+using zelvan::Region;
+using zelvan::Ring;
 
 // One feature of a file: its polygons with the place they came from.
 struct Feature {
@@ -41,23 +25,14 @@ struct Feature {
   std::string Label() const;  // "feature 12 (Sudan)"
 };
 
-// Positive when the ring runs counter-clockwise.
+// The outer contour, then the holes.
+std::vector<Ring> RingsOf(const Polygon& polygon);
+
+// Positive when the ring runs counter-clockwise. Exact for rings on one grid.
 double SignedArea(const Ring& ring);
 
 // Outer contour less holes, whatever their directions; 0 with a coordinate that is not finite.
 double Area(const Polygon& polygon);
-
-// Whether anything is left of a ring once points on a line with their neighbours are
-// gone, spikes with them: those whose cross product is within the tolerance. With none
-// it is exact where differences of coordinates have 26 bits at the most.
-bool HasArea(const Ring& ring, double tolerance = 0);
-
-// A ring in whole steps of the library's grid over a box, and back.
-Ring OnGrid(const Ring& ring, const Box& box);
-Ring FromGrid(const Ring& steps, const Box& box);
-
-// Steps across that grid, on each axis.
-inline constexpr double kGridSteps = 1048575;
 
 std::size_t CountPoints(const Polygon& polygon);
 

@@ -5,10 +5,13 @@
 #include <cctype>
 #include <cstdio>
 #include <fstream>
+#include <iostream>
 #include <iterator>
 #include <nlohmann/json.hpp>
 #include <string_view>
 #include <utility>
+
+#include "parts.h"
 
 namespace tool {
 namespace {
@@ -18,12 +21,16 @@ using Json = nlohmann::json;
 // Readers of nested text recurse; real data nests five or six deep.
 constexpr int kDeepest = 100;
 
+constexpr const char* kBlanks = " \t\r\n";
+
 std::string ReadText(const std::string& file) {
-  std::ifstream stream(file, std::ios::binary);
+  std::ifstream opened;
+  if (file != kStandard) opened.open(file, std::ios::binary);
+  std::istream& stream = file == kStandard ? std::cin : opened;
   if (!stream) throw UnreadableFile("cannot be opened");
   std::string text{std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
   if (stream.bad()) throw UnreadableFile("cannot be read");
-  if (text.find_first_not_of(" \t\r\n") == std::string::npos) throw UnreadableFile("is empty");
+  if (text.find_first_not_of(kBlanks) == std::string::npos) throw UnreadableFile("is empty");
   return text;
 }
 
@@ -67,8 +74,7 @@ std::string NameOf(const Json& feature) {
 // Gathers the features of one file, one geometry after the other.
 class Gatherer {
  public:
-  Gatherer(Input& input, Geos& geos, const std::vector<std::string>& only)
-      : input_(input), geos_(geos), only_(only) {}
+  Gatherer(Input& input, const std::vector<std::string>& only) : input_(input), only_(only) {}
 
   template <typename Read>
   void Add(std::string name, Read read) {
@@ -78,7 +84,7 @@ class Gatherer {
     }
     if (!only_.empty()) input_.chosen.push_back(feature.name);
     try {
-      Parts parts = read(geos_);
+      Parts parts = read();
       for (std::string& reason : parts.refused) Refuse(feature, std::move(reason), kNothing);
       feature.polygons = std::move(parts.polygons);
       if (!feature.polygons.empty()) input_.features.push_back(std::move(feature));
@@ -93,16 +99,56 @@ class Gatherer {
   }
 
   Input& input_;
-  Geos& geos_;
   const std::vector<std::string>& only_;
   std::size_t number_ = 0;
 };
 
-Parts ReadFeature(const Json& feature, Geos& geos) {
+Ring RingOf(const Json& points) {
+  Ring ring;
+  for (const Json& point : points) {
+    ring.push_back({point.at(0).get<double>(), point.at(1).get<double>()});
+  }
+  return ring;
+}
+
+void AddPolygon(const Json& coordinates, Parts& parts) {
+  std::vector<Ring> rings;
+  for (const Json& points : coordinates) rings.push_back(RingOf(points));
+  parts.AddPolygon(std::move(rings));
+}
+
+void AddGeometry(const Json& geometry, Parts& parts) {
+  const auto type = geometry.at("type").get<std::string>();
+  const bool collection = type == "GeometryCollection";
+  const Json& inside = geometry.at(collection ? "geometries" : "coordinates");
+  if (inside.empty()) {
+    parts.RefuseEmpty(type);
+  } else if (collection) {
+    for (const Json& one : inside) AddGeometry(one, parts);
+  } else if (type == "Polygon") {
+    AddPolygon(inside, parts);
+  } else if (type == "MultiPolygon") {
+    for (const Json& polygon : inside) AddPolygon(polygon, parts);
+  } else {
+    parts.RefuseType(type);
+  }
+}
+
+Parts ReadGeometry(const Json& geometry) {
+  Parts parts;
+  try {
+    AddGeometry(geometry, parts);
+  } catch (const Json::exception& error) {
+    throw std::runtime_error(error.what());
+  }
+  return parts;
+}
+
+Parts ReadFeature(const Json& feature) {
   if (!feature.is_object()) throw std::runtime_error("not an object");
   const auto geometry = feature.find("geometry");
   if (geometry == feature.end() || geometry->is_null()) return {{}, {"no geometry"}};
-  return geos.ReadGeoJson(geometry->dump());
+  return ReadGeometry(*geometry);
 }
 
 void ReadGeoJson(const std::string& text, Gatherer& gatherer) {
@@ -123,12 +169,12 @@ void ReadGeoJson(const std::string& text, Gatherer& gatherer) {
     }
     for (const Json& feature : *features) {
       gatherer.Add(feature.is_object() ? NameOf(feature) : "",
-                   [&](Geos& geos) { return ReadFeature(feature, geos); });
+                   [&] { return ReadFeature(feature); });
     }
   } else if (*type == "Feature") {
-    gatherer.Add(NameOf(root), [&](Geos& geos) { return ReadFeature(root, geos); });
+    gatherer.Add(NameOf(root), [&] { return ReadFeature(root); });
   } else {
-    gatherer.Add("", [&](Geos& geos) { return geos.ReadGeoJson(text); });
+    gatherer.Add("", [&] { return ReadGeometry(root); });
   }
 }
 
@@ -174,30 +220,7 @@ void ReadWkt(const std::string& text, Gatherer& gatherer) {
         geometry.rfind("SRID", 0) == 0 && semicolon != std::string::npos) {
       geometry.erase(0, semicolon + 1);
     }
-    gatherer.Add("", [&](Geos& geos) { return geos.ReadWkt(geometry); });
-  }
-}
-
-void RepairFeatures(Input& input, Geos& geos) {
-  for (Feature& feature : input.features) {
-    std::vector<Polygon> mended;
-    for (std::size_t i = 0; i < feature.polygons.size(); ++i) {
-      const Polygon& polygon = feature.polygons[i];
-      if (!IsFinite(polygon) || geos.WhyInvalid(polygon).empty()) {
-        mended.push_back(polygon);
-        continue;
-      }
-      try {
-        std::vector<Polygon> pieces = geos.Repair(polygon);
-        if (pieces.empty()) throw std::runtime_error("no area, nothing to repair");
-        mended.insert(mended.end(), pieces.begin(), pieces.end());
-        ++input.repaired;
-      } catch (const std::runtime_error& error) {
-        input.refusals.push_back(
-            {input.file, PlaceOf(feature, i), error.what(), Lost("polygon", polygon)});
-      }
-    }
-    feature.polygons = std::move(mended);
+    gatherer.Add("", [&] { return ReadWktGeometry(geometry); });
   }
 }
 
@@ -215,21 +238,22 @@ std::string PlaceOf(const Feature& feature, std::size_t polygon) {
   return place;
 }
 
-Input ReadInput(const std::string& file, const Options& options, Geos& geos) {
+Input ReadInput(const std::string& file, const Options& options) {
   const std::string extension = Extension(file);
   const std::string text = ReadText(file);
   if (NestsTooDeep(text)) throw UnreadableFile("nests too deeply");
+  const bool json = file == kStandard ? text[text.find_first_not_of(kBlanks)] == '{'
+                                      : extension == ".geojson" || extension == ".json";
   Input input;
-  input.file = file;
-  Gatherer gatherer(input, geos, options.only);
-  if (extension == ".geojson" || extension == ".json") {
+  input.file = file == kStandard ? "standard input" : file;
+  Gatherer gatherer(input, options.only);
+  if (json) {
     ReadGeoJson(text, gatherer);
-  } else if (extension == ".wkt") {
+  } else if (extension == ".wkt" || file == kStandard) {
     ReadWkt(text, gatherer);
   } else {
     throw UnreadableFile("has an unknown extension: .geojson, .json and .wkt are read");
   }
-  if (options.repair) RepairFeatures(input, geos);
   return input;
 }
 

@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "geometry.h"
-#include "geos.h"
 #include "options.h"
 
 namespace tool {
@@ -29,7 +28,6 @@ struct Input {
   std::string file;
   std::vector<Feature> features;
   std::vector<Refusal> refusals;
-  std::size_t repaired = 0;
   std::vector<std::string> chosen;  // names out of options.only that are there
 };
 
@@ -37,10 +35,10 @@ struct UnreadableFile : std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-// Reads one file, .geojson or .json as GeoJSON, .wkt as one or many WKT
-// geometries; with options.repair mends its invalid polygons, with options.only
-// keeps the features of these names. Throws UnreadableFile.
-Input ReadInput(const std::string& file, const Options& options, Geos& geos);
+// Reads one file, .geojson or .json as GeoJSON, .wkt as one or many WKT geometries, or
+// standard input as either; with options.only keeps the features of these names. Throws
+// UnreadableFile.
+Input ReadInput(const std::string& file, const Options& options);
 
 // The place of a polygon, counted from 0, for messages.
 std::string PlaceOf(const Feature& feature, std::size_t polygon);

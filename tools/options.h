@@ -1,27 +1,39 @@
 // What the command line asks for.
 #pragma once
 
+#include <zelvan/fill_rule.h>
+
 #include <string>
 #include <vector>
 
 namespace tool {
 
-enum class Command { kTriangulate, kUnion, kSubtract };
+enum class Command { kTriangulate, kUnion, kSubtract, kIntersect, kXor };
 
 struct Options {
   Command command = Command::kTriangulate;
-  std::vector<std::string> inputs;
-  std::vector<std::string> outputs;
-  std::vector<std::string> only;  // names of features; empty means all
-  bool scale = true;
+  std::vector<std::string> inputs;   // "-" is standard input
+  std::vector<std::string> outputs;  // "-" is standard output
+  std::string format = "geojson";    // of standard output
+  std::vector<std::string> only;     // names of features; empty means all
+  double step = 0;                   // of the grid; 0 for the finest
   bool repair = false;
-  bool triangles = false;  // svg of a combination: its triangles, too
+  zelvan::FillRule fill = zelvan::FillRule::EvenOdd;
+  bool triangles = false;  // of a combination: its triangles, too
+  bool delaunay = false;
 };
 
 // Exit statuses of every command.
 inline constexpr int kAllDone = 0;
 inline constexpr int kSomeRefused = 1;
 inline constexpr int kUnusable = 2;
+
+inline constexpr const char* kStandard = "-";
+
+// Why nothing comes of a polygon.
+inline constexpr const char* kNotUsable = "not usable";
+inline constexpr const char* kNoArea = "no area on the grid";
+inline constexpr const char* kNothingLeft = "its holes leave nothing of it";
 
 // The extension of a path in lower case, ".svg".
 std::string Extension(const std::string& path);

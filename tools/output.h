@@ -6,7 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "mesh.h"
+#include "geometry.h"
+#include "options.h"
 
 namespace tool {
 
@@ -15,23 +16,29 @@ struct Item {
   std::string name;         // of its feature, may be empty
   std::size_t feature = 0;  // number within its file, from 1; 0 for a combination
   std::size_t polygon = 0;  // number within its feature, from 1
-  Mesh mesh;
+  Region region;
+  zelvan::Mesh mesh;  // without triangles until the region is cut
 };
 
 enum class Show { kTriangles, kRegion };
 
-// The reason why these outputs cannot be meant: an extension that is not known
-// or a file that is also read. Empty when all is well.
-std::string CheckOutputs(const std::vector<std::string>& outputs,
-                         const std::vector<std::string>& inputs);
+// The reason why these outputs cannot be meant: an extension that is not known or a file that
+// is also read. Empty when all is well.
+std::string CheckOutputs(const Options& options);
 
-// Writes every output; .obj always shows triangles. Throws std::runtime_error
-// for a file that cannot be written.
-void WriteOutputs(const std::vector<std::string>& outputs, const std::vector<Item>& items,
-                  Show show);
+// Writes every output; .obj always shows triangles. Throws std::runtime_error for a file that
+// cannot be written.
+void WriteOutputs(const Options& options, const std::vector<Item>& items, Show show);
+
+// The stream for what is said about the work: standard output, unless that is an output.
+std::ostream& ReportStream(const Options& options);
 
 // Shortest text that reads back as the same double.
 std::string Shortest(double value);
+
+// The corners of a triangle.
+Ring Corners(const zelvan::Mesh& mesh, std::size_t triangle);
+double TriangleArea(const zelvan::Mesh& mesh);
 
 void WriteSvg(std::ostream& out, const std::vector<Item>& items, Show show);
 void WriteObj(std::ostream& out, const std::vector<Item>& items);

@@ -7,6 +7,8 @@
 #include <iostream>
 #include <ostream>
 
+#include "output.h"
+
 namespace tool {
 namespace {
 
@@ -66,9 +68,36 @@ void PrintTable(std::ostream& out, const std::vector<Row>& rows, bool with_total
   }
 }
 
+void PrintGrids(std::ostream& out, const std::vector<zelvan::Grid>& grids) {
+  if (grids.empty()) return;
+  const auto [least, most] = std::minmax_element(
+      grids.begin(), grids.end(),
+      [](const zelvan::Grid& a, const zelvan::Grid& b) { return a.Step() < b.Step(); });
+  out << (grids.size() == 1 ? "grid: a step of " : "grids: steps of ") << Shortest(least->Step());
+  if (least->Step() != most->Step()) out << " to " << Shortest(most->Step());
+  out << '\n';
+}
+
 void PrintRefusal(const Refusal& refusal) {
   std::cerr << refusal.file << ": " << refusal.place << ": " << refusal.reason
             << "; lost: " << refusal.lost << '\n';
+}
+
+bool NameLosses(const Feature& feature, std::size_t number, const Taken& taken,
+                Progress& progress) {
+  if (taken.failure.empty() && taken.vanished.empty()) return false;
+  progress.Clear();
+  const Polygon& polygon = feature.polygons[number];
+  const std::string place = PlaceOf(feature, number);
+  if (!taken.failure.empty()) {
+    PrintRefusal({feature.file, place, taken.failure, Lost("polygon", polygon)});
+    return true;
+  }
+  for (const std::size_t i : taken.vanished) {
+    const std::string what = "hole " + std::to_string(i + 1) + " left out: " + kNoArea;
+    PrintRefusal({feature.file, place, what, Lost("hole", {polygon.holes[i], {}})});
+  }
+  return true;
 }
 
 }  // namespace tool

@@ -15,7 +15,7 @@ std::set<std::pair<std::size_t, std::size_t>> FindNeighbours(const std::vector<I
                                                              double cell) {
   std::vector<std::tuple<double, double, std::size_t>> visits;
   for (const Item& item : items) {
-    for (const Point& p : item.mesh.vertices) {
+    for (const Point& p : item.region.Vertices()) {
       visits.emplace_back(std::floor(p.x / cell), std::floor(p.y / cell), item.feature);
     }
   }

@@ -1,4 +1,4 @@
-// zelvan triangulate: every polygon for itself.
+// zelvan triangulate: every polygon for itself, on a grid of its own unless one is given.
 #include <algorithm>
 #include <chrono>
 #include <iostream>
@@ -6,84 +6,84 @@
 #include "commands.h"
 #include "output.h"
 #include "progress.h"
-#include "refusals.h"
 #include "report.h"
-#include "session.h"
+#include "take_up.h"
 
 namespace tool {
 namespace {
 
-struct Run {
-  const Options& options;
-  Progress& progress;
-  Refusals refusals;
-  std::vector<Item> items;
-};
+class Triangulation {
+ public:
+  Triangulation(const Options& options, std::size_t points)
+      : options_(options), progress_("triangulating", points) {}
 
-void TriangulateOne(Run& run, const Feature& feature, std::size_t number, Row& row) {
-  const Polygon& polygon = feature.polygons[number];
-  row.area_in += Area(polygon);
-  run.progress.Advance(CountPoints(polygon));
-  // Of one contour the library judges itself.
-  const bool judge = !run.options.repair && !polygon.holes.empty();
-  if (judge && run.refusals.Overlapping(feature, number)) return;
-  Box box;
-  box.Add(polygon.outer);
-  const Scale scale = run.options.scale ? Scale::For(box) : Scale();
-
-  const auto start = std::chrono::steady_clock::now();
-  Cut cut = TriangulatePolygon(polygon, scale);
-  const std::chrono::duration<double> time = std::chrono::steady_clock::now() - start;
-  if (!cut.failure.empty()) {
-    run.refusals.Failed(feature, number, cut.failure);
-    return;
+  Row Add(const Input& input) {
+    Row row;
+    row.name = input.file;
+    std::size_t mended = 0;
+    ForEachPolygon(input, [&](const Feature& feature, std::size_t i) {
+      mended += AddPolygon(feature, i, row) ? 1 : 0;
+    });
+    progress_.Clear();
+    PrintRepaired(options_, input.file, mended);
+    return row;
   }
-  run.refusals.HolesVanished(feature, number, cut.vanished);
-  const double area_in = 0;  // counted above
-  row += {"",
-          1,
-          cut.mesh.vertices.size(),
-          cut.mesh.triangles.size(),
-          area_in,
-          cut.mesh.TriangleArea(),
-          time.count()};
-  run.items.push_back({feature.name, feature.number, number + 1, std::move(cut.mesh)});
-}
 
-std::size_t CountPoints(const std::vector<Input>& inputs) {
-  std::size_t count = 0;
-  for (const Input& input : inputs) {
-    for (const Feature& feature : input.features) {
-      for (const Polygon& polygon : feature.polygons) count += CountPoints(polygon);
+  const std::vector<Item>& Items() const { return items_; }
+  const std::vector<zelvan::Grid>& Grids() const { return grids_; }
+  bool HasRefused() const { return refused_; }
+
+ private:
+  // @return whether the polygon was mended
+  bool AddPolygon(const Feature& feature, std::size_t number, Row& row) {
+    const Polygon& polygon = feature.polygons[number];
+    row.area_in += Area(polygon);
+    progress_.Advance(CountPoints(polygon));
+    const auto start = std::chrono::steady_clock::now();
+    Taken taken;
+    try {
+      taken = TakeUp(polygon, GridFor({&polygon}, options_), options_, judge_);
+    } catch (const std::invalid_argument& error) {
+      taken.failure = error.what();
     }
+    refused_ = NameLosses(feature, number, taken, progress_) || refused_;
+    if (taken.region.IsEmpty()) return false;
+    Item item{feature.name, feature.number, number + 1, taken.region, {}};
+    item.mesh = Triangulate(item.region, {options_.delaunay});
+    const std::chrono::duration<double> time = std::chrono::steady_clock::now() - start;
+    grids_.push_back(item.region.Grid());
+    const double counted = 0;  // the area that went in
+    row += {"",
+            1,
+            item.mesh.vertices.size(),
+            item.mesh.triangles.size(),
+            counted,
+            TriangleArea(item.mesh),
+            time.count()};
+    items_.push_back(std::move(item));
+    return taken.mended;
   }
-  return count;
-}
+
+  const Options& options_;
+  Progress progress_;
+  Judge judge_;
+  std::vector<Item> items_;
+  std::vector<zelvan::Grid> grids_;
+  bool refused_ = false;
+};
 
 }  // namespace
 
 int RunTriangulate(const Options& options) {
   int status = kAllDone;
-  Geos geos;
-  const std::vector<Input> inputs = ReadInputs(options, geos, status);
-  Progress progress("triangulating", CountPoints(inputs));
-  Run run{options, progress, Refusals(geos), {}};
-  run.refusals.Over(&progress);
+  const std::vector<Input> inputs = ReadInputs(options, status);
+  Triangulation triangulation(options, CountPoints(inputs));
   std::vector<Row> rows;
-  for (const Input& input : inputs) {
-    Row row;
-    row.name = input.file;
-    for (const Feature& feature : input.features) {
-      for (std::size_t i = 0; i < feature.polygons.size(); ++i) {
-        TriangulateOne(run, feature, i, row);
-      }
-    }
-    rows.push_back(row);
-  }
-  progress.Clear();
-  WriteOutputs(options.outputs, run.items, Show::kTriangles);
-  PrintTable(std::cout, rows, true);
-  return run.refusals.Count() > 0 ? std::max(status, kSomeRefused) : status;
+  for (const Input& input : inputs) rows.push_back(triangulation.Add(input));
+  WriteOutputs(options, triangulation.Items(), Show::kTriangles);
+  PrintGrids(ReportStream(options), triangulation.Grids());
+  PrintTable(ReportStream(options), rows, true);
+  return triangulation.HasRefused() ? std::max(status, kSomeRefused) : status;
 }
 
 }  // namespace tool

@@ -21,7 +21,7 @@ std::string GroupName(const Item& item) {
 
 void WriteObj(std::ostream& out, const std::vector<Item>& items) {
   out << "# Triangles by zelvan. Faces run counter-clockwise seen from +z.\n";
-  int first = 1;
+  std::size_t first = 1;
   for (const Item& item : items) {
     out << "g " << GroupName(item) << '\n';
     for (const Point& p : item.mesh.vertices) {
@@ -30,7 +30,7 @@ void WriteObj(std::ostream& out, const std::vector<Item>& items) {
     for (const auto& [a, b, c] : item.mesh.triangles) {
       out << "f " << first + a << ' ' << first + b << ' ' << first + c << '\n';
     }
-    first += static_cast<int>(item.mesh.vertices.size());
+    first += item.mesh.vertices.size();
   }
 }
 

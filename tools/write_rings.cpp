@@ -47,7 +47,12 @@ void WritePolygons(std::ostream& out, const std::vector<Polygon>& polygons, cons
 }
 
 std::vector<Polygon> PolygonsOf(const Item& item, Show show) {
-  return show == Show::kTriangles ? item.mesh.Triangles() : item.mesh.Region();
+  if (show == Show::kRegion) return item.region.Polygons();
+  std::vector<Polygon> triangles;
+  for (std::size_t i = 0; i < item.mesh.triangles.size(); ++i) {
+    triangles.push_back({Corners(item.mesh, i), {}});
+  }
+  return triangles;
 }
 
 std::string Quoted(const std::string& text) {

@@ -9,12 +9,16 @@
 #include <cmath>
 #include <cstdint>
 #include <ostream>
+#include <utility>
 
 #include "output.h"
 #include "tones.h"
 
 namespace tool {
 namespace {
+
+using zelvan::Box;
+using zelvan::Mesh;
 
 constexpr double kPixels = 1600;       // the larger side as shown
 constexpr double kUnitsPerPixel = 40;  // the grid of the coordinates
@@ -30,22 +34,34 @@ struct GridPoint {
   friend bool operator==(const GridPoint&, const GridPoint&) = default;
 };
 
+Box BoxOf(const std::vector<Item>& items) {
+  bool first = true;
+  Box all{};
+  for (const Item& item : items) {
+    if (item.region.IsEmpty()) continue;
+    const Box box = item.region.Bounds();
+    if (std::exchange(first, false)) all = box;
+    all.min = {std::min(all.min.x, box.min.x), std::min(all.min.y, box.min.y)};
+    all.max = {std::max(all.max.x, box.max.x), std::max(all.max.y, box.max.y)};
+  }
+  return all;
+}
+
 // From world to picture, y turned downward as SVG wants it.
 class Frame {
  public:
   explicit Frame(const Box& box) : box_(box) {
-    if (box_.Empty()) box_ = {{0, 0}, {1, 1}};
-    const double extent = std::max(box_.high.x - box_.low.x, box_.high.y - box_.low.y);
+    const double extent = std::max(box.max.x - box.min.x, box.max.y - box.min.y);
     per_unit_ = kPixels * kUnitsPerPixel / (extent > 0 ? extent : 1);
   }
 
   GridPoint At(const Point& p) const {
     const double margin = kMargin * kUnitsPerPixel;
-    return {std::llround((p.x - box_.low.x) * per_unit_ + margin),
-            std::llround((box_.high.y - p.y) * per_unit_ + margin)};
+    return {std::llround((p.x - box_.min.x) * per_unit_ + margin),
+            std::llround((box_.max.y - p.y) * per_unit_ + margin)};
   }
   GridPoint Size() const {
-    const GridPoint corner = At({box_.high.x, box_.low.y});
+    const GridPoint corner = At({box_.max.x, box_.min.y});
     const auto margin = static_cast<std::int64_t>(kMargin * kUnitsPerPixel);
     return {corner.x + margin, corner.y + margin};
   }
@@ -97,10 +113,18 @@ class Path {
   bool stepped_ = false;
 };
 
+std::vector<Ring> Contours(const Region& region) {
+  std::vector<Ring> contours;
+  for (const Polygon& polygon : region.Polygons()) {
+    for (Ring& ring : RingsOf(polygon)) contours.push_back(std::move(ring));
+  }
+  return contours;
+}
+
 double LineWidth(const std::vector<Item>& items, const Frame& frame) {
   std::vector<double> lengths;
   for (const Item& item : items) {
-    for (const Ring& ring : item.mesh.Rings()) {
+    for (const Ring& ring : Contours(item.region)) {
       for (std::size_t i = 0; i < ring.size(); ++i) {
         const Point& next = ring[(i + 1) % ring.size()];
         lengths.push_back(frame.Units(std::hypot(next.x - ring[i].x, next.y - ring[i].y)));
@@ -113,10 +137,10 @@ double LineWidth(const std::vector<Item>& items, const Frame& frame) {
   return std::clamp(*middle / 6, 0.6 * kUnitsPerPixel, 2.5 * kUnitsPerPixel);
 }
 
-void WriteContours(std::ostream& out, const Mesh& mesh, const Frame& frame, const char* name) {
+void WriteContours(std::ostream& out, const Region& region, const Frame& frame, const char* name) {
   out << "<path class=\"" << name << "\" d=\"";
   Path path(out);
-  for (const Ring& ring : mesh.Rings()) {
+  for (const Ring& ring : Contours(region)) {
     path.MoveTo(frame.At(ring.front()));
     for (std::size_t i = 1; i < ring.size(); ++i) path.LineTo(frame.At(ring[i]));
     path.Close();
@@ -124,16 +148,25 @@ void WriteContours(std::ostream& out, const Mesh& mesh, const Frame& frame, cons
   out << "\"/>\n";
 }
 
+// Each diagonal once, from the triangle with the lower number.
+template <class Visit>
+void ForEachDiagonal(const Mesh& mesh, Visit visit) {
+  for (std::size_t t = 0; t < mesh.triangles.size(); ++t) {
+    for (std::size_t k = 0; k < 3; ++k) {
+      if (mesh.neighbours[t][k] < static_cast<std::int64_t>(t)) continue;
+      visit(mesh.vertices[mesh.triangles[t][k]], mesh.vertices[mesh.triangles[t][(k + 1) % 3]]);
+    }
+  }
+}
+
 // So wide that the diagonals of a polygon cover about a quarter of it, whether
 // they are three or thousands; never wider than `most`.
 double DiagonalWidth(const Mesh& mesh, const Frame& frame, double most) {
   double length = 0;
-  for (const MeshEdge& edge : mesh.edges) {
-    const Point& from = mesh.vertices[static_cast<std::size_t>(edge.from)];
-    const Point& to = mesh.vertices[static_cast<std::size_t>(edge.to)];
-    if (edge.diagonal) length += frame.Units(std::hypot(to.x - from.x, to.y - from.y));
-  }
-  const double area = frame.Units(frame.Units(mesh.TriangleArea()));
+  ForEachDiagonal(mesh, [&](const Point& from, const Point& to) {
+    length += frame.Units(std::hypot(to.x - from.x, to.y - from.y));
+  });
+  const double area = frame.Units(frame.Units(TriangleArea(mesh)));
   const double least = std::min(most, 0.1 * kUnitsPerPixel);
   return length > 0 ? std::clamp(area / length / 4, least, most) : most;
 }
@@ -142,14 +175,13 @@ void WriteDiagonals(std::ostream& out, const Mesh& mesh, const Frame& frame, dou
   out << "<path class=\"diagonal\" stroke-width=\"" << std::lround(DiagonalWidth(mesh, frame, most))
       << "\" d=\"";
   Path path(out);
-  for (const MeshEdge& edge : mesh.edges) {
-    if (!edge.diagonal) continue;
-    const GridPoint from = frame.At(mesh.vertices[static_cast<std::size_t>(edge.from)]);
-    const GridPoint to = frame.At(mesh.vertices[static_cast<std::size_t>(edge.to)]);
-    if (from == to) continue;
+  ForEachDiagonal(mesh, [&](const Point& p, const Point& q) {
+    const GridPoint from = frame.At(p);
+    const GridPoint to = frame.At(q);
+    if (from == to) return;
     path.MoveTo(from);
     path.LineTo(to);
-  }
+  });
   out << "\"/>\n";
 }
 
@@ -172,21 +204,19 @@ void WriteHead(std::ostream& out, const Frame& frame, double line) {
 }  // namespace
 
 void WriteSvg(std::ostream& out, const std::vector<Item>& items, Show show) {
-  Box box;
-  for (const Item& item : items) box.Add(item.mesh.vertices);
-  const Frame frame(box);
+  const Frame frame(BoxOf(items));
   const double line = LineWidth(items, frame);
   WriteHead(out, frame, line);
   const std::vector<std::size_t> tones = ChooseTones(items, kTones.size(), frame.World(4));
   for (std::size_t i = 0; i < items.size(); ++i) {
     const Item& item = items[i];
-    if (item.mesh.vertices.empty()) continue;
+    if (item.region.IsEmpty()) continue;
     out << "<g class=\"t" << tones[i] << "\">";
     if (!item.name.empty()) out << "<title>" << Escaped(item.name) << "</title>";
     out << '\n';
-    WriteContours(out, item.mesh, frame, "fill");
+    WriteContours(out, item.region, frame, "fill");
     if (show == Show::kTriangles) WriteDiagonals(out, item.mesh, frame, line / 2);
-    WriteContours(out, item.mesh, frame, "contour");
+    WriteContours(out, item.region, frame, "contour");
     out << "</g>\n";
   }
   out << "</svg>\n";

@@ -1,0 +1,31 @@
+// From a polygon of a file to its region on a grid: judged, mended where that is asked for,
+// and with a word on everything that is lost.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "geometry.h"
+#include "judge.h"
+#include "options.h"
+
+namespace tool {
+
+struct Taken {
+  Region region;                      // empty when there is a failure
+  std::string failure;                // why nothing came of the polygon
+  std::vector<std::size_t> vanished;  // holes without area on the grid, left out
+  bool mended = false;
+};
+
+// The polygon's region by the even-odd rule; of one that is not valid by options.fill, where
+// it is to be mended. Contours that cross only because the grid is coarse are resolved.
+Taken TakeUp(const Polygon& polygon, const zelvan::Grid& grid, const Options& options,
+             Judge& judge);
+
+// The grid that the options ask for, for all points of some polygons: with the given step, or
+// the finest one. Throws std::invalid_argument where no grid holds them.
+zelvan::Grid GridFor(const std::vector<const Polygon*>& polygons, const Options& options);
+
+}  // namespace tool
