@@ -117,18 +117,30 @@ function disc(ctx, sx, sy, radius) {
   ctx.arc(sx, sy, radius, 0, 2 * Math.PI);
 }
 
+// The mean length of the edges on the screen, by which handles become smaller.
+function meanEdge(view, rings) {
+  let length = 0;
+  let count = 0;
+  for (const ring of rings) {
+    count += ring.length / 2;
+    for (let i = 2; i < ring.length; i += 2) length += Math.hypot(ring[i] - ring[i - 2], ring[i + 1] - ring[i - 1]);
+  }
+  return (length * view.scale) / count;
+}
+
 /** The vertices of the shape that is edited, and the one that is chosen. */
 export function drawHandles(ctx, view, theme, rings, colour, chosen) {
+  const radius = Math.max(1.3, Math.min(3, meanEdge(view, rings) / 3));
   ctx.beginPath();
   for (const ring of rings) {
     for (let i = 0; i < ring.length; i += 2) {
       const [sx, sy] = toScreen(view, ring[i], ring[i + 1]);
-      if (!sidesBeyond(view, sx, sy)) disc(ctx, sx, sy, 3);
+      if (!sidesBeyond(view, sx, sy)) disc(ctx, sx, sy, radius);
     }
   }
-  ctx.fillStyle = theme.paper;
+  ctx.fillStyle = radius < 2 ? colour : theme.paper;
   ctx.fill();
-  ctx.lineWidth = 1.25;
+  ctx.lineWidth = radius < 2 ? 0.5 : 1.25;
   ctx.strokeStyle = colour;
   ctx.stroke();
   if (!chosen) return;

@@ -12,12 +12,19 @@ function put(id, text) {
 }
 
 function milliseconds(time) {
+  if (time >= 1000) return `${(time / 1000).toFixed(2)} s`;
   return time < 10 ? `${time.toFixed(1)} ms` : `${Math.round(time)} ms`;
 }
 
 function angleText(angle) {
   if (angle == null) return '–';
-  return angle >= 0.1 ? `${angle.toFixed(1)}°` : `${angle.toPrecision(2)}°`;
+  return angle < 0.01 ? '<0.01°' : `${angle.toFixed(angle < 1 ? 2 : 1)}°`;
+}
+
+// Steps are powers of two.
+function power(step) {
+  const digits = String(Math.log2(step)).replaceAll('-', '⁻');
+  return `2${digits.replaceAll(/\d/g, (digit) => '⁰¹²³⁴⁵⁶⁷⁸⁹'[digit])}`;
 }
 
 export function showFigures({ counts, area, step, angle, times }) {
@@ -27,7 +34,7 @@ export function showFigures({ counts, area, step, angle, times }) {
   put('triangles', whole.format(counts.triangles));
   put('area', exact.format(area));
   put('angle', angleText(angle));
-  put('step', rough.format(step));
+  put('step', power(step));
   put('combining', milliseconds(times.combining));
   put('cutting', milliseconds(times.cutting));
 }

@@ -28,7 +28,7 @@ function endAll(reason) {
   open.clear();
 }
 
-/** One of the requests in worker.js. @param stage is called with what is being done */
+/** One of requests.js. @param stage is called with what is being done */
 export function ask(request, data = {}, stage) {
   if (!worker) start();
   return new Promise((resolve, reject) => {

@@ -76,7 +76,8 @@ async function inWords(stage, work) {
 }
 
 async function loadSample(name) {
-  const made = await inWords('Making the sample', () => ask('sample', { name }));
+  const { make, isLarge } = SAMPLES[name];
+  const made = await inWords('Making the sample', () => (isLarge ? ask('sample', { name }) : make()));
   if (!made || byId('sample').value !== name) return;
   const { A, B, operation, fill = 'even-odd' } = made;
   Object.assign(state, { operation, fill, doublings: 0, active: 'A' });

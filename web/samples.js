@@ -87,6 +87,7 @@ export const SAMPLES = {
   },
   million: {
     title: 'A coast of a million vertices',
+    isLarge: true,  // made by the worker
     make: () => ({
       A: [island(1000000, { x: 0, y: 0, radius: 100, seed: 3 })],
       B: [polygon(6, 120, 30, 70)],

@@ -1,37 +1,11 @@
-// What would take longer than a frame: samples and files are read here, and large shapes
-// combined, drawn and written. One request at a time, each answered with its number.
-import { compute } from './compute.js';
-import { drawScene } from './draw.js';
-import { readRings } from './files.js';
-import { SAMPLES } from './samples.js';
-import { boundsOf } from './viewport.js';
-import { fileOf } from './writers.js';
-
-let scene = null;  // the shapes that were computed last, and their answer
-
-const requests = {
-  sample: ({ name }) => SAMPLES[name].make(),
-  read: async ({ file }) => ({ rings: readRings(file.name, await file.text()) }),
-  compute({ input }, stage) {
-    const answer = compute(input, stage);
-    scene = { shapes: input.shapes, answer };
-    const { counts, area, step, angle, times } = answer;
-    return { counts, area, step, angle, times };
-  },
-  draw({ view, theme, ratio }) {
-    const start = performance.now();
-    const canvas = new OffscreenCanvas(Math.round(view.width * ratio), Math.round(view.height * ratio));
-    const ctx = canvas.getContext('2d');
-    ctx.scale(ratio, ratio);
-    drawScene(ctx, view, theme, scene.shapes, scene.answer);
-    return { bitmap: canvas.transferToImageBitmap(), view, time: performance.now() - start };
-  },
-  write: ({ format }) => ({ file: fileOf(format, scene.answer, boundsOf([scene.answer.polygons.positions])) }),
-};
+// The worker: answers each message with its number. It listens before the rest is loaded,
+// for a message that comes meanwhile would be lost.
+const loaded = import('./requests.js');
 
 addEventListener('message', async ({ data }) => {
   const { number, request } = data;
   try {
+    const { requests } = await loaded;
     const answer = await requests[request](data, (stage) => postMessage({ number, stage }));
     postMessage({ number, answer }, answer.bitmap ? [answer.bitmap] : []);
   } catch (error) {
