@@ -101,7 +101,7 @@ def declaration(member, scope):
     if kind == "enum":
         return f"enum {member.findtext('name')}"
     text, arguments = member.findtext("definition"), member.findtext("argsstring") or ""
-    if kind == "function" or arguments.startswith("["):
+    if kind in ("function", "friend") or arguments.startswith("["):
         text += arguments
     text = text.replace(scope, "") if scope else text
     text = re.sub(r"(\w[\w ]*?)\s([*&]+)\s*(?=\w)", r"\1\2 ", text)  # as the headers write it

@@ -41,9 +41,11 @@ std::size_t CountPoints(const Polygon& polygon) {
 }
 
 bool IsFinite(const Polygon& polygon) {
+  constexpr double kFarthest = 0x1p500;  // that a grid reaches
   const auto finite = [](const Ring& ring) {
-    return std::all_of(ring.begin(), ring.end(),
-                       [](const Point& p) { return std::isfinite(p.x) && std::isfinite(p.y); });
+    return std::all_of(ring.begin(), ring.end(), [](const Point& p) {
+      return std::abs(p.x) <= kFarthest && std::abs(p.y) <= kFarthest;
+    });
   };
   return finite(polygon.outer) && std::all_of(polygon.holes.begin(), polygon.holes.end(), finite);
 }

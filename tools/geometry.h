@@ -31,11 +31,12 @@ std::vector<Ring> RingsOf(const Polygon& polygon);
 // Positive when the ring runs counter-clockwise. Exact for rings on one grid.
 double SignedArea(const Ring& ring);
 
-// Outer contour less holes, whatever their directions; 0 with a coordinate that is not finite.
+// Outer contour less holes, whatever their directions; 0 where that is not finite.
 double Area(const Polygon& polygon);
 
 std::size_t CountPoints(const Polygon& polygon);
 
+// Are all its points finite, and near enough for a grid?
 bool IsFinite(const Polygon& polygon);
 
 }  // namespace tool

@@ -64,14 +64,14 @@ Judge::~Judge() {
   GEOS_finish_r(context_->geos);
 }
 
-std::string Judge::WhyInvalid(const Polygon& polygon, bool /*differs*/) {
+std::string Judge::WhyInvalid(const Polygon& polygon) {
   const GEOSContextHandle_t geos = context_->geos;
   GEOSGeometry* geometry = PolygonGeometry(geos, polygon);
   char* reason = geometry == nullptr ? nullptr : GEOSisValidReason_r(geos, geometry);
   const std::string text = reason == nullptr ? std::exchange(context_->error, {}) : reason;
   GEOSFree_r(geos, reason);
   GEOSGeom_destroy_r(geos, geometry);
-  return text == "Valid Geometry" ? "" : WithSpace(text);
+  return text == "Valid Geometry" ? "contours cross on the grid" : WithSpace(text);
 }
 
 }  // namespace tool

@@ -1,6 +1,5 @@
-// Whether a polygon is valid, and if not, why. By GEOS; a program that is built without it
-// knows only that the polygon's area is not that of its outer contour less its holes
-// (judge_without_geos.cpp).
+// Why a polygon is not valid, in GEOS's words; a program that is built without GEOS has one
+// sentence for all (judge_without_geos.cpp).
 #pragma once
 
 #include <memory>
@@ -15,10 +14,8 @@ class Judge {
   Judge();
   ~Judge();
 
-  // What is wrong with a polygon of finite points, or nothing.
-  // @param differs  does its area on the grid differ from what its contours say, by more
-  //                 than rounding does?
-  std::string WhyInvalid(const Polygon& polygon, bool differs);
+  // What is wrong with a polygon of finite points whose contours overlap.
+  std::string WhyInvalid(const Polygon& polygon);
 
  private:
   struct Context;

@@ -7,8 +7,8 @@ struct Judge::Context {};
 Judge::Judge() = default;
 Judge::~Judge() = default;
 
-std::string Judge::WhyInvalid(const Polygon& /*polygon*/, bool differs) {
-  return differs ? "contours cross, or a hole lies outside or in another one" : "";
+std::string Judge::WhyInvalid(const Polygon& /*polygon*/) {
+  return "contours cross, or a hole lies outside or in another one";
 }
 
 }  // namespace tool

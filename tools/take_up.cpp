@@ -22,6 +22,15 @@ Ring Snapped(const Ring& ring, double step) {
   return snapped;
 }
 
+// The outer contour counter-clockwise, the holes clockwise.
+std::vector<Ring> Oriented(const Polygon& polygon) {
+  std::vector<Ring> rings = RingsOf(polygon);
+  for (std::size_t i = 0; i < rings.size(); ++i) {
+    if ((SignedArea(rings[i]) > 0) != (i == 0)) std::reverse(rings[i].begin(), rings[i].end());
+  }
+  return rings;
+}
+
 double Length(const Ring& ring) {
   double length = 0;
   for (std::size_t i = 0; i < ring.size(); ++i) {
@@ -31,15 +40,34 @@ double Length(const Ring& ring) {
   return length;
 }
 
-// A contour on the grid: its area is 0 for a spike, but for a bow-tie too.
-struct GridRing {
-  double area;
-  bool vanishes;
-};
+// Is a region nowhere wider than two steps of its grid?
+bool IsThin(const Region& region) {
+  const std::vector<Polygon> polygons = region.Polygons();
+  return std::all_of(polygons.begin(), polygons.end(), [&](const Polygon& polygon) {
+    return Area(polygon) <= Length(polygon.outer) * region.Grid().Step();
+  });
+}
 
-GridRing LookAt(const Ring& ring, const Grid& grid) {
-  const double area = std::abs(SignedArea(Snapped(ring, grid.Step())));
-  return {area, area == 0 && Region({ring}, FillRule::EvenOdd, grid).IsEmpty()};
+// Do contours cross, or holes lie outside or in each other? Contours may touch. The area of
+// the even-odd region tells of most polygons: rounding moves no edge by more than a step. What
+// it leaves open is seen on the finest grid: where some part is covered twice, or less than not
+// at all, the rules differ; what crosses because points went to the grid is thin.
+bool Overlaps(const Polygon& polygon, const Region& region, double step) {
+  double area = std::abs(SignedArea(Snapped(polygon.outer, step)));
+  double length = Length(polygon.outer);
+  for (const Ring& hole : polygon.holes) {
+    area -= std::abs(SignedArea(Snapped(hole, step)));
+    length += Length(hole);
+  }
+  const double difference = std::abs(region.Area() - area);
+  if (difference == 0 || difference > length * step) return difference != 0;
+  const std::vector<Ring> rings = Oriented(polygon);
+  const Grid grid = Grid::Covering(rings);
+  return !IsThin(Region(rings, FillRule::EvenOdd, grid) ^ Region(rings, FillRule::Positive, grid));
+}
+
+bool Vanishes(const Ring& ring, const Grid& grid) {
+  return Region({ring}, FillRule::EvenOdd, grid).IsEmpty();
 }
 
 }  // namespace
@@ -47,34 +75,24 @@ GridRing LookAt(const Ring& ring, const Grid& grid) {
 Taken TakeUp(const Polygon& polygon, const Grid& grid, const Options& options, Judge& judge) {
   Taken taken;
   if (!IsFinite(polygon)) {
-    taken.failure = std::string(kNotUsable) + ": a coordinate is not finite";
+    taken.failure = std::string(kNotUsable) + ": a coordinate is not finite or too large";
     return taken;
   }
-  const GridRing outer = LookAt(polygon.outer, grid);
-  double area = outer.area;
-  double length = Length(polygon.outer);
+  const Region region(RingsOf(polygon), FillRule::EvenOdd, grid);
+  taken.mended = Overlaps(polygon, region, grid.Step());
+  if (taken.mended && !options.repair) {
+    taken.failure = std::string(kNotUsable) + ": " + judge.WhyInvalid(polygon);
+    return taken;
+  }
+  const bool refill = taken.mended && options.fill != FillRule::EvenOdd;
+  taken.region = refill ? Region(RingsOf(polygon), options.fill, grid) : region;
+  if (taken.region.IsEmpty()) {
+    taken.failure = Vanishes(polygon.outer, grid) ? kNoArea : kNothingLeft;
+  }
+  if (taken.region.HoleCount() == polygon.holes.size()) return taken;
   for (std::size_t i = 0; i < polygon.holes.size(); ++i) {
-    const GridRing hole = LookAt(polygon.holes[i], grid);
-    area -= hole.area;
-    length += Length(polygon.holes[i]);
-    if (hole.vanishes) taken.vanished.push_back(i);
+    if (Vanishes(polygon.holes[i], grid)) taken.vanished.push_back(i);
   }
-  taken.region = Region(RingsOf(polygon), FillRule::EvenOdd, grid);
-  const double difference = std::abs(taken.region.Area() - area);
-  if (difference > 0) {
-    const bool differs = difference > length * grid.Step();
-    const bool plain = options.repair && differs;  // whatever the reason
-    const std::string why = plain ? "contours cross" : judge.WhyInvalid(polygon, differs);
-    taken.mended = !why.empty() && options.repair;
-    if (!why.empty() && !options.repair) taken.failure = std::string(kNotUsable) + ": " + why;
-  }
-  if (taken.mended && options.fill != FillRule::EvenOdd) {
-    taken.region = Region(RingsOf(polygon), options.fill, grid);
-  }
-  if (taken.failure.empty() && taken.region.IsEmpty()) {
-    taken.failure = outer.vanishes ? kNoArea : kNothingLeft;
-  }
-  if (!taken.failure.empty()) taken.region = Region();
   return taken;
 }
 

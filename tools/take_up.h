@@ -20,7 +20,7 @@ struct Taken {
 };
 
 // The polygon's region by the even-odd rule; of one that is not valid by options.fill, where
-// it is to be mended. Contours that cross only because the grid is coarse are resolved.
+// it is to be mended. Contours may touch.
 Taken TakeUp(const Polygon& polygon, const zelvan::Grid& grid, const Options& options,
              Judge& judge);
 

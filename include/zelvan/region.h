@@ -59,12 +59,14 @@ namespace zelvan {
 
 /// A place in the host's units.
 struct Point {
-  double x = 0.0;
-  double y = 0.0;
+  double x = 0.0;  ///< to the right
+  double y = 0.0;  ///< up
 
+  /// Are both coordinates equal?
   friend bool operator==(const Point& a, const Point& b) noexcept {
     return a.x == b.x && a.y == b.y;
   }
+  /// The opposite.
   friend bool operator!=(const Point& a, const Point& b) noexcept { return !(a == b); }
 };
 
@@ -76,16 +78,18 @@ struct Polygon {
   Ring outer;               ///< counter-clockwise
   std::vector<Ring> holes;  ///< clockwise
 
+  /// Point by point, from the same first points on.
   friend bool operator==(const Polygon& a, const Polygon& b) noexcept {
     return a.outer == b.outer && a.holes == b.holes;
   }
+  /// The opposite.
   friend bool operator!=(const Polygon& a, const Polygon& b) noexcept { return !(a == b); }
 };
 
 /// The places from `min` to `max`.
 struct Box {
-  Point min;
-  Point max;
+  Point min;  ///< the lower left corner
+  Point max;  ///< the upper right one
 };
 
 namespace detail {
@@ -148,7 +152,7 @@ class Grid {
     detail::Check(zelvan_grid_check(&grid_));
   }
 
-  /// The grid with the least step that holds a box, or all points of some rings.
+  /// The grid with the least step that holds a box.
   /// Throws std::invalid_argument for numbers that are not finite or beyond 2^500.
   static Grid Covering(const Box& box) {
     const double corners[] = {box.min.x, box.min.y, box.max.x, box.max.y};
@@ -156,6 +160,7 @@ class Grid {
     detail::Check(zelvan_grid_covering(corners, 2, &grid.grid_));
     return grid;
   }
+  /// The same for all points of some rings.
   static Grid Covering(const std::vector<Ring>& rings) {
     const detail::FlatRings flat(rings);
     Grid grid;
@@ -163,13 +168,17 @@ class Grid {
     return grid;
   }
 
+  /// The lowest, leftmost point.
   Point Origin() const noexcept { return {grid_.x, grid_.y}; }
+  /// From one point to the next, along each axis.
   double Step() const noexcept { return grid_.step; }
   const zelvan_grid& Data() const noexcept { return grid_; }  ///< as the C functions take it
 
+  /// Have both the same points?
   friend bool operator==(const Grid& a, const Grid& b) noexcept {
     return a.Origin() == b.Origin() && a.Step() == b.Step();
   }
+  /// The opposite.
   friend bool operator!=(const Grid& a, const Grid& b) noexcept { return !(a == b); }
 
  private:
@@ -202,28 +211,36 @@ struct Mesh {
 /// default; an empty region has no grid of its own. Immutable but for assignment.
 class Region {
  public:
+  /// The empty region.
   Region() noexcept = default;
 
-  /// The region that rings bound by a fill rule, on the grid that covers them or a given one.
+  /// The region that rings bound by a fill rule, on the grid that covers them.
   /// Throws std::invalid_argument, naming ring and point, for numbers that are not finite and
   /// points outside the grid; std::length_error beyond 2^31 - 1 points; std::bad_alloc.
   explicit Region(const std::vector<Ring>& rings, FillRule rule = FillRule::EvenOdd)
       : Region(detail::FlatRings(rings), rule, nullptr) {}
+  /// The same on a given grid.
   Region(const std::vector<Ring>& rings, FillRule rule, const zelvan::Grid& grid)
       : Region(detail::FlatRings(rings), rule, &grid.Data()) {}
 
+  /// Shares the polygons.
   Region(const Region& other) noexcept : handle_(zelvan_region_retain(other.handle_)) {}
+  /// Leaves `other` empty.
   Region(Region&& other) noexcept : handle_(std::exchange(other.handle_, nullptr)) {}
+  /// Copies or moves.
   Region& operator=(Region other) noexcept {
     swap(*this, other);
     return *this;
   }
   ~Region() { zelvan_region_release(handle_); }
 
+  /// Exchanges two values.
   friend void swap(Region& a, Region& b) noexcept { std::swap(a.handle_, b.handle_); }
+  /// The same polygons on the same grid? Empty regions are all equal.
   friend bool operator==(const Region& a, const Region& b) noexcept {
     return zelvan_region_equal(a.handle_, b.handle_) != 0;
   }
+  /// The opposite.
   friend bool operator!=(const Region& a, const Region& b) noexcept { return !(a == b); }
 
   /// The polygons, in an order that depends on the region alone: each ring begins with its
@@ -257,9 +274,13 @@ class Region {
     return points;
   }
 
+  /// Has it no polygons?
   bool IsEmpty() const noexcept { return handle_ == nullptr; }
+  /// The number of polygons.
   std::size_t PolygonCount() const noexcept { return Counts().polygons; }
+  /// The number of holes of all polygons.
   std::size_t HoleCount() const noexcept { return Counts().rings - Counts().polygons; }
+  /// The number of vertices of all rings.
   std::size_t VertexCount() const noexcept { return Counts().vertices; }
 
   /// Exact.
@@ -272,7 +293,8 @@ class Region {
     return {{box[0], box[1]}, {box[2], box[3]}};
   }
 
-  /// Where a point lies, decided exactly (see zelvan_region_contains); one that is not finite lies outside.
+  /// Where a point lies, decided exactly (see zelvan_region_contains); one that is not finite lies
+  /// outside.
   Side Contains(Point point) const noexcept {
     std::int8_t side = -1;
     zelvan_region_contains(handle_, &point.x, 1, &side);
@@ -324,45 +346,56 @@ inline Region Combine(std::int32_t operation, const Region& a, const Region& b) 
 
 }  // namespace detail
 
-// The operations. On one grid the result is on it. Else both operands go first to the grid of
-// one of them, if its step is the coarser one and it holds both regions; if not, to the grid
-// that covers both, with the coarser of the two steps at least. Throw std::bad_alloc,
-// std::length_error; std::invalid_argument where no grid holds both.
-
+/// What lies in one of two regions or in both. The result is on the grid of both; where they
+/// differ, both go first to the grid of one of them, if its step is the coarser one and it holds
+/// both regions; if not, to the grid that covers both, with the coarser of the two steps at
+/// least. Throws std::bad_alloc, std::length_error; std::invalid_argument where no grid holds
+/// both. So for all operations.
 inline Region Unite(const Region& a, const Region& b) {
   return detail::Combine(ZELVAN_UNITE, a, b);
 }
+/// What lies in both regions.
 inline Region Intersect(const Region& a, const Region& b) {
   return detail::Combine(ZELVAN_INTERSECT, a, b);
 }
+/// What lies in the first region, but not in the second.
 inline Region Subtract(const Region& a, const Region& b) {
   return detail::Combine(ZELVAN_SUBTRACT, a, b);
 }
+/// What lies in one of two regions, but not in both.
 inline Region Xor(const Region& a, const Region& b) {
   return detail::Combine(ZELVAN_XOR, a, b);
 }
 
+/// Unite.
 inline Region operator|(const Region& a, const Region& b) {
   return Unite(a, b);
 }
+/// Intersect.
 inline Region operator&(const Region& a, const Region& b) {
   return Intersect(a, b);
 }
+/// Subtract.
 inline Region operator-(const Region& a, const Region& b) {
   return Subtract(a, b);
 }
+/// Xor.
 inline Region operator^(const Region& a, const Region& b) {
   return Xor(a, b);
 }
+/// Unites in place.
 inline Region& operator|=(Region& a, const Region& b) {
   return a = a | b;
 }
+/// Intersects in place.
 inline Region& operator&=(Region& a, const Region& b) {
   return a = a & b;
 }
+/// Subtracts in place.
 inline Region& operator-=(Region& a, const Region& b) {
   return a = a - b;
 }
+/// Exclusive or in place.
 inline Region& operator^=(Region& a, const Region& b) {
   return a = a ^ b;
 }

@@ -46,9 +46,10 @@ typedef int32_t zelvan_status;
 enum {
   ZELVAN_OK = 0,
   ZELVAN_NO_MEMORY = 1,
-  ZELVAN_NOT_FINITE = 2,   /**< a coordinate is infinite or no number */
-  ZELVAN_OUTSIDE_GRID = 3, /**< a point lies outside the grid, or beyond 2^500 where one is sought */
-  ZELVAN_BAD_GRID = 4,     /**< see zelvan_grid */
+  ZELVAN_NOT_FINITE = 2, /**< a coordinate is infinite or no number */
+  ZELVAN_OUTSIDE_GRID =
+      3,               /**< a point lies outside the grid, or beyond 2^500 where one is sought */
+  ZELVAN_BAD_GRID = 4, /**< see zelvan_grid */
   ZELVAN_BAD_ARGUMENT = 5, /**< a null pointer, descending offsets, an unknown rule or
                                 operation, counts that are not the region's */
   ZELVAN_TOO_LARGE = 6,    /**< more than 2^31 - 1 vertices */
@@ -84,22 +85,22 @@ enum {
  * from 0 to 2^20 - 1. `step` is a power of two from 2^-480 to 2^480; x and y are multiples of
  * it, at most 2^52 steps from 0. So each point is a double, without rounding. */
 typedef struct zelvan_grid {
-  double x; /**< of the lowest, leftmost point */
-  double y;
-  double step;
+  double x;    /**< of the lowest, leftmost point */
+  double y;    /**< of the same */
+  double step; /**< from one point to the next, along each axis */
 } zelvan_grid;
 
 /** Sizes of a region. */
 typedef struct zelvan_counts {
-  uint32_t polygons;
-  uint32_t rings;    /**< of all polygons: outer rings and holes */
-  uint32_t vertices; /**< of all rings */
-  uint32_t triangles;
+  uint32_t polygons;  /**< outer rings with what they enclose */
+  uint32_t rings;     /**< of all polygons: outer rings and holes */
+  uint32_t vertices;  /**< of all rings */
+  uint32_t triangles; /**< of zelvan_region_triangulate */
 } zelvan_counts;
 
 /** Where a coordinate was refused. */
 typedef struct zelvan_fault {
-  uint32_t ring;
+  uint32_t ring;  /**< of those given */
   uint32_t point; /**< of that ring */
 } zelvan_fault;
 

@@ -13,9 +13,9 @@ namespace {
 // With the numbers of the region's points as corners.
 VORNEX::FlatTriangles CutPolygon(const FlatRegion& region, std::size_t polygon, bool delaunay) {
   const PolygonWalks walks = WalksOf(region, polygon);
-  VORNEX::FlatTriangles cut = VORNEX::CutArea(*walks.area.get());
-  if (delaunay) {
-  }
+  const auto cutting = delaunay ? VORNEX::Cutting::kNearby : VORNEX::Cutting::kTrapezoids;
+  VORNEX::FlatTriangles cut = VORNEX::CutArea(*walks.area.get(), cutting);
+  if (delaunay) VORNEX::MakeDelaunay(walks.places, cut);
   for (auto& corners : cut.corners) {
     for (std::uint32_t& corner : corners) corner = walks.points[corner];
   }

@@ -46,14 +46,14 @@ class WalkFinder {
   [[nodiscard]] PolygonWalks Run() {
     PolygonWalks walks;
     walks.points.reserve(next_.size());
-    std::vector<GridPoint> places;
+    walks.places.reserve(next_.size());
     for (std::uint32_t k = 0; k < next_.size(); ++k) {
-      places.clear();
+      const std::size_t first = walks.places.size();
       for (std::uint32_t i = k; next_[i] != kDone; i = std::exchange(next_[i], kDone)) {
         walks.points.push_back(first_ + i);
-        places.push_back(region_.points[first_ + i]);
+        walks.places.push_back(region_.points[first_ + i]);
       }
-      walks.area.Add(places);
+      walks.area.Add(std::span(walks.places).subspan(first));
     }
     return walks;
   }

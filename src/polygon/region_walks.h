@@ -12,10 +12,11 @@
 
 namespace zelvan {
 
-/// An area in grid form, its first contour the outer walk, and the region's point that each of
-/// its vertices is, contour by contour from its head.
+/// An area in grid form, its first contour the outer walk, and for each of its vertices, contour
+/// by contour from its head, its place and the region's point that it is.
 struct PolygonWalks {
   AreaBuilder area;
+  std::vector<GridPoint> places;
   std::vector<std::uint32_t> points;
 };
 

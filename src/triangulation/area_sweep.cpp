@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "triangulation/chains.h"
+#include "triangulation/fronts.h"
 #include "triangulation/interval_list.h"
 #include "triangulation/sweep_records.h"
 #include "triangulation/triangle_writer.h"
@@ -37,20 +38,18 @@ struct FlatArea {
   std::vector<std::uint32_t> firsts;  // of each contour, and the number of all
 };
 
+// Cutter cuts the triangles: Chains or Fronts.
+template <class Cutter>
 class AreaSweep {
  public:
-  AreaSweep(zelvan::Area& area, FlatArea& flat, const SweepSettings& settings)
-      : flat_(flat),
-        vertices_(flat.vertices),
-        wanted_(area.triangleCount),
-        writer_(area, flat.vertices, settings.mesh, settings.numbering),
-        chains_(writer_) {}
+  AreaSweep(FlatArea& flat, TriangleWriter& writer)
+      : flat_(flat), vertices_(flat.vertices), writer_(writer), cutter_(writer) {}
 
   /// @return false for a contradiction
   [[nodiscard]] bool Run(zelvan::KeyOrder order);
 
   [[nodiscard]] SweepCounts counts() const noexcept {
-    return {intervals_.steps(), chains_.steps()};
+    return {intervals_.steps(), cutter_.steps()};
   }
 
  private:
@@ -65,25 +64,26 @@ class AreaSweep {
   [[nodiscard]] bool End(const Event& event);
   [[nodiscard]] bool Merge(const Event& event);
 
-  [[nodiscard]] IntervalList::Place Locate(const Corner& at);
+  using Ends = typename Cutter::Ends;
+  using Place = typename IntervalList<Ends>::Place;
+
+  [[nodiscard]] Place Locate(const Corner& at);
   [[nodiscard]] std::uint32_t Nearby(std::uint32_t v) const noexcept;
   [[nodiscard]] std::uint32_t TakeInterval(std::uint32_t edge) noexcept;
   [[nodiscard]] bool KeepsClearOnLeft(std::uint32_t i) const noexcept;
   [[nodiscard]] bool KeepsClearOnRight(std::uint32_t i) const noexcept;
-  [[nodiscard]] std::uint32_t StepTo(const Interval& interval, std::uint32_t left,
-                                     std::uint32_t right);
   void SetLeft(std::uint32_t i, const Event& event);
   void SetRight(std::uint32_t i, const Event& event);
 
   const FlatArea& flat_;
   std::span<SweepVertex> vertices_;
-  std::uint32_t wanted_;  // triangles
-  TriangleWriter writer_;
-  Chains chains_;
-  IntervalList intervals_;
+  const TriangleWriter& writer_;
+  Cutter cutter_;
+  IntervalList<Ends> intervals_;
 };
 
-bool AreaSweep::Run(zelvan::KeyOrder order) {
+template <class Cutter>
+bool AreaSweep<Cutter>::Run(zelvan::KeyOrder order) {
   const std::span<std::uint32_t> positions(order.positions);
   for (const zelvan::KeyOrder::Run& run : order.equal) {
     ArrangeShared(positions.subspan(run.begin, run.end - run.begin));
@@ -98,12 +98,13 @@ bool AreaSweep::Run(zelvan::KeyOrder order) {
       if (!Handle(batch[k])) return false;
     }
   }
-  return writer_.count() == wanted_;
+  return writer_.IsComplete();
 }
 
 // The neighbours of a vertex on its contour stand beside it, but for those of the first
 // and the last.
-Event AreaSweep::EventAt(std::uint32_t v) const noexcept {
+template <class Cutter>
+Event AreaSweep<Cutter>::EventAt(std::uint32_t v) const noexcept {
   std::uint32_t prev = v - 1;
   std::uint32_t next = v + 1;
   if (flat_.isEnd[v]) {
@@ -133,7 +134,8 @@ Event AreaSweep::EventAt(std::uint32_t v) const noexcept {
 
 // Vertices on one point by their kind; those that open intervals from right to left, so
 // that each finds the one before it on its right.
-void AreaSweep::ArrangeShared(std::span<std::uint32_t> positions) const {
+template <class Cutter>
+void AreaSweep<Cutter>::ArrangeShared(std::span<std::uint32_t> positions) const {
   std::sort(positions.begin(), positions.end(), [&](std::uint32_t a, std::uint32_t b) {
     const Event first = EventAt(a);
     const Event second = EventAt(b);
@@ -146,7 +148,8 @@ void AreaSweep::ArrangeShared(std::span<std::uint32_t> positions) const {
   });
 }
 
-bool AreaSweep::Handle(const Event& event) {
+template <class Cutter>
+bool AreaSweep<Cutter>::Handle(const Event& event) {
   switch (event.kind) {
     case Kind::kSpike:
       return false;
@@ -168,7 +171,8 @@ bool AreaSweep::Handle(const Event& event) {
 
 // An interval that an edge near a vertex on the contour bounds, or kNone: where to begin
 // looking for the vertex.
-std::uint32_t AreaSweep::Nearby(std::uint32_t v) const noexcept {
+template <class Cutter>
+std::uint32_t AreaSweep<Cutter>::Nearby(std::uint32_t v) const noexcept {
   constexpr std::uint32_t kReach = 8;
   for (std::uint32_t d = 1; d <= kReach; ++d) {
     if (v >= d && vertices_[v - d].interval != kNone) return vertices_[v - d].interval;
@@ -179,13 +183,15 @@ std::uint32_t AreaSweep::Nearby(std::uint32_t v) const noexcept {
 }
 
 // Where a vertex lies whose edges the sweep has not met.
-IntervalList::Place AreaSweep::Locate(const Corner& at) {
-  return intervals_.Find([&](const Interval& interval) { return SideOf(interval, at.point); },
+template <class Cutter>
+typename AreaSweep<Cutter>::Place AreaSweep<Cutter>::Locate(const Corner& at) {
+  return intervals_.Find([&](const Interval<Ends>& interval) { return SideOf(interval, at.point); },
                          Nearby(at.vertex));
 }
 
 // The interval that an edge bounds, which ends now; kNone when its upper end was not met.
-std::uint32_t AreaSweep::TakeInterval(std::uint32_t edge) noexcept {
+template <class Cutter>
+std::uint32_t AreaSweep<Cutter>::TakeInterval(std::uint32_t edge) noexcept {
   const std::uint32_t i = vertices_[edge].interval;
   vertices_[edge].interval = kNone;
   return i;
@@ -198,10 +204,11 @@ bool OnlyTouches(GridPoint endedUpper, GridPoint ended, GridPoint upper, GridPoi
 }
 
 // The left edge of an interval ends. Does it keep clear of the interval before it?
-bool AreaSweep::KeepsClearOnLeft(std::uint32_t i) const noexcept {
+template <class Cutter>
+bool AreaSweep<Cutter>::KeepsClearOnLeft(std::uint32_t i) const noexcept {
   const std::uint32_t before = intervals_.Before(i);
   if (before == kNone) return true;
-  const Interval& interval = intervals_[i];
+  const Interval<Ends>& interval = intervals_[i];
   const GridPoint upper = intervals_[before].rightUpper;
   const GridPoint lower = intervals_[before].rightLower;
   const std::int64_t side = SideOfDescent(upper, lower, interval.leftLower);
@@ -210,10 +217,11 @@ bool AreaSweep::KeepsClearOnLeft(std::uint32_t i) const noexcept {
 }
 
 // The same for the right edge and the interval after it.
-bool AreaSweep::KeepsClearOnRight(std::uint32_t i) const noexcept {
+template <class Cutter>
+bool AreaSweep<Cutter>::KeepsClearOnRight(std::uint32_t i) const noexcept {
   const std::uint32_t after = intervals_.After(i);
   if (after == kNone) return true;
-  const Interval& interval = intervals_[i];
+  const Interval<Ends>& interval = intervals_[i];
   const GridPoint upper = intervals_[after].leftUpper;
   const GridPoint lower = intervals_[after].leftLower;
   const std::int64_t side = SideOfDescent(upper, lower, interval.rightLower);
@@ -221,121 +229,99 @@ bool AreaSweep::KeepsClearOnRight(std::uint32_t i) const noexcept {
          (side == 0 && OnlyTouches(interval.rightUpper, interval.rightLower, upper, lower));
 }
 
-// The edge from the last vertex of an interval to a new one, at which its edge `left`
-// or `right` ends, or neither.
-std::uint32_t AreaSweep::StepTo(const Interval& interval, std::uint32_t left, std::uint32_t right) {
-  if (left != kNone && chains_.IsSingle(interval.leftChain)) return left;
-  if (right != kNone && chains_.IsSingle(interval.rightChain)) return right;
-  return writer_.AddDiagonal();
-}
-
 // The vertex's own edge goes down from here as the left edge of an interval.
-void AreaSweep::SetLeft(std::uint32_t i, const Event& event) {
-  Interval& interval = intervals_[i];
+template <class Cutter>
+void AreaSweep<Cutter>::SetLeft(std::uint32_t i, const Event& event) {
+  Interval<Ends>& interval = intervals_[i];
   interval.leftUpper = event.at.point;
   interval.leftLower = event.nextPoint;
-  interval.leftChain = chains_.Start(event.at);
   vertices_[event.at.vertex].interval = i;
 }
 
 // The edge before the vertex goes down from here as the right edge of an interval.
-void AreaSweep::SetRight(std::uint32_t i, const Event& event) {
-  Interval& interval = intervals_[i];
+template <class Cutter>
+void AreaSweep<Cutter>::SetRight(std::uint32_t i, const Event& event) {
+  Interval<Ends>& interval = intervals_[i];
   interval.rightUpper = event.at.point;
   interval.rightLower = event.prevPoint;
-  interval.rightChain = chains_.Start(event.at);
   interval.rightEdge = event.prev;
   vertices_[event.prev].interval = i;
 }
 
-bool AreaSweep::GoOnLeft(const Event& event) {
+template <class Cutter>
+bool AreaSweep<Cutter>::GoOnLeft(const Event& event) {
   const std::uint32_t edge = event.prev;
   const std::uint32_t i = TakeInterval(edge);
   if (i == kNone) return false;
-  Interval& interval = intervals_[i];
   if (!KeepsClearOnLeft(i)) return false;
-  const std::uint32_t step = StepTo(interval, edge, kNone);
-  if (!chains_.CloseLeft(interval.leftChain, event.at, step, edge)) return false;
-  interval.rightChain = chains_.AppendAndCut(interval.rightChain, event.at, step);
-  if (interval.rightChain == kNone) return false;
+  if (!cutter_.GoOnLeft(intervals_[i].ends, event.at, edge)) return false;
   SetLeft(i, event);
   return true;
 }
 
-bool AreaSweep::GoOnRight(const Event& event) {
+template <class Cutter>
+bool AreaSweep<Cutter>::GoOnRight(const Event& event) {
   const std::uint32_t edge = event.at.vertex;
   const std::uint32_t i = TakeInterval(edge);
   if (i == kNone) return false;
-  Interval& interval = intervals_[i];
   if (!KeepsClearOnRight(i)) return false;
-  const std::uint32_t step = StepTo(interval, kNone, edge);
-  if (!chains_.CloseRight(interval.rightChain, event.at, step, edge)) return false;
-  interval.leftChain = chains_.Append(interval.leftChain, event.at, step);
+  if (!cutter_.GoOnRight(intervals_[i].ends, event.at, edge)) return false;
   SetRight(i, event);
   return true;
 }
 
-bool AreaSweep::Open(const Event& event) {
-  const IntervalList::Place place = Locate(event.at);
+template <class Cutter>
+bool AreaSweep<Cutter>::Open(const Event& event) {
+  const Place place = Locate(event.at);
   if (place.at != kNone) return false;
   const std::uint32_t i = intervals_.Insert({}, place.before, place.after);
+  cutter_.Open(intervals_[i].ends, event.at);
   SetLeft(i, event);
   SetRight(i, event);
   return true;
 }
 
 // The interval keeps what lies left of the vertex; a new one takes the rest.
-bool AreaSweep::Split(const Event& event) {
+template <class Cutter>
+bool AreaSweep<Cutter>::Split(const Event& event) {
   const std::uint32_t i = Locate(event.at).at;
   if (i == kNone) return false;
   const std::uint32_t rest = intervals_.Insert({}, i, intervals_.After(i));
-  Interval& left = intervals_[i];
-  Interval& right = intervals_[rest];
-  const std::uint32_t step = writer_.AddDiagonal();
+  Interval<Ends>& left = intervals_[i];
+  Interval<Ends>& right = intervals_[rest];
   right.rightUpper = left.rightUpper;
   right.rightLower = left.rightLower;
   right.rightEdge = left.rightEdge;
   vertices_[right.rightEdge].interval = rest;
-  right.rightChain = chains_.AppendAndCut(left.rightChain, event.at, step);
-  if (right.rightChain == kNone) return false;
-  left.leftChain = chains_.Append(left.leftChain, event.at, step);
+  if (!cutter_.Split(left.ends, right.ends, event.at)) return false;
   SetRight(i, event);
   SetLeft(rest, event);
   return true;
 }
 
-bool AreaSweep::End(const Event& event) {
+template <class Cutter>
+bool AreaSweep<Cutter>::End(const Event& event) {
   const std::uint32_t leftEdge = event.prev;
   const std::uint32_t rightEdge = event.at.vertex;
   const std::uint32_t i = TakeInterval(leftEdge);
   if (i == kNone || TakeInterval(rightEdge) != i) return false;
-  const Interval& interval = intervals_[i];
   if (!KeepsClearOnLeft(i) || !KeepsClearOnRight(i)) return false;
-  const std::uint32_t step = StepTo(interval, leftEdge, rightEdge);
-  if (!chains_.CloseLeft(interval.leftChain, event.at, step, leftEdge) ||
-      !chains_.CloseRight(interval.rightChain, event.at, step, rightEdge))
-    return false;
+  if (!cutter_.End(intervals_[i].ends, event.at, leftEdge, rightEdge)) return false;
   intervals_.Remove(i);
   return true;
 }
 
 // The interval on the left takes over the other one.
-bool AreaSweep::Merge(const Event& event) {
+template <class Cutter>
+bool AreaSweep<Cutter>::Merge(const Event& event) {
   const std::uint32_t leftEdge = event.prev;
   const std::uint32_t rightEdge = event.at.vertex;
   const std::uint32_t l = TakeInterval(rightEdge);
   const std::uint32_t r = TakeInterval(leftEdge);
   if (l == kNone || r == kNone || intervals_.After(l) != r) return false;
-  Interval& left = intervals_[l];
-  Interval& right = intervals_[r];
-  const std::uint32_t stepLeft = StepTo(left, kNone, rightEdge);
-  const std::uint32_t stepRight = StepTo(right, leftEdge, kNone);
-  if (!chains_.CloseRight(left.rightChain, event.at, stepLeft, rightEdge) ||
-      !chains_.CloseLeft(right.leftChain, event.at, stepRight, leftEdge))
-    return false;
-  left.leftChain = chains_.Append(left.leftChain, event.at, stepLeft);
-  left.rightChain = chains_.AppendAndCut(right.rightChain, event.at, stepRight);
-  if (left.rightChain == kNone) return false;
+  Interval<Ends>& left = intervals_[l];
+  const Interval<Ends>& right = intervals_[r];
+  if (!cutter_.Merge(left.ends, right.ends, event.at, rightEdge, leftEdge)) return false;
   left.rightUpper = right.rightUpper;
   left.rightLower = right.rightLower;
   left.rightEdge = right.rightEdge;
@@ -372,19 +358,30 @@ zelvan::KeyOrder OrderOf(std::span<const SweepVertex> vertices) {
   });
 }
 
+std::uint32_t TrianglesOf(const FlatArea& flat) noexcept {
+  const std::size_t contours = flat.firsts.size() - 1;
+  return static_cast<std::uint32_t>(flat.vertices.size() + 2 * contours - 4);
+}
+
 bool Sweep(zelvan::Area& area, const SweepSettings& settings) {
   FlatArea flat;
   if (!Flatten(area, flat)) return false;
-  const std::size_t contours = flat.firsts.size() - 1;
-  area.triangleCount = static_cast<std::uint32_t>(flat.nodes.size() + 2 * contours - 4);
+  area.triangleCount = TrianglesOf(flat);
   // Not by std::make_unique_for_overwrite, which older standard libraries lack.
   area.triangles.reset(new zelvan::Triangle[area.triangleCount]);
-  AreaSweep sweep(area, flat, settings);
+  TriangleWriter writer(area, flat.vertices, settings.mesh, settings.numbering);
+  AreaSweep<Chains> sweep(flat, writer);
   const bool isKnown =
       settings.order != nullptr && settings.order->positions.size() == flat.vertices.size();
   const bool found = sweep.Run(isKnown ? *settings.order : OrderOf(flat.vertices));
   if (settings.counts != nullptr) *settings.counts = sweep.counts();
   return found;
+}
+
+template <class Cutter>
+bool SweepFlat(FlatArea& flat, FlatTriangles& triangles) {
+  TriangleWriter writer(flat.vertices, TrianglesOf(flat), triangles);
+  return AreaSweep<Cutter>(flat, writer).Run(OrderOf(flat.vertices));
 }
 
 void DropTriangles(zelvan::Area& area) noexcept {
@@ -404,6 +401,13 @@ bool TriangulateBySweep(zelvan::Area& area, const SweepSettings& settings) {
     DropTriangles(area);
     throw;
   }
+}
+
+bool CutBySweep(const zelvan::Area& area, Cutting cutting, FlatTriangles& triangles) {
+  FlatArea flat;
+  if (!Flatten(area, flat)) return false;
+  return cutting == Cutting::kNearby ? SweepFlat<Fronts>(flat, triangles)
+                                     : SweepFlat<Chains>(flat, triangles);
 }
 
 }  // namespace VORNEX

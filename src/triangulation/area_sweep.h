@@ -9,8 +9,9 @@
 //
 // What holds between two vertices:
 //  - The intervals of the sweep line inside the area stand in an IntervalList. Each knows
-//    its two edges and two chains (chains.h), which end in the last vertex that it met:
-//    the top vertex of the trapezoid that is open there.
+//    its two edges and what is not cut yet above it. Two cutters are there: chains
+//    (chains.h), which end in the last vertex that it met, the top vertex of the trapezoid that
+//    is open there, and give the triangles of the insertion; and fronts (fronts.h).
 //  - An edge whose upper end was met and whose lower end was not names its interval.
 //
 // A vertex closes the trapezoid of each interval that it meets. The step from the last
@@ -38,6 +39,7 @@
 
 #include "polygon/key_sort.h"
 #include "polygon/records.h"
+#include "triangulation/flat_triangles.h"
 #include "triangulation/mesh.h"
 
 namespace VORNEX {
@@ -62,5 +64,9 @@ struct SweepSettings {
 /// @return false, with the area left without triangles, on a contradiction.
 /// Throws std::bad_alloc, the area left without triangles.
 [[nodiscard]] bool TriangulateBySweep(zelvan::Area& area, const SweepSettings& settings = {});
+
+/// The same into flat triangles, which must be empty; not into the area.
+/// @return false on a contradiction, with some triangles. Throws std::bad_alloc.
+[[nodiscard]] bool CutBySweep(const zelvan::Area& area, Cutting cutting, FlatTriangles& triangles);
 
 }  // namespace VORNEX

@@ -1,8 +1,52 @@
-// The ends of rings (chains.h). At the end of a ring every corner that is left must be
-// convex, for it has three convex corners; another one means that edges cross.
+// The chains at each kind of vertex, and the ends of rings (chains.h). At the end of a ring
+// every corner that is left must be convex, for it has three convex corners; another one means
+// that edges cross.
 #include "triangulation/chains.h"
 
 namespace VORNEX {
+
+bool Chains::GoOnLeft(Ends& ends, const Corner& at, std::uint32_t leftEdge) {
+  const std::uint32_t step = StepTo(ends, leftEdge, kNone);
+  if (!CloseLeft(ends.left, at, step, leftEdge)) return false;
+  ends.right = AppendAndCut(ends.right, at, step);
+  ends.left = Start(at);
+  return ends.right != kNone;
+}
+
+bool Chains::GoOnRight(Ends& ends, const Corner& at, std::uint32_t rightEdge) {
+  const std::uint32_t step = StepTo(ends, kNone, rightEdge);
+  if (!CloseRight(ends.right, at, step, rightEdge)) return false;
+  ends.left = Append(ends.left, at, step);
+  ends.right = Start(at);
+  return true;
+}
+
+bool Chains::Split(Ends& left, Ends& right, const Corner& at) {
+  const std::uint32_t step = writer_.AddDiagonal();
+  right.right = AppendAndCut(left.right, at, step);
+  right.left = Start(at);
+  left.left = Append(left.left, at, step);
+  left.right = Start(at);
+  return right.right != kNone;
+}
+
+bool Chains::End(const Ends& ends, const Corner& at, std::uint32_t leftEdge,
+                 std::uint32_t rightEdge) {
+  const std::uint32_t step = StepTo(ends, leftEdge, rightEdge);
+  return CloseLeft(ends.left, at, step, leftEdge) && CloseRight(ends.right, at, step, rightEdge);
+}
+
+bool Chains::Merge(Ends& left, const Ends& right, const Corner& at, std::uint32_t rightEdge,
+                   std::uint32_t leftEdge) {
+  const std::uint32_t stepLeft = StepTo(left, kNone, rightEdge);
+  const std::uint32_t stepRight = StepTo(right, leftEdge, kNone);
+  if (!CloseRight(left.right, at, stepLeft, rightEdge) ||
+      !CloseLeft(right.left, at, stepRight, leftEdge))
+    return false;
+  left.left = Append(left.left, at, stepLeft);
+  left.right = AppendAndCut(right.right, at, stepRight);
+  return left.right != kNone;
+}
 
 bool Chains::CloseRight(std::uint32_t chain, const Corner& end, std::uint32_t edge,
                         std::uint32_t single) {

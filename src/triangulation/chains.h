@@ -29,42 +29,26 @@ class Chains {
     reflex_.reserve(usual);
   }
 
-  [[nodiscard]] std::uint32_t Start(const Corner& corner) { return Take(corner, kNone, kNone); }
+  /// The lowest links of the two chains of an interval: opposite its left edge and opposite
+  /// its right edge. Both end in the last vertex that the interval met.
+  struct Ends {
+    std::uint32_t left;
+    std::uint32_t right;
+  };
 
-  /// Does the chain consist of its first link alone?
-  [[nodiscard]] bool IsSingle(std::uint32_t chain) const noexcept {
-    return links_[chain].above == kNone;
-  }
+  // What a vertex does to the intervals that it meets (area_sweep.h). Edges that end in it
+  // are given by name. False is a contradiction.
 
-  /// Continues a chain opposite a left edge. @return the new end
-  [[nodiscard]] std::uint32_t Append(std::uint32_t chain, const Corner& corner,
-                                     std::uint32_t edge) {
-    return Take(corner, edge, chain);
-  }
-
-  /// Continues a chain opposite a right edge and cuts what becomes convex.
-  /// @return the new end, or kNone for a contradiction
-  [[nodiscard]] std::uint32_t AppendAndCut(std::uint32_t chain, const Corner& corner,
-                                           std::uint32_t edge) {
-    while (!IsSingle(chain) && EndIsConvex(chain, corner)) {
-      if (!CutEnd(chain, corner, edge, writer_.AddDiagonal())) return kNone;
-    }
-    return Take(corner, edge, chain);
-  }
-
-  /// Ends the ring of the right edge `single`, and its chain, in the lower end of that
-  /// edge, to which the chain has the last step `edge`.
-  /// @return false for a contradiction
-  [[nodiscard]] bool CloseRight(std::uint32_t chain, const Corner& end, std::uint32_t edge,
-                                std::uint32_t single);
-
-  /// The same for the left edge `single`.
-  [[nodiscard]] bool CloseLeft(std::uint32_t chain, const Corner& end, std::uint32_t edge,
-                               std::uint32_t single);
-
-  [[nodiscard]] const Corner& EndOf(std::uint32_t chain) const noexcept {
-    return links_[chain].corner;
-  }
+  void Open(Ends& ends, const Corner& at) { ends = {Start(at), Start(at)}; }
+  [[nodiscard]] bool GoOnLeft(Ends& ends, const Corner& at, std::uint32_t leftEdge);
+  [[nodiscard]] bool GoOnRight(Ends& ends, const Corner& at, std::uint32_t rightEdge);
+  /// `left` is what is split, and becomes what lies left of the vertex.
+  [[nodiscard]] bool Split(Ends& left, Ends& right, const Corner& at);
+  [[nodiscard]] bool End(const Ends& ends, const Corner& at, std::uint32_t leftEdge,
+                         std::uint32_t rightEdge);
+  /// The right edge of `left` and the left edge of `right` end; `left` becomes both.
+  [[nodiscard]] bool Merge(Ends& left, const Ends& right, const Corner& at, std::uint32_t rightEdge,
+                           std::uint32_t leftEdge);
 
   /// Links looked at so far.
   [[nodiscard]] std::uint64_t steps() const noexcept { return steps_; }
@@ -91,6 +75,46 @@ class Chains {
     links_[link].above = free_;
     free_ = link;
   }
+
+  [[nodiscard]] std::uint32_t Start(const Corner& corner) { return Take(corner, kNone, kNone); }
+
+  // Does the chain consist of its first link alone?
+  [[nodiscard]] bool IsSingle(std::uint32_t chain) const noexcept {
+    return links_[chain].above == kNone;
+  }
+
+  // The edge from the last vertex of an interval to a new one, at which its edge `left`
+  // or `right` ends, or neither.
+  [[nodiscard]] std::uint32_t StepTo(const Ends& ends, std::uint32_t left, std::uint32_t right) {
+    if (left != kNone && IsSingle(ends.left)) return left;
+    if (right != kNone && IsSingle(ends.right)) return right;
+    return writer_.AddDiagonal();
+  }
+
+  // Continues a chain opposite a left edge. @return the new end
+  [[nodiscard]] std::uint32_t Append(std::uint32_t chain, const Corner& corner,
+                                     std::uint32_t edge) {
+    return Take(corner, edge, chain);
+  }
+
+  // Continues a chain opposite a right edge and cuts what becomes convex.
+  // @return the new end, or kNone for a contradiction
+  [[nodiscard]] std::uint32_t AppendAndCut(std::uint32_t chain, const Corner& corner,
+                                           std::uint32_t edge) {
+    while (!IsSingle(chain) && EndIsConvex(chain, corner)) {
+      if (!CutEnd(chain, corner, edge, writer_.AddDiagonal())) return kNone;
+    }
+    return Take(corner, edge, chain);
+  }
+
+  // Ends the ring of the right edge `single`, and its chain, in the lower end of that
+  // edge, to which the chain has the last step `edge`. @return false for a contradiction
+  [[nodiscard]] bool CloseRight(std::uint32_t chain, const Corner& end, std::uint32_t edge,
+                                std::uint32_t single);
+
+  // The same for the left edge `single`.
+  [[nodiscard]] bool CloseLeft(std::uint32_t chain, const Corner& end, std::uint32_t edge,
+                               std::uint32_t single);
 
   [[nodiscard]] static bool IsConvex(const Corner& a, const Corner& b, const Corner& c) noexcept {
     return zelvan::Cross(a.point, b.point, c.point) > 0;

@@ -11,21 +11,24 @@
 
 namespace VORNEX {
 
+/// @tparam Ends  what the cutting of rings keeps of an interval (Chains::Ends, Fronts::Ends)
+template <class Ends>
 struct Interval {
   GridPoint leftUpper;   ///< the edge on the left, from its upper end
   GridPoint leftLower;   ///< to its lower end
   GridPoint rightUpper;  ///< the same on the right
   GridPoint rightLower;
-  std::uint32_t leftChain;   ///< the lowest link of the chain opposite the left edge
-  std::uint32_t rightChain;  ///< the same for the right edge; both end in the last vertex met
-  std::uint32_t rightEdge;   ///< the edge on the right by its name
+  Ends ends;                ///< of what hangs above the sweep line, not cut yet
+  std::uint32_t rightEdge;  ///< the edge on the right by its name
 };
 
-using IntervalList = zelvan::OrderedList<Interval>;
+template <class Ends>
+using IntervalList = zelvan::OrderedList<Interval<Ends>>;
 
 /// Does a point lie left of an interval (-1), right of it (1) or inside (0)? On an edge it
 /// lies on the outer side.
-[[nodiscard]] inline int SideOf(const Interval& interval, GridPoint p) noexcept {
+template <class Ends>
+[[nodiscard]] int SideOf(const Interval<Ends>& interval, GridPoint p) noexcept {
   if (SideOfDescent(interval.leftUpper, interval.leftLower, p) <= 0) return -1;
   return SideOfDescent(interval.rightUpper, interval.rightLower, p) >= 0 ? 1 : 0;
 }

@@ -96,7 +96,7 @@ std::string Faults(const zelvan::Region& region, const Mesh& mesh, bool delaunay
 }  // namespace
 
 std::string FaultsOfMesh(const zelvan::Region& region) {
-  for (const bool delaunay : {false}) {
+  for (const bool delaunay : {false, true}) {
     const std::string faults = Faults(region, zelvan::Triangulate(region, {delaunay}), delaunay);
     if (!faults.empty()) return (delaunay ? "Delaunay: " : "plain: ") + faults;
   }

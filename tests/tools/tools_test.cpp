@@ -28,7 +28,12 @@ TEST_F(ToolTest, TellsByItsExitStatusWhatBecameOfTheInput) {
       {"triangulate @/good.wkt", 0},
       {"triangulate @/good.wkt @/bowtie.wkt", 1},
       {"triangulate @/bowtie.wkt --repair", 0},
-      {"triangulate @/huge.wkt", 0},
+      {"triangulate @/huge.wkt", 1},
+      {"union @/huge.wkt @/good.wkt", 1},
+      {"union @/good.wkt --grid 0.125", 0},
+      {"union @/good.wkt --grid 0.1", 2},
+      {"union @/good.wkt --grid 1e-10", 2},
+      {"triangulate @/good.wkt --fill nowhere", 2},
       {"triangulate @/missing.wkt @/good.wkt", 2},
       {"triangulate @/broken.geojson", 2},
       {"triangulate @/empty.geojson", 2},
@@ -50,7 +55,7 @@ TEST_F(ToolTest, TellsByItsExitStatusWhatBecameOfTheInput) {
     const Outcome outcome = Run(arguments);
     EXPECT_EQ(outcome.status, status) << arguments << '\n' << outcome.text;
   }
-  EXPECT_EQ(Run("union @/good.wkt --repair", kWithoutGeos).status, 2);
+  EXPECT_EQ(Run("union @/bowtie.wkt --repair", kWithoutGeos).status, 0);
   EXPECT_EQ(Read("good.wkt"), good);
 }
 
@@ -79,7 +84,7 @@ TEST_F(ToolTest, NamesWhatItRefusesAndWhatIsLostAndGoesOn) {
              "mixed.geojson: feature 4 (open): ",
              "mixed.wkt: feature 1: no area on the grid; lost: a polygon of area 0\n",
              "mixed.wkt: feature 2: a Polygon that is empty; lost: nothing\n",
-             "mixed.wkt: feature 3: not usable: a coordinate is not finite; "
+             "mixed.wkt: feature 3: not usable: a coordinate is not finite or too large; "
              "lost: a polygon of unknown area\n",
              "mixed.wkt: feature 5: ",
          }) {
@@ -93,7 +98,7 @@ TEST_F(ToolTest, NamesWhatItRefusesAndWhatIsLostAndGoesOn) {
   }
   const Outcome repaired = Run("triangulate --repair @/mixed.geojson");
   EXPECT_NE(repaired.text.find("mixed.geojson: 1 invalid polygon repaired"), std::string::npos);
-  EXPECT_EQ(repaired.Cell(kPolygons), "4") << repaired.text;
+  EXPECT_EQ(repaired.Cell(kPolygons), "3") << repaired.text;
 }
 
 // A hole without area is left out and the polygon stays; where contours overlap the
@@ -121,6 +126,7 @@ TEST_F(ToolTest, LosesNothingByAnUnusableHoleInSilence) {
       {"30 10, 60 10, 60 20, 30 20, 30 10", kPolygon, 1300, 0, 1700},
       {"0 10, 10 10, 10 20, 0 20, 0 10", "", 1500, 1500, 1500},
   };
+  Write("block.wkt", "POLYGON ((-9 -9, 99 -9, 99 99, -9 99, -9 -9))");
   Write("corner.wkt", "POLYGON ((0 40, 0 30, 10 30, 10 40, 0 40))");
   for (const Case& one : cases) {
     Write("p.wkt", std::string("POLYGON ((0 0, 40 0, 40 40, 0 40, 0 0), (") + one.hole + "))");
@@ -140,47 +146,75 @@ TEST_F(ToolTest, LosesNothingByAnUnusableHoleInSilence) {
       const Outcome cut = check("triangulate @/p.wkt", program, one.area, one.lost);
       EXPECT_NEAR(std::stod(cut.Cell(kAreaIn)), one.area_in, 1e-4) << cut.text;
       check("union @/p.wkt", program, one.area, one.lost);
+      check("intersect @/p.wkt @/block.wkt", program, one.area, one.lost);
+      check("xor @/p.wkt @/corner.wkt", program, std::abs(one.area - 100), one.lost);
       check("subtract @/p.wkt @/corner.wkt", program, std::max(one.area - 100, 0.0), one.lost);
     }
-    for (const char* command : {"triangulate @/p.wkt --repair", "union @/p.wkt --repair"}) {
-      check(command, kWithGeos, one.repaired, nullptr);
+    for (const std::string command : {"triangulate", "union"}) {
+      check(command + " @/p.wkt --repair", kWithoutGeos, one.repaired, nullptr);
     }
   }
 }
 
-TEST_F(ToolTest, LosesNothingByItsScaleAndGrid) {
+TEST_F(ToolTest, LosesNothingByItsGrid) {
   struct Case {
     const char* why;
     const char* wkt;
     double area;
-    double unscaled;  // with --no-scale
   };
   const Case cases[] = {
-      {"every corner lies within the tolerance of validation, but for the scale",
+      {"a polygon of a thousandth of a unit",
        "POLYGON ((8.001 50, 8.0005 50.0009, 7.9995 50.0009, 7.999 50, 7.9995 49.9991, "
        "8.0005 49.9991, 8.001 50))",
-       2.7e-6, 0},
-      {"the hole is a line to the library, and has area on the grid",
+       2.7e-6},
+      {"a hole like a needle",
        "POLYGON ((-74 -34, -34 -34, -34 6, -74 6, -74 -34), (-48.476284762847627 "
        "-25.550994194885106, -48.483484834848355 -25.557748503964639, -48.479884798847991 "
        "-25.554371349424876, -48.478457164876978 -25.553032101554621, -48.476284762847627 "
        "-25.550994194885106))",
-       1600, 1600},
+       1600},
       {"the grid brings the last corner behind the first edge",
        "POLYGON ((-174.49914499144992 -4.690310602754252, -174.51354513545135 "
        "-4.6768019845951869, -174.52794527945281 -4.6666705209758987, -174.53874538745387 "
        "-4.6649819437060103, -174.54234542345424 -4.6599162118963591, -174.53874538745387 "
        "-4.6565390573565963, -174.52434524345244 -4.6649819437060103, -174.50274502745026 "
        "-4.6869334482144893, -174.49914499144992 -4.690310602754252))",
-       0.000127657718, 0.000127657718}};
-  for (const auto& [why, wkt, area, unscaled] : cases) {
+       0.000127657718}};
+  for (const auto& [why, wkt, area] : cases) {
     Write("p.wkt", wkt);
-    for (const std::string command : {"triangulate", "union", "triangulate --no-scale"}) {
+    for (const std::string command : {"triangulate", "union", "triangulate --delaunay"}) {
       const Outcome outcome = Run(command + " @/p.wkt -o @/out.wkt");
-      const double expected = command.size() > 11 ? unscaled : area;
-      EXPECT_NEAR(Look("out.wkt").area, expected, area * 1e-5) << why << outcome.text;
+      EXPECT_NEAR(Look("out.wkt").area, area, area * 1e-5) << why << outcome.text;
     }
   }
+}
+
+// A chain through standard input and output; whole numbers stay; a grid that is given decides.
+TEST_F(ToolTest, KeepsGridPointsAndSpeaksThroughPipes) {
+  Write("frame.wkt", "POLYGON ((0 0, 4 0, 4 4, 0 4, 0 0), (1 1, 2 1, 2 2, 1 2, 1 1))");
+  Write("fine.wkt", "POLYGON ((0.3 0, 4.7 0, 4.7 3, 0.3 3, 0.3 0))");
+  Write("twice.wkt", "POLYGON ((0 0, 4 0, 4 4, 0 4, 0 0, 2 0, 2 2, 0 2, 0 0))");
+  const std::string pipe = " -o - 2>/dev/null | " + std::string(kWithGeos);
+  struct Case {
+    std::string arguments;
+    double area;
+  };
+  const Case cases[] = {
+      {"triangulate @/frame.wkt -o @/out.wkt", 15},
+      {"union @/frame.wkt" + pipe + " triangulate - -o @/out.wkt", 15},
+      {"union @/frame.wkt --format wkt" + pipe + " xor - @/frame.wkt -o @/out.wkt", 0},
+      {"union @/fine.wkt --grid 1 -o @/out.wkt", 15},
+      {"triangulate @/fine.wkt --grid 2 -o @/out.wkt", 16},
+      {"union @/twice.wkt --repair -o @/out.wkt", 12},
+      {"union @/twice.wkt --repair --fill non-zero -o @/out.wkt", 16},
+  };
+  for (const auto& [arguments, area] : cases) {
+    const Outcome outcome = Run(arguments);
+    EXPECT_EQ(outcome.status, 0) << arguments << outcome.text;
+    EXPECT_EQ(Look("out.wkt").area, area) << arguments << outcome.text;
+  }
+  EXPECT_NE(Run("union @/fine.wkt --grid 0.5").text.find("grid: a step of 0.5\n"),
+            std::string::npos);
 }
 
 TEST_F(ToolTest, ReadsEveryShapeOfFile) {
@@ -299,6 +333,8 @@ TEST_F(ToolTest, RespectsHolesOnBothSides) {
       {"subtract @/frame.wkt @/window.wkt", 3, 1, 28 + 1 + 116},
       {"subtract @/window.wkt @/frame.wkt", 1, 0, 105 - 36 - 4},
       {"subtract @/frame.wkt @/frame.wkt", 0, 0, 0},
+      {"intersect @/frame.wkt @/window.wkt", 1, 1, 36 + 4},
+      {"xor @/window.wkt @/frame.wkt", 4, 1, 105 + 185 - 2 * 40},
   };
   for (const auto& [arguments, polygons, holes, area] : cases) {
     const Outcome outcome =
