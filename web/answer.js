@@ -30,7 +30,7 @@ export const hasAnswer = () => (isHeavy() ? isReady : answer !== null);
 
 function fail(error) {
   showNoFigures();
-  showNotice(error instanceof Cancelled ? '' : error.message);
+  showNotice(error instanceof Cancelled ? 'Stopped. Any setting starts again.' : error.message);
 }
 
 function computeHere() {
@@ -128,6 +128,7 @@ export function paint(ctx, draw) {
   ctx.clearRect(0, 0, view.width, view.height);
   if (isHeavy()) {
     if (picture) paintPicture(ctx);
+    else drawScene(ctx, view, theme, state.shapes, null);
     if (isReady && picture?.view !== view) drawInWorker(draw);
   } else {
     drawScene(ctx, view, theme, state.shapes, answer);
