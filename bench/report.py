@@ -127,6 +127,8 @@ TARGETS = {
         ('`Triangulate` to the fastest peer, 100 to 9,999 vertices', 1.5,
          lambda r: ratios(r, PEERS['triangulation'], vertices=(100, 10_000))),
         ('`Triangulate` to CGAL', 0.25, lambda r: ratios(r, ['CGAL'])),
+        ('"Delaunay" to CGAL, from 10,000 vertices', 0.4,
+         lambda r: ratios(r, ['CGAL'], row='Delaunay', vertices=(10_000, math.inf))),
         ('growth of `Triangulate`', 1.12,
          lambda r: growths(r, 'Triangulate', 10_000, 1_000_000)),
         ('growth of `SetMainContour`', 1.12,
@@ -232,7 +234,7 @@ def section(results, command):
     yield ''
     ours = OURS[results.work]
     if results.work == 'triangulation':
-        yield from time_table(results, ['SetMainContour', 'whole road', ours,
+        yield from time_table(results, ['SetMainContour', 'whole road', ours, 'Delaunay',
                                         *PEERS[results.work]])
         yield ''
         yield 'Growth from 10,000 to 1,000,000 vertices as the exponent p of n^p, and the peak of'

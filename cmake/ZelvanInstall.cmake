@@ -1,6 +1,6 @@
 # What `cmake --install` and cpack put where: the shared library, its headers with
-# all that finds them, and the host program. Three components, which are the three
-# Debian packages; the .zip holds all of them.
+# all that finds them, and the host program. Three components, which are three of the
+# Debian packages; the .zip holds all of them. The fourth package is bindings/python's.
 include(CMakePackageConfigHelpers)
 
 install(TARGETS zelvan EXPORT zelvan-targets

@@ -1,4 +1,4 @@
-# cpack: three .deb packages on Linux, one .zip for Windows (and with -G ZIP
+# cpack: four .deb packages on Linux, one .zip for Windows (and with -G ZIP
 # anywhere). The preset `package` builds them, with /usr as the prefix.
 set(CPACK_PACKAGE_VENDOR "Zelvan authors")
 set(CPACK_PACKAGE_CONTACT "Zelvan authors <zelvan@localhost>")
@@ -17,6 +17,7 @@ if(WIN32)
   set(CPACK_GENERATOR ZIP)
 else()
   set(CPACK_GENERATOR DEB)
+  list(APPEND CPACK_COMPONENTS_ALL python)
 endif()
 # One .zip with everything.
 set(CPACK_ARCHIVE_COMPONENT_INSTALL OFF)
@@ -57,6 +58,16 @@ zelvan_debian(tools zelvan-tools science
   "polygon triangulation and Booleans - command line"
   "The program zelvan reads polygons from GeoJSON and WKT, cuts them into"
   "triangles, unites or subtracts them, and writes SVG, OBJ, GeoJSON and WKT.")
+zelvan_debian(python python3-zelvan python
+  "polygon triangulation and Booleans - Python 3"
+  "The package zelvan: regions as values, united, intersected, subtracted and cut"
+  "into triangles. It speaks with numpy, shapely and geopandas, and needs none.")
+set(CPACK_DEBIAN_PYTHON_PACKAGE_ARCHITECTURE all)
+set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS "python3 (>= 3.9), ${same_version}")
+set(CPACK_DEBIAN_PYTHON_PACKAGE_SUGGESTS "python3-numpy, python3-shapely")
+set(CPACK_DEBIAN_PYTHON_PACKAGE_SHLIBDEPS OFF)
+set(CPACK_DEBIAN_PYTHON_PACKAGE_CONTROL_EXTRA
+  ${CMAKE_CURRENT_LIST_DIR}/debian/postinst ${CMAKE_CURRENT_LIST_DIR}/debian/prerm)
 set(CPACK_DEBIAN_DEV_PACKAGE_DEPENDS "${same_version}")
 set(CPACK_DEBIAN_DEV_PACKAGE_SHLIBDEPS OFF)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "${same_version}")

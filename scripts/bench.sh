@@ -37,7 +37,7 @@ measure() {
 }
 for work in "${works[@]}"; do
   if [[ "$work" == triangulation ]]; then
-    for engine in zelvan cgal glu earcut geos; do
+    for engine in zelvan delaunay cgal glu earcut geos; do
       measure "bench_triangulation_$engine" data/countries-50m.geojson
     done
   else

@@ -9,7 +9,8 @@ packages=(
   libgeos-dev libcli11-dev nlohmann-json3-dev # host program
   libgtest-dev libeigen3-dev       # tests
   libbenchmark-dev                 # benchmarks
-  doxygen python3                  # API pages, Python example
+  doxygen python3                  # API pages, Python package and examples
+  python3-numpy python3-shapely    # what the Python package speaks with, for its tests
   clang-format                     # format check
 )
 

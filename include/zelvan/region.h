@@ -413,16 +413,29 @@ Region Unite(const Regions& regions) {
   return Region::Adopt(result);
 }
 
-/// The union of any number of rings, whichever way each runs, in one sweep: all are turned
-/// counter-clockwise and count by the non-zero rule. Throws as Region's constructor.
-inline Region Unite(const std::vector<Ring>& rings, const Grid& grid) {
-  const detail::FlatRings flat(rings);
+namespace detail {
+
+// On the grid that covers the rings where none is given.
+inline Region UniteRings(const std::vector<Ring>& rings, const zelvan_grid* grid) {
+  const FlatRings flat(rings);
   zelvan_fault fault{};
   const zelvan_region* result = nullptr;
-  detail::Check(zelvan_region_unite_rings(flat.Coordinates(), flat.Offsets(), flat.Rings(),
-                                          &grid.Data(), &result, &fault),
-                &fault);
+  Check(zelvan_region_unite_rings(flat.Coordinates(), flat.Offsets(), flat.Rings(), grid, &result,
+                                  &fault),
+        &fault);
   return Region::Adopt(result);
+}
+
+}  // namespace detail
+
+/// The union of any number of rings, whichever way each runs, in one sweep: all are turned
+/// counter-clockwise and count by the non-zero rule. Grids and failures as for Region.
+inline Region Unite(const std::vector<Ring>& rings) {
+  return detail::UniteRings(rings, nullptr);
+}
+/// The same on a given grid.
+inline Region Unite(const std::vector<Ring>& rings, const Grid& grid) {
+  return detail::UniteRings(rings, &grid.Data());
 }
 
 /// Cuts a region into triangles of its own vertices. Throws std::bad_alloc.

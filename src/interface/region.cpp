@@ -54,7 +54,7 @@ Sight Look(WorldPoint a, WorldPoint b, WorldPoint p) noexcept {
     return Sight::kMisses;
   }
   const bool isLeft = p.x < std::min(a.x, b.x);
-  const int side = isLeft ? (a.y < b.y ? 1 : -1) : -SideSign(b, a, p);
+  const int side = isLeft ? (a.y < b.y ? 1 : -1) : SideSign(b, a, p);
   if (!isLeft && side == 0) return Sight::kOnEdge;
   if ((a.y <= p.y) == (b.y <= p.y)) return Sight::kMisses;
   return (side > 0) == (a.y < b.y) ? Sight::kCrosses : Sight::kMisses;

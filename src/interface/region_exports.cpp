@@ -33,7 +33,9 @@ zelvan_status Guarded(zelvan_fault* fault, Work work) noexcept {
     work();
     return ZELVAN_OK;
   } catch (const RegionRefusal& refusal) {
-    if (fault != nullptr) *fault = refusal.fault;
+    const bool hasPlace =
+        refusal.status == ZELVAN_NOT_FINITE || refusal.status == ZELVAN_OUTSIDE_GRID;
+    if (hasPlace && fault != nullptr) *fault = refusal.fault;
     return refusal.status;
   } catch (const std::bad_alloc&) {
     return ZELVAN_NO_MEMORY;

@@ -143,7 +143,8 @@ std::vector<std::uint32_t> OrderByCorners(std::size_t n, const FlatTriangles& tr
   std::vector<std::uint32_t> ends(begins);
   for (std::uint32_t t = 0; t < corners.size(); ++t) order[ends[corners[t][0]]++] = t;
   for (std::size_t v = 0; v < n; ++v) {
-    std::sort(order.begin() + begins[v], order.begin() + begins[v + 1],
+    const auto fan = std::span(order).subspan(begins[v], begins[v + 1] - begins[v]);
+    std::sort(fan.begin(), fan.end(),
               [&](std::uint32_t s, std::uint32_t t) { return corners[s][1] < corners[t][1]; });
   }
   return order;

@@ -20,10 +20,11 @@
 //    above the surface from then on and never returns. Of n vertices no more than n (n - 1) / 2
 //    pairs can be edges, so there are no more flips. Inputs are known that need that order
 //    of them; starts with short edges (fronts.h) need one or two a vertex.
-//  - When all edges are legal the surface is convex along every segment inside the area.
-//    The lowest such surface over given vertices and contours is one and the same, whatever
-//    it was flipped from (Lee and Lin 1986, with the heights above); no four lifted vertices lie
-//    in one plane, so it has one set of triangles.
+//  - When all edges are legal the surface is convex along every segment inside the area, so
+//    over every triangle inside the area: it lies nowhere above the triangle on the lifted
+//    corners, and nowhere above the surface of any other triangulation (Lee and Lin 1986). So
+//    two of that kind have one surface; and no four lifted corners lie in one plane, so a
+//    surface has one set of triangles.
 //
 // So the set of triangles depends on the area alone. Vertices that share a place are no
 // corners of one quadrilateral, so the rule for equal cases never asks for their numbers.
@@ -45,7 +46,7 @@ namespace VORNEX {
 std::uint64_t FlipToDelaunay(std::span<const zelvan::GridPoint> places, FlatTriangles& triangles);
 
 /// Puts triangles and their corners into the order above, for n vertices. Throws
-/// std::bad_alloc, nothing changed.
+/// std::bad_alloc, the triangles themselves unchanged.
 void ArrangeByCorners(std::size_t n, FlatTriangles& triangles);
 
 }  // namespace VORNEX

@@ -195,17 +195,30 @@ bool Fronts::GoOnRight(Ends& ends, const Corner& at, std::uint32_t rightEdge) {
   return ends.recent != kNone && Smooth(ends.recent, 0);
 }
 
-// The front is walked to the edge above the vertex, whose triangle divides it. Where the
-// middle ends before that, the vertex is joined to its end, which is in both fronts then.
-bool Fronts::Split(Ends& left, Ends& right, const Corner& at) {
-  std::uint32_t near = left.recent;
-  const Way way = LiesBeyond(near, at, 1) ? 0 : 1;
-  std::uint32_t far = links_[near].beside[way];
-  while (GoesOn(near, far, way) && !LiesBeyond(far, at, way)) {
+// The last link of a middle, from `recent` on, that does not lie beyond a vertex: looked for
+// from there and from the end of the front at once.
+std::uint32_t Fronts::LastBefore(std::uint32_t recent, std::uint32_t end, const Corner& at,
+                                 Way way) {
+  std::uint32_t link = recent;
+  for (std::uint32_t next = links_[link].beside[way];
+       GoesOn(link, next, way) && !LiesBeyond(next, at, way); next = links_[link].beside[way]) {
     ++steps_;
-    near = far;
-    far = links_[near].beside[way];
+    link = next;
+    const std::uint32_t before = links_[end].beside[1 - way];
+    const bool isMiddle = !GoesOn(end, before, way);
+    if (before == kNone || (isMiddle && !LiesBeyond(end, at, way))) return end;
+    end = before;
+    if (isMiddle && !LiesBeyond(end, at, way)) return end;
   }
+  return link;
+}
+
+// The triangle of the vertex and the edge above it divides a front. Where the middle ends
+// before that, the vertex is joined to its end, which is in both fronts then.
+bool Fronts::Split(Ends& left, Ends& right, const Corner& at) {
+  const Way way = LiesBeyond(left.recent, at, 1) ? 0 : 1;
+  const std::uint32_t near = LastBefore(left.recent, left.end[way], at, way);
+  std::uint32_t far = links_[near].beside[way];
   const std::uint32_t nearEdge = writer_.AddDiagonal();
   std::uint32_t farEdge = nearEdge;
   if (GoesOn(near, far, way)) {

@@ -26,7 +26,9 @@
 // with a chain on the other that is monotone along x (or y): its convex corners can be
 // cut in one pass (Garey, Johnson, Preparata and Tarjan 1978). Each link of a front is
 // put in and taken out once. Where an interval is split, the front is walked from the
-// last vertex that was met: at the worst all of it.
+// last vertex met and from the end beyond, in turns: no more than twice the shorter of the two
+// parts. So walks take O(n log n) steps in all where parts do not come together again around
+// holes, and never more than n a split.
 #pragma once
 
 #include <cstdint>
@@ -84,6 +86,8 @@ class Fronts {
   [[nodiscard]] std::uint32_t Double(std::uint32_t link, Way way);
   [[nodiscard]] bool GoesOn(std::uint32_t from, std::uint32_t to, Way way) const noexcept;
   [[nodiscard]] bool LiesBeyond(std::uint32_t link, const Corner& at, Way way) const noexcept;
+  [[nodiscard]] std::uint32_t LastBefore(std::uint32_t recent, std::uint32_t end, const Corner& at,
+                                         Way way);
   [[nodiscard]] std::uint32_t FirstToKeep(std::uint32_t end, const Corner& at, Way way);
   [[nodiscard]] bool CutRing(const Corner& at, std::uint32_t step, std::uint32_t from,
                              std::uint32_t to, std::uint32_t single, Way way);

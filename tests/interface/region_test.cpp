@@ -13,6 +13,7 @@
 
 #include "boolean/fixtures.h"
 #include "support/failing_allocator.h"
+#include "support/flat.h"
 #include "support/geojson_rings.h"
 #include "support/geos_area.h"
 #include "support/mesh_of_region.h"
@@ -124,6 +125,7 @@ TEST(RegionGuarantee, GridPointsAreExact) {
     EXPECT_TRUE(extent / cover.Step() > 0x1p19 - 3 || farthest / cover.Step() > 0x1p50);
   }
   const Ring whole = {{0, 0}, {1000003, 0}, {1, 999983}};
+  EXPECT_EQ(zelvan::Unite(std::vector<Ring>{whole}), Region({whole}));
   EXPECT_EQ(Region({whole}).Polygons().at(0).outer, whole);
 }
 
@@ -147,6 +149,22 @@ oracle::Areas OracleAreas(const Region& region) {
   return areas;
 }
 
+// Where a point lies, in whole numbers: every edge in turn, against a ray to the right.
+Side SideOf(const oracle::Areas& areas, oracle::Point twice) {
+  bool inside = false;
+  for (const oracle::Ring& ring : fixtures::Flatten(areas)) {
+    for (std::size_t i = 0; i < ring.size(); ++i) {
+      const oracle::Point p = ring[i], q = ring[(i + 1) % ring.size()];
+      const std::int64_t ax = 2 * p.x - twice.x, ay = 2 * p.y - twice.y;
+      const std::int64_t bx = 2 * q.x - twice.x, by = 2 * q.y - twice.y;
+      const std::int64_t cross = ax * by - ay * bx;
+      if (cross == 0 && ax * bx <= 0 && ay * by <= 0) return Side::Boundary;
+      if ((ay > 0) != (by > 0) && (cross > 0) == (by > ay)) inside = !inside;
+    }
+  }
+  return inside ? Side::Inside : Side::Outside;
+}
+
 // Rings that cross, repeat and turn back, under every rule, and then the operations on what
 // they make: each step the oracle's region, edge for edge.
 TEST(RegionGuarantee, AnyRingsMakeARegion) {
@@ -157,6 +175,11 @@ TEST(RegionGuarantee, AnyRingsMakeARegion) {
                 oracle::BoundaryOf(snapped, op, {rule, rule}));
     EXPECT_EQ(support::InvalidityByGeos(AreasOf(region)), "");
     EXPECT_EQ(support::FaultsOfMesh(region), "");
+    for (std::int64_t i = 0; i < 8; ++i) {
+      const oracle::Point twice{a[0][0].x + 3 * i - 9, a[0][0].y + (i * i) % 7 - 3};
+      EXPECT_EQ(region.Contains({double(twice.x) / 2, double(twice.y) / 2}),
+                SideOf(OracleAreas(region), twice));
+    }
   };
   for (std::uint64_t seed = 0; seed < 3000; ++seed) {
     SCOPED_TRACE(seed);
@@ -202,7 +225,8 @@ TEST(RegionGuarantee, WhatIsRefusedIsNamed) {
   EXPECT_THROW(Region({{{0, 0}, {1e300, 0}, {0, 1}}}), std::invalid_argument);
 }
 
-TEST(RegionGuarantee, EqualReadsTheSameAndLawsHold) {
+// The operations on bitmaps, and the values that they give.
+TEST(RegionGuarantee, LawsHold) {
   for (std::uint64_t seed = 0; seed < 600; ++seed) {
     SCOPED_TRACE(seed);
     Random random(seed);
@@ -217,23 +241,64 @@ TEST(RegionGuarantee, EqualReadsTheSameAndLawsHold) {
         bits.bits[i] = op == 0 ? p || q : op == 1 ? p && q : op == 2 ? p && !q : p != q;
       }
       const Region region = Combine(regionA, regionB, op);
-      const Region expected = RegionOf(bits, random);
-      ASSERT_EQ(region, expected);
-      ASSERT_EQ(region.Polygons(), expected.Polygons());
+      ASSERT_EQ(region, RegionOf(bits, random));
       ASSERT_EQ(region.Area(), std::count(bits.bits.begin(), bits.bits.end(), true));
-      ASSERT_EQ(support::FaultsOfMesh(region), "");
-      for (int i = 0; i < 40; ++i) {  // corners, edges and middles of cells
-        const int x = random.Between(-1, 2 * kCells + 1);
-        const int y = random.Between(-1, 2 * kCells + 1);
-        int inside = 0;
-        for (int k = 0; k < 4; ++k) {
-          const auto cell = [](int v, int upper) { return (v + 2 - (upper == 0 ? 1 : 0)) / 2 - 1; };
-          inside += bits.At(cell(x, k % 2), cell(y, k / 2)) ? 1 : 0;
-        }
-        const Side side = inside == 4 ? Side::Inside : inside == 0 ? Side::Outside : Side::Boundary;
-        ASSERT_EQ(region.Contains({x / 2.0, y / 2.0}), side) << x << " " << y;
-      }
     }
+  }
+}
+
+TEST(RegionGuarantee, EqualReadsTheSame) {
+  for (std::uint64_t seed = 0; seed < 600; ++seed) {
+    SCOPED_TRACE(seed);
+    Random random(seed);
+    const Bitmap map = RandomBitmap(random);
+    const Region region = RegionOf(map, random);
+    ASSERT_EQ(region.Polygons(), RegionOf(map, random).Polygons());
+    ASSERT_EQ(support::InvalidityByGeos(AreasOf(region)), "");
+    for (int i = 0; i < 100; ++i) {  // corners, edges and middles of cells
+      const int x = random.Between(-1, 2 * kCells + 1);
+      const int y = random.Between(-1, 2 * kCells + 1);
+      int inside = 0;
+      for (int k = 0; k < 4; ++k) {
+        const auto cell = [](int v, int upper) { return (v + 1 + upper) / 2 - 1; };
+        inside += map.At(cell(x, k % 2), cell(y, k / 2)) ? 1 : 0;
+      }
+      const Side side = inside == 4 ? Side::Inside : inside == 0 ? Side::Outside : Side::Boundary;
+      ASSERT_EQ(region.Contains({x / 2.0, y / 2.0}), side) << x << " " << y;
+    }
+  }
+}
+
+TEST(RegionGuarantee, MeshIsConsistent) {
+  for (std::uint64_t seed = 0; seed < 2000; ++seed) {
+    SCOPED_TRACE(seed);
+    Random random(seed);
+    ASSERT_EQ(support::FaultsOfMesh(RegionOf(RandomBitmap(random), random)), "");
+  }
+}
+
+// That no circle holds a vertex across an edge, the judge of meshes sees. Here: a polygon's
+// triangles are the same alone, among others and elsewhere.
+TEST(RegionGuarantee, DelaunayIsUnique) {
+  for (std::uint64_t seed = 0; seed < 300; ++seed) {
+    SCOPED_TRACE(seed);
+    Random random(seed);
+    const Region region = RegionOf(RandomBitmap(random), random);
+    std::vector<std::array<std::uint32_t, 3>> apart;
+    std::uint32_t first = 0;
+    for (const Polygon& polygon : region.Polygons()) {
+      std::vector<Ring> rings = polygon.holes;
+      rings.push_back(polygon.outer);
+      for (Ring& ring : rings) {
+        for (Point& p : ring) p = {p.x + 1000, p.y - 77};
+      }
+      const Mesh mesh = Triangulate(Region(rings, zelvan::FillRule::EvenOdd, Grid()));
+      for (const auto& t : mesh.triangles) {
+        apart.push_back({first + t[0], first + t[1], first + t[2]});
+      }
+      first += static_cast<std::uint32_t>(mesh.vertices.size());
+    }
+    ASSERT_EQ(Triangulate(region).triangles, apart);
   }
 }
 
@@ -264,6 +329,72 @@ TEST(RegionGuarantee, RegionsOnDifferentGridsMeetOnOne) {
   const Region unit({{{0, 0}, {1, 0}, {1, 1}}});
   EXPECT_EQ(unit | Region(), unit);
   EXPECT_EQ(unit - unit, Region());
+}
+
+using Corners = std::vector<Point>;
+
+std::vector<Corners> Sorted(std::vector<Corners> triangles) {
+  const auto less = [](Point a, Point b) { return std::pair(a.x, a.y) < std::pair(b.x, b.y); };
+  for (Corners& t : triangles) std::sort(t.begin(), t.end(), less);
+  std::sort(triangles.begin(), triangles.end(), [&](const Corners& a, const Corners& b) {
+    return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(), less);
+  });
+  return triangles;
+}
+
+std::vector<Corners> TrianglesOf(const Region& region) {
+  const Mesh mesh = Triangulate(region, {false});
+  std::vector<Corners> triangles;
+  for (const auto& [a, b, c] : mesh.triangles) {
+    triangles.push_back({mesh.vertices[a], mesh.vertices[b], mesh.vertices[c]});
+  }
+  return Sorted(triangles);
+}
+
+std::vector<Corners> TrianglesOfMain() {
+  const support::ReadBack r = support::Read();
+  std::vector<Corners> triangles(r.faces.size() / 3);
+  for (std::size_t i = 0; i < r.faces.size(); ++i) {
+    for (std::size_t end = 0; end < 2; ++end) {
+      const auto v = 3 * std::size_t(r.edges[3 * std::size_t(r.faces[i]) + end]);
+      const Point p{r.vertices[v], r.vertices[v + 1]};
+      Corners& corners = triangles[i / 3];
+      if (std::find(corners.begin(), corners.end(), p) == corners.end()) corners.push_back(p);
+    }
+  }
+  return Sorted(triangles);
+}
+
+// Both doors lead to the same engines: where the grid of the flat interface has the step 1, the
+// same triangles come out of both.
+TEST(RegionGuarantee, TheFlatInterfaceGivesTheSame) {
+  const double far = 1048575;
+  const auto xyz = [](const Ring& ring) {
+    support::Xyz out;
+    for (const Point p : ring) out.insert(out.end(), {p.x, p.y, 0});
+    return out;
+  };
+  for (std::uint64_t seed = 0; seed < 300; ++seed) {
+    SCOPED_TRACE(seed);
+    Random random(seed);
+    const Ring block = {{0, 0}, {far, 0}, {far, far}, {0, far}};
+    ASSERT_EQ(support::SetMain(xyz(block)), 1);
+    Region region({block}, zelvan::FillRule::EvenOdd, Grid({0, 0}, 1));
+    const double size = random.Below(2) == 0 ? 20 : 150000;
+    for (int k = 0; k < 4; ++k) {
+      Ring hole;
+      for (int i = 0; i < 7; ++i) {
+        const double r = size * random.Between(0.4, 1.0);
+        hole.push_back({std::floor(far / 2 + size * 0.6 * k + r * std::cos(0.8 * i)),
+                        std::floor(far / 2 + r * std::sin(0.8 * i))});
+      }
+      ASSERT_EQ(support::AddHole(xyz(hole)), 1);
+      region -= Region({hole}, zelvan::FillRule::EvenOdd, region.Grid());
+    }
+    ASSERT_EQ(Substruct(), 1);
+    ASSERT_EQ(Triangulate(), 1);
+    ASSERT_EQ(TrianglesOf(region), TrianglesOfMain());
+  }
 }
 
 std::vector<Region> World(double shift) {

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "polygon/area.h"
+#include "support/delaunay_checker.h"
 #include "support/mesh_checker.h"
 #include "triangulation/area_sweep.h"
 #include "triangulation/triangulate.h"
@@ -17,10 +18,11 @@
 namespace zelvan::test {
 
 /// Cuts every area of a sound region by the sweep, which must not give up, and by the
-/// insertion of edges. @return what is wrong, or nothing
+/// insertion of edges, and judges its Delaunay triangulation. @return what is wrong, or nothing
 inline std::string CompareBuilders(Area* ring) {
   std::vector<std::array<const VertexNode*, 3>> sets[2];
   std::string wrong;
+  ForEachArea(ring, [&](Area* area) { wrong += CheckDelaunay(*area); });
   for (auto& set : sets) {
     if (&set == sets) {
       ForEachArea(ring, [&](Area* area) {

@@ -11,6 +11,7 @@
 #include "support/mesh_checker.h"
 #include "support/polygon_families.h"
 #include "triangulation/area_sweep.h"
+#include "triangulation/flat_triangles.h"
 #include "triangulation/mesh.h"
 #include "triangulation/triangulate.h"
 
@@ -191,6 +192,27 @@ TEST(Triangulation, EveryFailedAllocationIsReported) {
   }
   EXPECT_GT(meshFailures, 10u);
   EXPECT_EQ(zelvan::test::CheckMesh(*shape), "");
+
+  // Flat triangles, which stay right on the way to the Delaunay triangulation.
+  std::vector<GridPoint> places;
+  for (const zelvan::VertexNode* v : shape->vertexTable) places.push_back(v->grid);
+  VORNEX::FlatTriangles flat = VORNEX::CutArea(*shape->areas);
+  std::size_t flatFailures = 0;
+  for (bool done = false; !done; flatFailures += done ? 0 : 1) {
+    const std::ptrdiff_t live = support::LiveAllocations();
+    const support::FailingAllocations scope(flatFailures, true);
+    try {
+      const auto nearby = VORNEX::CutArea(*shape->areas, VORNEX::Cutting::kNearby);
+      VORNEX::MakeDelaunay(places, flat);
+      done = true;
+    } catch (const std::bad_alloc&) {
+      ASSERT_EQ(support::LiveAllocations(), live);
+    }
+  }
+  EXPECT_GT(flatFailures, 10u);
+  VORNEX::FlatTriangles expected = VORNEX::CutArea(*shape->areas);
+  VORNEX::MakeDelaunay(places, expected);
+  EXPECT_EQ(flat.corners, expected.corners);
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
-// Every family, turned and mirrored: a right mesh from the sweep, and the same set of
-// triangles by insertion under several orders.
+// Every family, turned and mirrored: a right mesh from the sweep, the same set of
+// triangles by insertion under several orders, and one Delaunay triangulation.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -7,10 +7,13 @@
 #include <cstdint>
 #include <numeric>
 
+#include "support/delaunay_checker.h"
 #include "support/mesh_checker.h"
 #include "support/polygon_families.h"
 #include "support/region_oracle.h"
 #include "triangulation/area_sweep.h"
+#include "triangulation/delaunay.h"
+#include "triangulation/in_circle.h"
 #include "triangulation/triangulate.h"
 
 namespace {
@@ -31,6 +34,7 @@ TEST_P(FamilyTest, TriangulatesInAllSymmetriesAndOrders) {
     ASSERT_TRUE(zelvan::test::BoundsAnArea(region)) << zelvan::test::Describe(region);
     for (int k = 0; k < 8; ++k) {
       const auto shape = zelvan::test::MakeShape({zelvan::test::Symmetric(region, k)});
+      ASSERT_EQ(zelvan::test::CheckDelaunay(*shape->areas), "") << zelvan::test::Describe(region);
       ASSERT_TRUE(VORNEX::TriangulateBySweep(*shape->areas)) << zelvan::test::Describe(region);
       const auto expected = zelvan::test::TriangleSet(*shape);
       for (const std::uint32_t orderSeed : {1u, 2u, 3u}) {
@@ -57,8 +61,33 @@ INSTANTIATE_TEST_SUITE_P(Triangulation, FamilyTest, testing::ValuesIn(zelvan::te
                            return name;
                          });
 
+// Points near one circle, of all sizes: the corners of a rectangle, each moved a little.
+TEST(SideOfCircle, IsTheSignOfTheDeterminant) {
+  const std::uint64_t seed = 22;
+  SCOPED_TRACE(testing::Message() << "seed " << seed);
+  Random random(seed);
+  int zeros = 0;
+  for (int round = 0; round < 200000; ++round) {
+    const std::int32_t reach = (1 << random.Between(1, 19)) - 1;
+    const std::int32_t jitter = random.Below(3) == 0 ? reach : random.Below(3);
+    const std::int32_t x = random.Between(0, reach);
+    const std::int32_t y = random.Between(0, reach);
+    const auto moved = [&](std::int32_t gx, std::int32_t gy) {
+      return zelvan::GridPoint{std::clamp(gx + random.Between(-jitter, jitter), -reach - 1, reach),
+                               std::clamp(gy + random.Between(-jitter, jitter), -reach - 1, reach)};
+    };
+    const zelvan::GridPoint a = moved(-x, -y), b = moved(x, y), c = moved(-x, y), d = moved(x, -y);
+    const int expected = zelvan::test::InCircle(a, b, c, d);
+    ASSERT_EQ(VORNEX::SideOfCircle(a, b, c, d), expected);
+    ASSERT_EQ(VORNEX::SideOfCircle(b, a, c, d), -expected);
+    zeros += expected == 0 ? 1 : 0;
+  }
+  EXPECT_GT(zeros, 10000);
+}
+
 // A search looks at a logarithm of the intervals, and a chain's links are looked at once
-// when they are pushed and once when they are cut off, however large the area is.
+// when they are pushed and once when they are cut off, however large the area is. From
+// the fronts' triangles few flips a vertex are left.
 TEST(Sweep, WorkFollowsTheSize) {
   Random random(21);
   for (const std::int32_t size : {1000, 4000, 16000}) {
@@ -73,6 +102,10 @@ TEST(Sweep, WorkFollowsTheSize) {
       const double n = static_cast<double>(shape->vertexTable.size());
       EXPECT_LE(static_cast<double>(counts.links), 4 * n);
       EXPECT_LE(static_cast<double>(counts.intervals), 2 * n * std::log2(n));
+      std::vector<zelvan::GridPoint> places;
+      for (const zelvan::VertexNode* v : shape->vertexTable) places.push_back(v->grid);
+      auto flat = VORNEX::CutArea(*shape->areas, VORNEX::Cutting::kNearby);
+      EXPECT_LE(static_cast<double>(VORNEX::FlipToDelaunay(places, flat)), 3 * n);
     }
   }
 }

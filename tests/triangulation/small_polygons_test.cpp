@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <numeric>
 
+#include "support/delaunay_checker.h"
 #include "support/mesh_checker.h"
 #include "support/polygon_families.h"
 #include "support/region_oracle.h"
@@ -31,6 +32,9 @@ class Trial {
         shape_(zelvan::test::MakeShape({region})),
         swept_(VORNEX::TriangulateBySweep(*shape_->areas)) {
     if (swept_) wrong_ = Judge();
+    const std::string verdict = zelvan::test::CheckDelaunay(*shape_->areas);
+    if (swept_ || verdict != "the area cannot be cut") wrong_ += verdict;
+    if (!swept_ && verdict.empty()) ++byInsertion;
   }
 
   // Where the sweep succeeds the insertion does, with the same triangles, and where the
@@ -59,6 +63,8 @@ class Trial {
     } while (std::next_permutation(order.begin(), order.end()));
     return testing::AssertionSuccess();
   }
+
+  inline static int byInsertion = 0;
 
   // Was the last try refused by the insertion, and so by both?
   [[nodiscard]] bool refused() const { return !inserted_; }
@@ -144,6 +150,7 @@ TEST(SmallPolygons, RandomPathsAgainstTheOracle) {
   }
   EXPECT_GT(touching, 300u) << "too few cases exercise contact";
   EXPECT_GT(refused, 1000u);
+  EXPECT_GE(Trial::byInsertion, 4) << "too few cases that the sweep gives up";
 }
 
 // Contours that cross themselves on purpose: an answer at once, whatever it is.

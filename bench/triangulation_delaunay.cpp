@@ -1,0 +1,153 @@
+// The constrained Delaunay triangulation below any interface: a region's areas on a square
+// grid, cut and flipped. With --angles behind the countries' file: how sharp the triangles
+// of the countries are, as they are cut and then.
+#include <array>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+#include <numbers>
+
+#include "bench/countries.h"
+#include "bench/grid.h"
+#include "bench/triangulation.h"
+#include "boolean/boolean.h"
+#include "triangulation/flat_triangles.h"
+
+namespace {
+
+using bench::Polygon;
+using bench::Xyz;
+using VORNEX::Cutting;
+using VORNEX::FlatTriangles;
+
+struct AreaTriangles {
+  std::vector<zelvan::GridPoint> places;
+  FlatTriangles triangles;
+};
+
+// A polygon as a sound region on a grid of its own.
+struct Region {
+  explicit Region(const Polygon& polygon)
+      : Region(polygon[0], std::vector<Xyz>(polygon.begin() + 1, polygon.end())) {}
+
+  Region(const Xyz& outer, const std::vector<Xyz>& holes) {
+    const bench::Grid grid(outer, holes);
+    step = grid.step();
+    zelvan::OwnedRing first;
+    zelvan::OwnedRing others;
+    bench::AddRing(first, grid, outer);
+    for (const Xyz& hole : holes) bench::AddRing(others, grid, hole);
+    const zelvan::RingSet a{first.first, zelvan::FillRule::kNonZero};
+    const zelvan::RingSet b{others.first, zelvan::FillRule::kNonZero};
+    bench::Require(zelvan::CombineRings(a, b, areas.first, zelvan::SUBTRACT) == ERR::OK,
+                   "the region was refused");
+  }
+
+  template <class Make>
+  [[nodiscard]] std::vector<AreaTriangles> Cut(Cutting cutting, Make make) const {
+    std::vector<AreaTriangles> result;
+    zelvan::ForEachArea(areas.first, [&](zelvan::Area* area) {
+      AreaTriangles& made = result.emplace_back();
+      made.triangles = VORNEX::CutArea(*area, cutting);
+      made.places.reserve(made.triangles.corners.size() + 2);
+      for (const zelvan::Contour* c = area->contours; c != nullptr; c = c->next) {
+        zelvan::ForEachVertex(c, [&](const auto* v) { made.places.push_back(v->grid); });
+      }
+      make(made);
+    });
+    return result;
+  }
+
+  zelvan::OwnedRing areas;
+  double step;
+};
+
+void MakeDelaunay(AreaTriangles& area) {
+  VORNEX::MakeDelaunay(area.places, area.triangles);
+}
+
+bench::Job MakeJob(const bench::Scene& scene) {
+  struct Data {
+    std::unique_ptr<Region> region;
+    std::vector<AreaTriangles> made;
+  };
+  const auto data = std::make_shared<Data>();
+  bench::Job job;
+  job.parts = scene.size();
+  job.prepare = [data, &scene](std::size_t part) {
+    if (data->region == nullptr || scene.size() > 1) {
+      data->region = std::make_unique<Region>(scene[part]);
+    }
+    data->made.clear();
+  };
+  job.work = [data](std::size_t) {
+    data->made = data->region->Cut(Cutting::kNearby, MakeDelaunay);
+  };
+  job.area = [data](std::size_t) {
+    double twice = 0.0;
+    for (const AreaTriangles& area : data->made) {
+      for (const auto& [a, b, c] : area.triangles.corners) {
+        twice += static_cast<double>(zelvan::Cross(area.places[a], area.places[b], area.places[c]));
+      }
+    }
+    return twice / 2 * data->region->step * data->region->step;
+  };
+  return job;
+}
+
+// In degrees.
+double SmallestAngle(const std::array<zelvan::GridPoint, 3>& corners) {
+  double smallest = 180.0;
+  for (std::size_t k = 0; k < 3; ++k) {
+    const zelvan::GridPoint a = corners[k];
+    const zelvan::GridPoint b = corners[(k + 1) % 3];
+    const zelvan::GridPoint c = corners[(k + 2) % 3];
+    const auto cross = static_cast<double>(zelvan::Cross(a, b, c));
+    const double dot = static_cast<double>(b.gx - a.gx) * (c.gx - a.gx) +
+                       static_cast<double>(b.gy - a.gy) * (c.gy - a.gy);
+    smallest = std::fmin(smallest, std::atan2(cross, dot) * 180 / std::numbers::pi);
+  }
+  return smallest;
+}
+
+// One line of the table of smallest angles.
+template <class Make>
+void PrintAngles(const char* name, const std::vector<Polygon>& polygons, Cutting cutting,
+                 Make make) {
+  std::vector<double> angles;
+  for (const Polygon& polygon : polygons) {
+    for (const AreaTriangles& area : Region(polygon).Cut(cutting, make)) {
+      const auto& p = area.places;
+      for (const auto& [a, b, c] : area.triangles.corners) {
+        angles.push_back(SmallestAngle({p[a], p[b], p[c]}));
+      }
+    }
+  }
+  std::sort(angles.begin(), angles.end());
+  std::printf("| %s |", name);
+  for (const double limit : {1.0, 5.0, 10.0, 20.0}) {
+    const auto below = std::lower_bound(angles.begin(), angles.end(), limit) - angles.begin();
+    std::printf(" %.1f %% |",
+                100.0 * static_cast<double>(below) / static_cast<double>(angles.size()));
+  }
+  std::printf(" %.2f° |\n", angles[angles.size() / 2]);
+}
+
+int PrintAllAngles(const char* path) {
+  const std::vector<Polygon> polygons = bench::Countries(path);
+  const auto leave = [](AreaTriangles& /*area*/) {};
+  std::printf("| smallest angle of a triangle | < 1° | < 5° | < 10° | < 20° | median |\n");
+  std::printf("|---|---:|---:|---:|---:|---:|\n");
+  PrintAngles("by trapezoids, as `Triangulate`", polygons, Cutting::kTrapezoids, leave);
+  PrintAngles("by fronts, where the flips start", polygons, Cutting::kNearby, leave);
+  PrintAngles("constrained Delaunay", polygons, Cutting::kNearby, MakeDelaunay);
+  return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  constexpr double kGridSteps = 0.75;  // a vertex lies within half a step along each axis
+  if (argc > 2 && std::strcmp(argv[2], "--angles") == 0) return PrintAllAngles(argv[1]);
+  return bench::RunTriangulation(argc, argv, {bench::JobRow("Delaunay", MakeJob, kGridSteps)});
+}

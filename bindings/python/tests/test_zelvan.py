@@ -1,0 +1,100 @@
+"""The examples in all docstrings, and what examples cannot show."""
+
+import copy, doctest, json, os, random, resource, subprocess, sys, time, unittest
+from array import array
+from concurrent.futures import ThreadPoolExecutor
+from itertools import chain
+
+from zelvan import FillRule, Grid, Region, unite
+
+try:
+    import numpy
+    from shapely.geometry import shape as to_shapely
+except ImportError:
+    numpy = None
+
+
+def load_tests(loader, tests, pattern):
+    for name in [name for name in sys.modules if name.partition(".")[0] == "zelvan"]:
+        tests.addTests(doctest.DocTestSuite(name))
+    return tests
+
+
+def random_ring(rng, size=99):
+    return [(rng.randint(-size, size), rng.randint(-size, size)) for _ in range(20)]
+
+
+def buffer(points):
+    return memoryview(array("d", chain(*points))).cast("B").cast("d", (len(points), 2))
+
+
+def rings_of(region):
+    return [ring for outer, holes in region.polygons for ring in (outer, *holes)]
+
+
+def side(rings, x, y):
+    """As Region.sides by the even-odd rule, from whole numbers."""
+    inside = False
+    for (ax, ay), (bx, by) in chain(*(zip(ring, ring[1:] + ring[:1]) for ring in rings)):
+        cross = (bx - ax) * (y - ay) - (by - ay) * (x - ax)
+        if cross == 0 and min(ax, bx) <= x <= max(ax, bx) and min(ay, by) <= y <= max(ay, by):
+            return 0
+        inside ^= (ay <= y) != (by <= y) and (cross > 0) == (ay < by)
+    return 1 if inside else -1
+
+
+class Binding(unittest.TestCase):
+    def test_every_way_out_and_in_gives_the_same_region(self):
+        for seed in range(50):
+            rng = random.Random(seed)
+            region = Region([random_ring(rng), random_ring(rng)], grid=Grid())
+            for _ in range(9):  # until no edge passes a point so closely that it is bent
+                region = Region(rings_of(region), FillRule.NON_ZERO, Grid())
+            rings = [[[*map(int, point)] for point in ring.tolist()] for ring in rings_of(region)]
+            twice = {"type": "GeometryCollection", "geometries": [region.__geo_interface__, region]}
+            features = [{"type": "Feature", "geometry": part} for part in (None, twice)]
+            nested = {"type": "FeatureCollection", "features": features}
+            ways = [Region(rings, grid=Grid()), Region(map(buffer, rings), grid=Grid()),
+                    Region([ring[::-1] for ring in rings], FillRule.NEGATIVE, Grid()),
+                    Region.from_geojson(json.dumps(region.__geo_interface__), Grid()),
+                    Region.from_geojson(nested, Grid()),
+                    unite([region, Region(), region - region, copy.deepcopy(region)])]
+            if numpy:
+                wide = [numpy.array([(x, 7, y) for x, y in ring], "i2") for ring in rings]
+                ways += [Region([ring[:, ::2] for ring in wide], grid=Grid()),
+                         Region.from_geojson(to_shapely(region), Grid())]
+            self.assertEqual({*ways}, {region}, seed)
+            points = random_ring(rng) + random_ring(rng, 9) + rings[0]
+            sides = [side(rings, *point) for point in points]
+            self.assertEqual(region.sides(buffer(points)).tolist(), sides, seed)
+            self.assertEqual([region.contains(p) for p in points], [s >= 0 for s in sides], seed)
+
+    def test_threads_share_regions(self):
+        a, b = (Region([[(i, (i * 7919 + k) % 10007) for i in range(499)]]) for k in (0, 5000))
+        expected = a ^ b
+        with ThreadPoolExecutor(4) as pool:
+            self.assertEqual({*pool.map(lambda _: a ^ b, range(80))}, {expected})
+
+    def test_a_million_vertices_cross_quickly_and_leave_nothing(self):
+        half, kibibytes = 500000, []
+        ring = buffer([(i, 1 + i % 2) for i in range(half)] +
+                      [(i, -(i % 2)) for i in reversed(range(half))])
+        for _ in range(6):
+            start = time.process_time()
+            region = Region([ring], grid=Grid((0, -8)))
+            self.assertEqual(len(region.polygons[0].outer), 2 * half)
+            self.assertLess(time.process_time() - start, 1)
+            kibibytes.append(resource.getrusage(resource.RUSAGE_SELF).ru_maxrss)
+        self.assertLess(kibibytes[-1] - kibibytes[2], 12000)  # a region has 8000
+
+    def test_the_start_and_the_end_of_a_program(self):
+        def errors(code, **more):
+            return subprocess.run([sys.executable, "-c", code], env={**os.environ, **more},
+                                  capture_output=True, text=True).stderr
+        lives_on = "import zelvan; a = [zelvan.Region([[(0, 0), (1, 0), (1, 1)]])]; a.append(a)"
+        self.assertEqual(errors(lives_on), "")
+        self.assertRegex(errors(lives_on, ZELVAN_LIBRARY="nowhere"), "ImportError: .*nowhere")
+
+
+if __name__ == "__main__":
+    unittest.main()

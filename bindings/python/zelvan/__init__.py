@@ -1,0 +1,24 @@
+"""Exact polygon Booleans and triangulation.
+
+>>> from zelvan import Region
+>>> house = Region([[(0, 0), (10, 0), (10, 6), (5, 9), (0, 6)]])
+>>> window = Region([[(3, 2), (7, 2), (7, 5), (3, 5)]])
+>>> wall = house - window
+>>> wall.area, wall.bounds
+(63.0, (0.0, 0.0, 10.0, 9.0))
+>>> vertices, triangles, neighbours = wall.triangulate()
+>>> len(vertices), len(triangles)
+(9, 9)
+
+Nothing but the standard library is needed; arrays are numpy's where it is there, else
+memoryviews. Regions speak with shapely and geopandas by ``__geo_interface__`` and
+``Region.from_geojson``. The shared library is the installed one, or that of the
+environment's ``ZELVAN_LIBRARY``.
+"""
+
+from ._arrays import Array, Points
+from ._grid import FillRule, Grid
+from ._region import Mesh, Polygon, Region, unite, unite_rings
+
+__all__ = [
+    "Array", "FillRule", "Grid", "Mesh", "Points", "Polygon", "Region", "unite", "unite_rings"]

@@ -1,0 +1,354 @@
+"""Regions as values."""
+
+from __future__ import annotations
+
+from array import array
+from contextlib import contextmanager
+from ctypes import byref, c_double, c_void_p
+from numbers import Real
+from typing import Any, Iterable, Iterator, NamedTuple, NoReturn, Optional, Union, overload
+
+from ._arrays import (
+    POINT_BYTES, Array, FlatRings, Points, address, blank, doubles, flat, flatten, shaped, split)
+from ._geojson import polygons_of, to_geometry
+from ._grid import FillRule, Grid
+from ._library import LIBRARY, CGrid, Counts, Fault, check
+
+_UNITE, _INTERSECT, _SUBTRACT, _XOR = range(4)
+_DELAUNAY = 1
+_IN_OR_ON = bytes(code < 128 for code in range(256))  # of sides as bytes: -1 is 255
+
+
+class Polygon(NamedTuple):
+    """One connected part of a region. Rings are arrays of the shape (n, 2); the first point is
+    not repeated at the end."""
+
+    outer: Array  #: counter-clockwise
+    holes: list[Array]  #: clockwise
+
+
+class Mesh(NamedTuple):
+    """The triangles of a region, polygon by polygon."""
+
+    #: (n, 2) floats: the region's, polygon by polygon, the outer ring before the holes
+    vertices: Array
+    #: (t, 3) numbers of vertices, counter-clockwise
+    triangles: Array
+    #: (t, 3) numbers of triangles: those across the edges from the first corner to the
+    #: second, from there to the third, and from there to the first; -1 on a contour
+    neighbours: Array
+
+
+class Region:
+    """A set of points bounded by rings: polygons with holes on a grid.
+
+    Regions are values: immutable, hashable, and equal where polygons and grids are. Any
+    threads may use the same ones at once, and calls let go of the interpreter's lock.
+
+    >>> frame = Region([[(0, 0), (10, 0), (10, 10), (0, 10)], [(3, 3), (7, 3), (7, 7), (3, 7)]])
+    >>> frame
+    <zelvan.Region: 1 polygon, 8 vertices, area 84.0>
+    >>> bar = Region([[(-5, 4), (15, 4), (15, 6), (-5, 6)]])
+    >>> [region.area for region in (frame | bar, frame & bar, frame - bar, frame ^ bar)]
+    [112.0, 12.0, 72.0, 100.0]
+    >>> frame - bar == frame - (frame & bar)
+    True
+
+    Where two regions are on different grids, both go first to the grid of one of them, if its
+    step is the coarser one and it holds both; if not, to the grid that covers both, with the
+    coarser of the two steps at least. ValueError where there is none.
+    """
+
+    __slots__ = ("_handle", "__weakref__")
+    _handle: Optional[int]
+
+    def __init__(
+        self,
+        rings: Iterable[Points] = (),
+        rule: FillRule = FillRule.EVEN_ODD,
+        grid: Optional[Grid] = None,
+    ) -> None:
+        """The region that rings bound. They may run in any direction and cross, touch and
+        repeat themselves and each other.
+
+        rings: each is a sequence of pairs or a buffer of numbers of the shape (n, 2), such as
+            numpy's arrays; it need not repeat its first point
+        rule: says what is inside
+        grid: each point goes to its nearest one, half a step at most along each axis;
+            without it, the grid that covers the rings
+
+        Raises ValueError for numbers that are not finite and points outside the grid, which
+        it names, TypeError, OverflowError beyond 2**31 - 1 points, MemoryError.
+
+        >>> Region([[(0, 0), (4, 4), (4, 0), (0, 4)]]).area
+        8.0
+        >>> square = [(0, 0), (2, 0), (2, 2), (0, 2)]
+        >>> Region([square, square]), Region([square, square], FillRule.NON_ZERO).area
+        (<zelvan.Region: empty>, 4.0)
+        >>> Region([square, [(0, 0), (float("nan"), 1)]])
+        Traceback (most recent call last):
+        ValueError: a coordinate is infinite or no number: ring 1, point 1
+        >>> Region([square], grid=Grid((0, 0), 2.0**-21))
+        Traceback (most recent call last):
+        ValueError: a point lies outside the grid: ring 0, point 1
+        """
+        self._handle = None
+        self._handle = _create(flatten(rings), FillRule(rule), grid)
+
+    @classmethod
+    def _adopt(cls, handle: Optional[int]) -> Region:
+        region = cls.__new__(cls)
+        region._handle = handle
+        return region
+
+    # Bound here, it is there even when the interpreter takes its modules apart.
+    def __del__(self, release: Any = LIBRARY.region_release) -> None:
+        release(self._handle)
+
+    # A copy of what never changes is itself; only a second handle would have to be counted.
+    def __copy__(self) -> Region:
+        return self
+
+    def __deepcopy__(self, memo: Any) -> Region:
+        return self
+
+    def __reduce__(self) -> NoReturn:
+        raise TypeError("a region is not pickled: made again of its points, edges that pass "
+                        "others closely may move by half a step; pickle what it reads")
+
+    @classmethod
+    def from_geojson(cls, source: Any, grid: Optional[Grid] = None) -> Region:
+        """The union of all polygons of a GeoJSON object.
+
+        source: its text, the dictionary, or anything with a __geo_interface__, such as the
+            geometries of shapely and the frames of geopandas. Polygons, MultiPolygons,
+            Features, FeatureCollections and GeometryCollections are taken; the rings of a
+            polygon may run either way, and heights are left out.
+        grid: as for the constructor, the same for all polygons
+
+        Raises ValueError for other geometries, and as the constructor.
+
+        >>> left = '{"type": "Polygon", "coordinates": [[[0,0], [3,0], [3,2], [0,2], [0,0]]]}'
+        >>> right = Region([[(2, 1), (5, 1), (5, 3), (2, 3)]])
+        >>> Region.from_geojson(left) | right
+        <zelvan.Region: 1 polygon, 8 vertices, area 11.0>
+        >>> Region.from_geojson(right) == right
+        True
+        >>> Region.from_geojson('{"type": "Point", "coordinates": [0, 0]}')
+        Traceback (most recent call last):
+        ValueError: a Point bounds no region
+        >>> Region.from_geojson('{"type": "Polygon", "coordinates": [[[0, 0], [NaN, 0]]]}', Grid())
+        Traceback (most recent call last):
+        ValueError: polygon 0: a coordinate is infinite or no number: ring 0, point 1
+        """
+        polygons = []
+        for i, rings in enumerate(polygons_of(source)):
+            with _naming(i):
+                polygons.append(flatten(rings))
+        if grid is None:
+            grid = Grid._covering(b"".join(polygon.xy for polygon in polygons))
+        regions = []
+        for i, polygon in enumerate(polygons):
+            with _naming(i):
+                regions.append(cls._adopt(_create(polygon, FillRule.EVEN_ODD, grid)))
+        return regions[0] if len(regions) == 1 else unite(regions)
+
+    @property
+    def __geo_interface__(self) -> dict[str, Any]:
+        """The region as a GeoJSON geometry: a Polygon if it is one, else a MultiPolygon.
+        Rings are closed, outer ones counter-clockwise.
+
+        >>> Region([[(0, 0), (0, 1), (1, 0)]]).__geo_interface__
+        {'type': 'Polygon', 'coordinates': (((0.0, 0.0), (1.0, 0.0), (0.0, 1.0), (0.0, 0.0)),)}
+        """
+        return to_geometry([[ring.tolist() for ring in (p.outer, *p.holes)] for p in self.polygons])
+
+    def __or__(self, other: Region) -> Region:
+        return self._combined(_UNITE, other)
+
+    def __and__(self, other: Region) -> Region:
+        return self._combined(_INTERSECT, other)
+
+    def __sub__(self, other: Region) -> Region:
+        return self._combined(_SUBTRACT, other)
+
+    def __xor__(self, other: Region) -> Region:
+        return self._combined(_XOR, other)
+
+    def _combined(self, operation: int, other: object) -> Region:
+        if not isinstance(other, Region):
+            return NotImplemented
+        handle = c_void_p()
+        check(LIBRARY.region_combine(operation, self._handle, other._handle, byref(handle)))
+        return Region._adopt(handle.value)
+
+    def __eq__(self, other: object) -> bool:
+        if not isinstance(other, Region):
+            return NotImplemented
+        return bool(LIBRARY.region_equal(self._handle, other._handle))
+
+    def __hash__(self) -> int:
+        return hash((self._counts().vertices, self.bounds, self.area, self.grid))
+
+    def __bool__(self) -> bool:
+        """Whether the region has any points."""
+        return self._handle is not None
+
+    def __repr__(self) -> str:
+        counts = self._counts()
+        if not counts.polygons:
+            return "<zelvan.Region: empty>"
+        plural = "s" if counts.polygons > 1 else ""
+        return (f"<zelvan.Region: {counts.polygons} polygon{plural}, "
+                f"{counts.vertices} vertices, area {self.area}>")
+
+    @property
+    def area(self) -> float:
+        """The area, exact to the last bit that a float has."""
+        return float(LIBRARY.region_area(self._handle))
+
+    @property
+    def bounds(self) -> Optional[tuple[float, float, float, float]]:
+        """Least x, least y, greatest x, greatest y; None for an empty region."""
+        box = (c_double * 4)()
+        if not LIBRARY.region_bounds(self._handle, box):
+            return None
+        return box[0], box[1], box[2], box[3]
+
+    @property
+    def grid(self) -> Grid:
+        """The grid of the vertices; Grid() for an empty region."""
+        grid = CGrid()
+        LIBRARY.region_grid(self._handle, byref(grid))
+        return Grid._from_c(grid)
+
+    @property
+    def polygons(self) -> list[Polygon]:
+        """The polygons, in an order that depends on the region alone: each ring begins with
+        its leftmost (of several, lowest) vertex; holes and polygons are sorted by points.
+        They are valid simple features.
+
+        >>> [(outer, holes)] = Region([[(0, 0), (9, 0), (0, 9)], [(2, 2), (4, 2), (2, 4)]]).polygons
+        >>> outer.tolist(), [hole.tolist() for hole in holes]
+        ([[0.0, 0.0], [9.0, 0.0], [0.0, 9.0]], [[[2.0, 2.0], [2.0, 4.0], [4.0, 2.0]]])
+        """
+        xy, ends, first = self._read()
+        rings = split(xy, ends)
+        return [Polygon(rings[a], rings[a + 1:b]) for a, b in zip(first, first[1:])]
+
+    @overload
+    def contains(self, points: tuple[float, float]) -> bool: ...
+    @overload
+    def contains(self, points: Points) -> Array: ...
+
+    def contains(self, points: Union[tuple[float, float], Points]) -> Union[bool, Array]:
+        """Whether a point lies inside or on the boundary, decided exactly; for a sequence or
+        buffer of points an array of bools. Points that are not finite lie outside.
+
+        >>> triangle = Region([[(0, 0), (4, 0), (0, 4)]])
+        >>> triangle.contains((2, 2)), triangle.contains((2.0000001, 2))
+        (True, False)
+        >>> triangle.contains([(1, 1), (0, 3), (3, 3)]).tolist()
+        [True, True, False]
+        """
+        if _is_pair(points):
+            return self._sides([points])[0] >= 0
+        return flat(array("B", self._sides(points).tobytes().translate(_IN_OR_ON)), "?")
+
+    def sides(self, points: Points) -> Array:
+        """Where points lie, decided exactly: an array with 1 for each that lies inside, 0 on
+        the boundary, -1 outside.
+
+        >>> Region([[(0, 0), (4, 0), (0, 4)]]).sides([(1, 1), (0, 3), (3, 3)]).tolist()
+        [1, 0, -1]
+        """
+        return flat(self._sides(points), "b")
+
+    def _sides(self, points: Any) -> array[int]:
+        xy = b"".join([doubles(points, "the sequence of points")])
+        sides = blank("b", len(xy) // POINT_BYTES)
+        check(LIBRARY.region_contains(self._handle, xy, len(sides), address(sides)))
+        return sides
+
+    def triangulate(self, delaunay: bool = True) -> Mesh:
+        """Cuts the region into triangles of its own vertices.
+
+        delaunay: whether to make the constrained Delaunay triangulation, of all ways the one
+            without needless slivers; else the triangles as a sweep cuts them, in half the time
+
+        >>> mesh = Region([[(0, 0), (4, 0), (4, 1), (0, 3)]]).triangulate()
+        >>> sorted(sorted(corners) for corners in mesh.triangles.tolist())
+        [[0, 1, 2], [0, 2, 3]]
+        >>> sorted(sorted(across) for across in mesh.neighbours.tolist())
+        [[-1, -1, 0], [-1, -1, 1]]
+        """
+        counts = self._counts()
+        vertices = blank("d", 2 * counts.vertices)
+        triangles, neighbours = blank("I", 3 * counts.triangles), blank("i", 3 * counts.triangles)
+        check(LIBRARY.region_read(self._handle, byref(counts), address(vertices), None, None))
+        check(LIBRARY.region_triangulate(self._handle, _DELAUNAY if delaunay else 0,
+                                         byref(counts), address(triangles), address(neighbours)))
+        return Mesh(shaped(vertices, 2), shaped(triangles, 3), shaped(neighbours, 3))
+
+    def _counts(self) -> Counts:
+        counts = Counts()
+        LIBRARY.region_counts(self._handle, byref(counts))
+        return counts
+
+    def _read(self) -> tuple[array[float], array[int], array[int]]:
+        """Coordinates, where each ring starts in points, and each polygon in rings."""
+        counts = self._counts()
+        xy = blank("d", 2 * counts.vertices)
+        rings, polygons = blank("I", counts.rings + 1), blank("I", counts.polygons + 1)
+        check(LIBRARY.region_read(
+            self._handle, byref(counts), address(xy), address(rings), address(polygons)))
+        return xy, rings, polygons
+
+
+@contextmanager
+def _naming(polygon: int) -> Iterator[None]:
+    try:
+        yield
+    except (TypeError, ValueError) as error:
+        raise type(error)(f"polygon {polygon}: {error}") from None
+
+
+def _is_pair(points: Any) -> bool:
+    return isinstance(points, (tuple, list)) and len(points) == 2 and isinstance(points[0], Real)
+
+
+def _create(rings: FlatRings, rule: FillRule, grid: Optional[Grid]) -> Optional[int]:
+    handle, fault = c_void_p(), Fault()
+    check(LIBRARY.region_create(
+        rings.xy, address(rings.offsets), rings.rings, rule,
+        byref(grid._c()) if grid else None, byref(handle), byref(fault)), fault)
+    return handle.value
+
+
+def unite(regions: Iterable[Region]) -> Region:
+    """The union of any number of regions, in one sweep.
+
+    >>> unite(Region([[(i, i), (i + 2, i), (i + 2, i + 2), (i, i + 2)]]) for i in range(4))
+    <zelvan.Region: 1 polygon, 16 vertices, area 13.0>
+    """
+    kept = list(regions)  # their handles live as long
+    if not all(isinstance(region, Region) for region in kept):
+        raise TypeError("only regions are united")
+    handles = (c_void_p * len(kept))(*(region._handle for region in kept))
+    handle = c_void_p()
+    check(LIBRARY.region_unite(handles, len(kept), byref(handle)))
+    return Region._adopt(handle.value)
+
+
+def unite_rings(rings: Iterable[Points], grid: Optional[Grid] = None) -> Region:
+    """The union of any number of rings, whichever way each runs, in one sweep: all are turned
+    counter-clockwise and count by the non-zero rule. Arguments and errors as for Region.
+
+    >>> unite_rings([[(0, 0), (2, 0), (2, 2), (0, 2)], [(1, 1), (1, 3), (3, 3), (3, 1)]]).area
+    7.0
+    """
+    joined, handle, fault = flatten(rings), c_void_p(), Fault()
+    check(LIBRARY.region_unite_rings(
+        joined.xy, address(joined.offsets), joined.rings,
+        byref(grid._c()) if grid else None, byref(handle), byref(fault)), fault)
+    return Region._adopt(handle.value)

@@ -1,0 +1,107 @@
+/* The functions of zelvan/region_c.h from C99, on the shared library: what they give, what they
+ * refuse, and that what fails writes nothing. */
+#include <math.h>
+#include <stdio.h>
+#include <string.h>
+#include <zelvan/region_c.h>
+
+static int failures = 0;
+
+#define EXPECT(condition) ((condition) ? 0 : (++failures, printf("line %d\n", __LINE__)))
+
+static const double kFrame[] = {0, 0, 10, 0, 10, 10, 0, 10, 3, 3, 7, 3, 7, 7, 3, 7};
+static const uint32_t kRings[] = {0, 4, 8};
+
+static const zelvan_region* Make(const double* xy, const uint32_t* rings, uint32_t count,
+                                 int32_t rule) {
+  const zelvan_region* region = NULL;
+  EXPECT(zelvan_region_create(xy, rings, count, rule, NULL, &region, NULL) == ZELVAN_OK);
+  return region;
+}
+
+static void ReadsAndCuts(const zelvan_region* frame) {
+  zelvan_counts n, less;
+  double xy[16], box[4], doubled = 0;
+  uint32_t rings[3], polygons[2], triangles[24];
+  int32_t neighbours[24], i;
+  zelvan_region_counts(frame, &n);
+  EXPECT(n.polygons == 1 && n.rings == 2 && n.vertices == 8 && n.triangles == 8);
+  EXPECT(zelvan_region_read(frame, &n, xy, rings, polygons) == ZELVAN_OK);
+  EXPECT(memcmp(xy, kFrame, 8 * sizeof *xy) == 0); /* the outer ring as it came */
+  EXPECT(rings[1] == 4 && rings[2] == 8 && polygons[0] == 0 && polygons[1] == 2);
+  EXPECT(zelvan_region_area(frame) == 84);
+  EXPECT(zelvan_region_bounds(frame, box) == 1 && box[0] == 0 && box[3] == 10);
+  EXPECT(zelvan_region_triangulate(frame, ZELVAN_DELAUNAY, &n, triangles, neighbours) == 0);
+  for (i = 0; i < 24; ++i) { /* twice the area, edge by edge */
+    const double* from = xy + 2 * triangles[i];
+    const double* to = xy + 2 * triangles[i % 3 == 2 ? i - 2 : i + 1];
+    doubled += from[0] * to[1] - from[1] * to[0];
+    EXPECT(neighbours[i] >= -1 && neighbours[i] < 8);
+  }
+  EXPECT(doubled == 168);
+  less = n;
+  --less.vertices;
+  EXPECT(zelvan_region_read(frame, &less, xy, rings, polygons) == ZELVAN_BAD_ARGUMENT);
+  EXPECT(zelvan_region_triangulate(frame, 0, &less, triangles, NULL) == ZELVAN_BAD_ARGUMENT);
+  EXPECT(zelvan_region_triangulate(frame, 2, &n, triangles, NULL) == ZELVAN_BAD_ARGUMENT);
+}
+
+static void KnowsWherePointsLie(void) {
+  const double corners[] = {0, 0, 4, 0, 0, 4}, places[] = {1, 1, 2, 2, 3, 3, 1, NAN};
+  int8_t sides[4];
+  const zelvan_region* triangle = Make(corners, (const uint32_t[]){0, 3}, 1, ZELVAN_POSITIVE);
+  EXPECT(zelvan_region_contains(triangle, places, 4, sides) == ZELVAN_OK);
+  EXPECT(sides[0] == 1 && sides[1] == 0 && sides[2] == -1 && sides[3] == -1);
+  zelvan_region_release(triangle);
+}
+
+static void CombinesAndCounts(const zelvan_region* frame) {
+  const zelvan_region *hole = Make(kFrame + 8, kRings, 1, ZELVAN_NON_ZERO), *result[4], *all;
+  const double areas[] = {100, 0, 84, 100};
+  int32_t i;
+  for (i = ZELVAN_UNITE; i <= ZELVAN_XOR; ++i) {
+    EXPECT(zelvan_region_combine(i, frame, hole, &result[i]) == ZELVAN_OK);
+    EXPECT(zelvan_region_area(result[i]) == areas[i]);
+  }
+  EXPECT(result[ZELVAN_INTERSECT] == NULL);
+  EXPECT(zelvan_region_equal(result[ZELVAN_SUBTRACT], frame) == 1);
+  EXPECT(zelvan_region_equal(result[ZELVAN_UNITE], frame) == 0);
+  EXPECT(zelvan_region_retain(hole) == hole);
+  zelvan_region_release(hole);
+  EXPECT(zelvan_region_unite((const zelvan_region*[]){NULL, hole, frame}, 3, &all) == ZELVAN_OK);
+  EXPECT(zelvan_region_equal(all, result[ZELVAN_UNITE]) == 1);
+  zelvan_region_release(all);
+  zelvan_region_release(hole);
+  for (i = ZELVAN_UNITE; i <= ZELVAN_XOR; ++i) zelvan_region_release(result[i]);
+}
+
+static void RefusesByName(void) {
+  const double far[] = {0, 0, 1, 1, 0, INFINITY, 1e300, 0};
+  const zelvan_grid grid = {0, 0, 1}, none = {0.5, 0, 1};
+  const zelvan_region* region = NULL;
+  zelvan_fault fault = {9, 9};
+  const uint32_t rings[] = {0, 1, 4}, turned[] = {0, 3, 2};
+  EXPECT(zelvan_region_combine(4, NULL, NULL, &region) == ZELVAN_BAD_ARGUMENT);
+  EXPECT(zelvan_grid_check(&none) == ZELVAN_BAD_GRID);
+  EXPECT(zelvan_region_create(far, rings, 2, 4, &grid, &region, &fault) == ZELVAN_BAD_ARGUMENT);
+  EXPECT(zelvan_region_create(far, turned, 2, 0, NULL, &region, &fault) == ZELVAN_BAD_ARGUMENT);
+  EXPECT(zelvan_region_create(NULL, rings, 2, 0, NULL, &region, &fault) == ZELVAN_BAD_ARGUMENT);
+  EXPECT(zelvan_region_create(far, rings, 2, 0, &none, &region, &fault) == ZELVAN_BAD_GRID);
+  EXPECT(fault.ring == 9 && fault.point == 9);
+  EXPECT(zelvan_region_unite_rings(far, rings, 2, &grid, &region, &fault) == ZELVAN_NOT_FINITE);
+  EXPECT(fault.ring == 1 && fault.point == 1);
+  EXPECT(zelvan_region_create(far + 4, kRings, 0, 0, NULL, &region, NULL) == ZELVAN_OK);
+  EXPECT(zelvan_region_unite_rings(far + 6, rings, 1, NULL, &region, &fault) ==
+         ZELVAN_OUTSIDE_GRID);
+  EXPECT(region == NULL && fault.ring == 0 && fault.point == 0);
+}
+
+int main(void) {
+  const zelvan_region* frame = Make(kFrame, kRings, 2, ZELVAN_EVEN_ODD);
+  ReadsAndCuts(frame);
+  KnowsWherePointsLie();
+  CombinesAndCounts(frame);
+  zelvan_region_release(frame);
+  RefusesByName();
+  return failures;
+}
