@@ -23,12 +23,25 @@ function geoJsonRings(object) {
 // Every list of points inside of POLYGON or MULTIPOLYGON; other geometries are passed over.
 function wktRings(text) {
   const rings = [];
-  for (const [, body] of text.matchAll(/POLYGON\s*(?:Z|M|ZM)?\s*(\((?:[^()]|\((?:[^()]|\([^()]*\))*\))*\))/gi)) {
-    for (const [, list] of body.matchAll(/\(([^()]+)\)/g)) {
-      rings.push(ringOf(list.split(',').map((point) => point.trim().split(/\s+/).map(Number))));
-    }
+  for (const { index } of text.matchAll(/POLYGON(?!\s*[ZM]*\s*EMPTY)/gi)) {
+    const next = /[()]/g;
+    next.lastIndex = index;
+    let depth = 0;
+    let opened = 0;
+    do {
+      const bracket = next.exec(text);
+      if (!bracket) throw new Error('a bracket is not closed');
+      if (bracket[0] === '(') opened = bracket.index + 1;
+      else if (opened > 0) rings.push(listRing(text.slice(opened, bracket.index)));
+      if (bracket[0] === ')') opened = 0;
+      depth += bracket[0] === '(' ? 1 : -1;
+    } while (depth > 0);
   }
   return rings;
+}
+
+function listRing(list) {
+  return ringOf(list.split(',').map((point) => point.trim().split(/\s+/).map(Number)));
 }
 
 /** The rings of a file's polygons. Throws an Error that says what is wrong with it. */
@@ -38,7 +51,8 @@ export function readRings(name, text) {
   try {
     rings = isJson ? geoJsonRings(JSON.parse(text)) : wktRings(text);
   } catch (error) {
-    throw new Error(`${name} cannot be read: ${error.message}`);
+    const reason = error instanceof TypeError ? 'its coordinates are not those of polygons' : error.message;
+    throw new Error(`${name} cannot be read: ${reason}`);
   }
   if (rings.length === 0) {
     throw new Error(`${name} holds no polygons. GeoJSON and WKT files with polygons can be read.`);
