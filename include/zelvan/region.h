@@ -24,8 +24,10 @@
 ///     themselves, meet others in single points alone, and holes lie inside.
 ///  4. EqualReadsTheSame. Regions of the same points on the same grid compare equal and read
 ///     the same, however they were made. The same calls give the same bytes on every machine.
-///  5. LawsHold. Where no crossing is rounded, the operations are those of sets: a | b == b | a,
-///     a - b == a - (a & b), (a ^ b) == (a - b) | (b - a), and so on.
+///  5. LawsHold. Where nothing is rounded, the operations are those of sets: a | b == b | a,
+///     a - b == a - (a & b), (a ^ b) == (a - b) | (b - a), and so on. What is rounded are
+///     crossings off the grid, and edges that pass the vertex of another edge within half a
+///     step: they go through it. A region and itself, or nothing, are never rounded: a | a == a.
 ///  6. MeshIsConsistent. A polygon of n vertices and h holes has n + 2h - 2 triangles, two less
 ///     for each ring that touches others in one place; all run strictly counter-clockwise, their
 ///     areas sum to the polygon's, and neighbours name each other.

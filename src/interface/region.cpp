@@ -93,6 +93,10 @@ RegionHandle Share(const zelvan_region* region) noexcept {
   return RegionHandle(region);
 }
 
+bool IsSame(const zelvan_region* a, const zelvan_region* b) noexcept {
+  return a == b || (a != nullptr && b != nullptr && a->grid == b->grid && a->flat == b->flat);
+}
+
 zelvan_counts CountsOf(const zelvan_region* region) noexcept {
   if (region == nullptr) return {};
   const auto polygons = static_cast<std::uint32_t>(region->flat.Polygons());

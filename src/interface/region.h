@@ -40,6 +40,9 @@ using RegionHandle = std::unique_ptr<const zelvan_region, RegionReleaser>;
 /// One more handle.
 [[nodiscard]] RegionHandle Share(const zelvan_region* region) noexcept;
 
+/// The same points on the same grid, or both empty?
+[[nodiscard]] bool IsSame(const zelvan_region* a, const zelvan_region* b) noexcept;
+
 [[nodiscard]] zelvan_counts CountsOf(const zelvan_region* region) noexcept;
 
 /// 1 inside, 0 on the boundary, -1 outside; exact.

@@ -141,8 +141,7 @@ zelvan_status ZELVAN_CALL zelvan_region_unite(const zelvan_region* const* region
 }
 
 int32_t ZELVAN_CALL zelvan_region_equal(const zelvan_region* a, const zelvan_region* b) {
-  if (a == b) return 1;
-  return a != nullptr && b != nullptr && a->grid == b->grid && a->flat == b->flat ? 1 : 0;
+  return IsSame(a, b) ? 1 : 0;
 }
 
 void ZELVAN_CALL zelvan_region_counts(const zelvan_region* region, zelvan_counts* counts) {

@@ -141,6 +141,7 @@ RegionHandle Combine(BoolOp op, const zelvan_region* a, const zelvan_region* b) 
     if (op == INTERSECT || (op == SUBTRACT && a == nullptr)) return nullptr;
     return Share(a != nullptr ? a : b);
   }
+  if (IsSame(a, b)) return op == UNION || op == INTERSECT ? Share(a) : nullptr;
   const zelvan_region* const both[] = {a, b};
   const RegionGrid grid = GridFor(both);
   const RegionHandle first = OnGrid(a, grid);
@@ -152,11 +153,16 @@ RegionHandle Combine(BoolOp op, const zelvan_region* a, const zelvan_region* b) 
 }
 
 RegionHandle UniteRegions(std::span<const zelvan_region* const> regions) {
+  const zelvan_region* last = nullptr;  // of those that differ from each other
+  bool isOne = true;
   std::size_t points = 0;
   for (const zelvan_region* region : regions) {
-    if (region != nullptr) points += region->flat.points.size();
+    if (region == nullptr) continue;
+    points += region->flat.points.size();
+    isOne = isOne && (last == nullptr || IsSame(last, region));
+    last = region;
   }
-  if (points == 0) return nullptr;
+  if (isOne) return Share(last);
   if (points > kMostPoints) throw RegionRefusal{ZELVAN_TOO_LARGE};
   const RegionGrid grid = GridFor(regions);
   Operation operation;

@@ -191,6 +191,9 @@ TEST(RegionGuarantee, AnyRingsMakeARegion) {
     const Region regionA = FromRings(a, rule);
     const Region regionB = FromRings(b, oracle::Rule::NonZero);
     expect(regionA, a, {}, 0, rule);
+    EXPECT_TRUE((regionA | FromRings(a, rule)) == regionA && (regionA & regionA) == regionA);
+    EXPECT_TRUE((regionA - regionA).IsEmpty() && (regionA ^ FromRings(a, rule)).IsEmpty());
+    EXPECT_EQ(zelvan::Unite(std::vector<Region>{{}, regionA, regionA}), regionA);
     if (regionA.IsEmpty() || regionB.IsEmpty()) continue;  // nothing to do, nothing to round
     for (int op = 0; op < 4; ++op) {
       expect(Combine(regionA, regionB, op), fixtures::Flatten(OracleAreas(regionA)),

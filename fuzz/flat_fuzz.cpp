@@ -1,39 +1,15 @@
 // Any bytes, read as a session of calls of the flat interface. Every mesh that
 // comes out is checked. Built for libFuzzer, or with replay.cpp as a program that
 // runs the corpus.
-#include <cstddef>
-#include <cstdint>
-#include <cstdio>
-#include <cstdlib>
-#include <cstring>
-#include <string>
-
+#include "bytes.h"
 #include "support/flat.h"
 #include "support/mesh_checker.h"
 
 namespace {
 
-class Bytes {
- public:
-  Bytes(const std::uint8_t* data, std::size_t size) : at_(data), end_(data + size) {}
-  [[nodiscard]] bool Empty() const { return at_ == end_; }
-  std::uint8_t Byte() { return Empty() ? std::uint8_t{0} : *at_++; }
-  double Double() {
-    double value = 0.0;
-    std::uint8_t raw[sizeof value];
-    for (std::uint8_t& byte : raw) byte = Byte();
-    std::memcpy(&value, raw, sizeof value);
-    return value;
-  }
-
- private:
-  const std::uint8_t* at_;
-  const std::uint8_t* end_;
-};
-
 // Points of a lattice of 16 by 16, one byte each, so that everything touches; or,
 // for every eighth contour, raw doubles.
-support::Xyz ReadContour(Bytes& bytes) {
+support::Xyz ReadContour(fuzz::Bytes& bytes) {
   const std::uint8_t header = bytes.Byte();
   support::Xyz xyz;
   for (int n = header & 31; n > 0 && !bytes.Empty(); --n) {
@@ -48,18 +24,11 @@ support::Xyz ReadContour(Bytes& bytes) {
   return xyz;
 }
 
-void Check() {
-  const std::string fault = support::CheckFlatMesh(support::Read());
-  if (fault.empty()) return;
-  std::fprintf(stderr, "%s\n", fault.c_str());
-  std::abort();
-}
-
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   SetMainContour(0, nullptr);
-  Bytes bytes(data, size);
+  fuzz::Bytes bytes(data, size);
   while (!bytes.Empty()) {
     switch (bytes.Byte() % 5) {
       case 0:
@@ -75,7 +44,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         Substruct();
         break;
       default:
-        if (Triangulate() == 1) Check();
+        if (Triangulate() == 1) fuzz::Expect(support::CheckFlatMesh(support::Read()));
     }
   }
   return 0;

@@ -1,0 +1,38 @@
+// Any bytes as a source of numbers; zeros when they are used up.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+
+namespace fuzz {
+
+class Bytes {
+ public:
+  Bytes(const std::uint8_t* data, std::size_t size) : at_(data), end_(data + size) {}
+  [[nodiscard]] bool Empty() const { return at_ == end_; }
+  std::uint8_t Byte() { return Empty() ? std::uint8_t{0} : *at_++; }
+  double Double() {
+    double value = 0.0;
+    std::uint8_t raw[sizeof value];
+    for (std::uint8_t& byte : raw) byte = Byte();
+    std::memcpy(&value, raw, sizeof value);
+    return value;
+  }
+
+ private:
+  const std::uint8_t* at_;
+  const std::uint8_t* end_;
+};
+
+/// Ends the program where a judge has found something.
+inline void Expect(const std::string& fault) {
+  if (fault.empty()) return;
+  std::fprintf(stderr, "%s\n", fault.c_str());
+  std::abort();
+}
+
+}  // namespace fuzz
