@@ -10,6 +10,7 @@
 #include "polygon/area.h"
 #include "support/mesh_checker.h"
 #include "support/polygon_families.h"
+#include "triangulation/area_sweep.h"
 #include "triangulation/flat_triangles.h"
 
 namespace zelvan::test {
@@ -79,6 +80,7 @@ class Judge {
 
   FlatTriangles MadeDelaunay(FlatTriangles flat) {
     Look(flat);
+    if (!wrong_.empty()) return flat;
     VORNEX::MakeDelaunay(places_, flat);
     Look(flat);
     return flat;
@@ -123,7 +125,7 @@ class Judge {
       const auto& corners = flat.corners[t];
       Require(corners[0] < corners[1] && corners[0] < corners[2], "another corner is first");
       for (std::size_t k = 0; k < 3; ++k) {
-        if (flat.neighbours[t][k] < 0) continue;
+        if (flat.neighbours[t][k] < static_cast<std::int32_t>(t)) continue;  // contour, or seen
         const GridPoint a = places_[corners[k]];
         const GridPoint b = places_[corners[(k + 1) % 3]];
         const GridPoint c = places_[corners[(k + 2) % 3]];
@@ -192,6 +194,10 @@ std::string CheckDelaunay(Area& area) try {
     judge.Require(again.corners == made.corners, "the start changes the result");
   }
   judge.LookAtEdges(made);
+  FlatTriangles swept[2];
+  judge.Require(VORNEX::CutBySweep(area, VORNEX::Cutting::kTrapezoids, swept[0]) ==
+                    VORNEX::CutBySweep(area, VORNEX::Cutting::kNearby, swept[1]),
+                "the sweep gives up with one cutter alone");
   return judge.wrong();
 } catch (CException* problem) {
   ERR::Delete(problem);
