@@ -4,6 +4,7 @@
 #include <zelvan/error.h>
 
 #include <algorithm>
+#include <array>
 #include <map>
 #include <vector>
 
@@ -19,29 +20,28 @@ namespace {
 
 using VORNEX::FlatTriangles;
 
-// Digits to the base 2^16, the lowest first, the highest with the sign.
-using Digits = std::vector<std::int64_t>;
+// Numbers of 128 bits as digits to the base 2^16, the lowest first, the highest with the sign.
+using Digits = std::array<std::int64_t, 8>;
 
 Digits Carried(Digits digits) {
-  digits.push_back(0);
-  for (std::size_t i = 0; i + 1 < digits.size(); ++i) {
+  for (std::size_t i = 0; i < 7; ++i) {
     digits[i + 1] += digits[i] >> 16;
     digits[i] &= 0xFFFF;
   }
+  digits[7] = static_cast<std::int16_t>(digits[7]);
   return digits;
 }
 
 Digits Product(const Digits& a, const Digits& b) {
-  Digits product(a.size() + b.size() - 1);
-  for (std::size_t i = 0; i < a.size(); ++i) {
-    for (std::size_t j = 0; j < b.size(); ++j) product[i + j] += a[i] * b[j];
+  Digits product{};
+  for (std::size_t i = 0; i < 8; ++i) {
+    for (std::size_t j = 0; i + j < 8; ++j) product[i + j] += a[i] * b[j];
   }
   return Carried(product);
 }
 
 Digits Sum(Digits a, const Digits& b) {
-  a.resize(std::max(a.size(), b.size()));
-  for (std::size_t i = 0; i < b.size(); ++i) a[i] += b[i];
+  for (std::size_t i = 0; i < 8; ++i) a[i] += b[i];
   return Carried(a);
 }
 
