@@ -4,12 +4,14 @@
 #include <zelvan/error.h>
 
 #include <algorithm>
+#include <array>
 #include <map>
 #include <vector>
 
 #include "polygon/area.h"
 #include "support/mesh_checker.h"
 #include "support/polygon_families.h"
+#include "triangulation/area_sweep.h"
 #include "triangulation/flat_triangles.h"
 
 namespace zelvan::test {
@@ -18,29 +20,28 @@ namespace {
 
 using VORNEX::FlatTriangles;
 
-// Digits to the base 2^16, the lowest first, the highest with the sign.
-using Digits = std::vector<std::int64_t>;
+// Numbers of 128 bits as digits to the base 2^16, the lowest first, the highest with the sign.
+using Digits = std::array<std::int64_t, 8>;
 
 Digits Carried(Digits digits) {
-  digits.push_back(0);
-  for (std::size_t i = 0; i + 1 < digits.size(); ++i) {
+  for (std::size_t i = 0; i < 7; ++i) {
     digits[i + 1] += digits[i] >> 16;
     digits[i] &= 0xFFFF;
   }
+  digits[7] = static_cast<std::int16_t>(digits[7]);
   return digits;
 }
 
 Digits Product(const Digits& a, const Digits& b) {
-  Digits product(a.size() + b.size() - 1);
-  for (std::size_t i = 0; i < a.size(); ++i) {
-    for (std::size_t j = 0; j < b.size(); ++j) product[i + j] += a[i] * b[j];
+  Digits product{};
+  for (std::size_t i = 0; i < 8; ++i) {
+    for (std::size_t j = 0; i + j < 8; ++j) product[i + j] += a[i] * b[j];
   }
   return Carried(product);
 }
 
 Digits Sum(Digits a, const Digits& b) {
-  a.resize(std::max(a.size(), b.size()));
-  for (std::size_t i = 0; i < b.size(); ++i) a[i] += b[i];
+  for (std::size_t i = 0; i < 8; ++i) a[i] += b[i];
   return Carried(a);
 }
 
@@ -79,6 +80,7 @@ class Judge {
 
   FlatTriangles MadeDelaunay(FlatTriangles flat) {
     Look(flat);
+    if (!wrong_.empty()) return flat;
     VORNEX::MakeDelaunay(places_, flat);
     Look(flat);
     return flat;
@@ -123,7 +125,7 @@ class Judge {
       const auto& corners = flat.corners[t];
       Require(corners[0] < corners[1] && corners[0] < corners[2], "another corner is first");
       for (std::size_t k = 0; k < 3; ++k) {
-        if (flat.neighbours[t][k] < 0) continue;
+        if (flat.neighbours[t][k] < static_cast<std::int32_t>(t)) continue;  // contour, or seen
         const GridPoint a = places_[corners[k]];
         const GridPoint b = places_[corners[(k + 1) % 3]];
         const GridPoint c = places_[corners[(k + 2) % 3]];
@@ -192,6 +194,10 @@ std::string CheckDelaunay(Area& area) try {
     judge.Require(again.corners == made.corners, "the start changes the result");
   }
   judge.LookAtEdges(made);
+  FlatTriangles swept[2];
+  judge.Require(VORNEX::CutBySweep(area, VORNEX::Cutting::kTrapezoids, swept[0]) ==
+                    VORNEX::CutBySweep(area, VORNEX::Cutting::kNearby, swept[1]),
+                "the sweep gives up with one cutter alone");
   return judge.wrong();
 } catch (CException* problem) {
   ERR::Delete(problem);
