@@ -5,7 +5,6 @@
 // cut.py does the same in Python.
 #include <zelvan/region.h>
 
-#include <cmath>
 #include <cstdio>
 #include <exception>
 #include <fstream>
@@ -52,15 +51,13 @@ Region RegionOf(const json& geometry) {
   return zelvan::Unite(regions);
 }
 
-// An SVG of what lies in a box of degrees.
+// An SVG of what lies in a box.
 class Picture {
  public:
   Picture(const char* path, const Box& box)
-      : file_(path), west_(box.min.x), north_(box.max.y), degree_(kPixels / (box.max.x - west_)) {
-    constexpr double kRadians = 3.141592653589793 / 180;
-    upright_ = degree_ / std::cos((box.min.y + box.max.y) / 2 * kRadians);
+      : file_(path), west_(box.min.x), north_(box.max.y), scale_(kPixels / (box.max.x - west_)) {
     file_ << R"(<svg xmlns="http://www.w3.org/2000/svg" viewBox="-5 -5 )" << kPixels + 10 << ' '
-          << Number((north_ - box.min.y) * upright_ + 10) << "\">\n";
+          << Number((north_ - box.min.y) * scale_ + 10) << "\">\n";
   }
 
   void Triangles(const Region& region, const char* colour) {
@@ -102,7 +99,7 @@ class Picture {
   }
 
   std::string Place(const Point& p) const {
-    return Number((p.x - west_) * degree_) + ' ' + Number((north_ - p.y) * upright_);
+    return Number((p.x - west_) * scale_) + ' ' + Number((north_ - p.y) * scale_);
   }
 
   static std::string Number(double number) {
@@ -114,8 +111,7 @@ class Picture {
   std::ofstream file_;
   double west_;
   double north_;
-  double degree_;       // pixels, of longitude
-  double upright_ = 0;  // of latitude
+  double scale_;
 };
 
 void Cut(const char* file, const char* picture) {

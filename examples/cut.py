@@ -6,7 +6,6 @@ usage: cut.py FILE.geojson PICTURE.svg
 Needs the package zelvan, of bindings/python. cut.cpp does the same in C++.
 """
 import json
-import math
 import sys
 
 from zelvan import Region, unite
@@ -15,12 +14,11 @@ PIXELS = 900
 
 
 def frame(region):
-    """The picture's height, and what takes a place in degrees to one in the picture."""
+    """The picture's height, and what takes a place to one in the picture, as its text."""
     west, south, east, north = region.bounds
-    degree = PIXELS / (east - west)  # of longitude; one of latitude is longer by that much:
-    upright = degree / math.cos(math.radians((south + north) / 2))
-    return (north - south) * upright, lambda x, y: "{:.2f} {:.2f}".format(
-        (x - west) * degree, (north - y) * upright)
+    scale = PIXELS / (east - west)
+    return (north - south) * scale, lambda x, y: "{:.2f} {:.2f}".format(
+        (x - west) * scale, (north - y) * scale)
 
 
 def triangles(region, place, colour):
