@@ -27,22 +27,6 @@ ERR::CODE Guarded(Work work) noexcept {
   }
 }
 
-void SweepAndLabel(Area* a, Area* b, FillRules rules, SweepRecords& records) {
-  MarkOperand(a, true);
-  MarkOperand(b, false);
-  SegmentTable table;
-  table.reserve(CountVertices(a) + CountVertices(b));
-  FillSegments(table, a);
-  FillSegments(table, b);
-  Sweep sweep(records);
-  sweep.Run(table);
-  AnalysePixels(a, records.entries);
-  AnalysePixels(b, records.entries);
-  LabelEdges(sweep.Seeds(), rules);
-  LabelContours(a);
-  LabelContours(b);
-}
-
 Area* Assemble(const Area* a, const Area* b, BoolOp op, ResultForm form) {
   OwnedRing result;
   PendingHoles pendingHoles;
@@ -62,11 +46,27 @@ bool KeepsLoneOperand(bool isFirst, BoolOp op) noexcept {
 
 }  // namespace
 
+void LabelCopies(Area* a, Area* b, SweepRecords& records, FillRules rules) {
+  MarkOperand(a, true);
+  MarkOperand(b, false);
+  SegmentTable table;
+  table.reserve(CountVertices(a) + CountVertices(b));
+  FillSegments(table, a);
+  FillSegments(table, b);
+  Sweep sweep(records);
+  sweep.Run(table);
+  AnalysePixels(a, records.entries);
+  AnalysePixels(b, records.entries);
+  LabelEdges(sweep.Seeds(), rules);
+  LabelContours(a);
+  LabelContours(b);
+}
+
 ERR::CODE CombineCopies(Area* a, Area* b, Area*& result, BoolOp op, SweepRecords& records,
                         FillRules rules, ResultForm form) noexcept {
   result = nullptr;
   return Guarded([&] {
-    SweepAndLabel(a, b, rules, records);
+    LabelCopies(a, b, records, rules);
     result = Assemble(a, b, op, form);
   });
 }

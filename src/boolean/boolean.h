@@ -62,4 +62,9 @@ enum class ResultForm : std::uint8_t {
 ERR::CODE CombineCopies(Area* a, Area* b, Area*& result, BoolOp op, SweepRecords& records,
                         FillRules rules = {}, ResultForm form = ResultForm::kContours) noexcept;
 
+/// The first half of that: splits and labels the copies. What an operation takes of each
+/// contour is then for CollectContour (assembly.h). Raises ERR::NOMEM, throws
+/// std::bad_alloc; the copies are still whole.
+void LabelCopies(Area* a, Area* b, SweepRecords& records, FillRules rules = {});
+
 }  // namespace zelvan

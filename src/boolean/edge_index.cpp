@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <utility>
 
 #include "polygon/area.h"
 
@@ -67,15 +68,39 @@ EdgeIndex::EdgeIndex(const Area* ring, std::size_t more) {
   }
   first_.assign(static_cast<std::size_t>(side_) * static_cast<std::size_t>(side_), kNone);
   entries_.reserve(edges);
-  std::uint32_t area = 0;
-  ForEachArea(ring, [&](const Area* a) {
-    for (const Contour* c = a->contours; c != nullptr; c = c->next) Add(c, area);
-    ++area;
-  });
+  ForEachContour(ring, [&](const Contour* contour) { Add(contour); });
 }
 
-void EdgeIndex::Add(const Contour* contour, std::uint32_t area) {
-  ForEachVertex(contour, [&](const VertexNode* v) { AddEdge(v->grid, v->next->grid, area); });
+void EdgeIndex::Add(const Contour* contour) {
+  ForEachVertex(contour, [&](const VertexNode* v) { AddEdge(v->grid, v->next->grid, contour); });
+}
+
+void EdgeIndex::Remove(const Contour* contour) noexcept {
+  ForEachVertex(contour, [&](const VertexNode* v) { TakeOut(v->grid, v->next->grid, contour); });
+}
+
+// What the rings have in common around their heads stays.
+void EdgeIndex::Exchange(const Contour* contour, const Contour* old) {
+  const VertexNode* v = contour->head;
+  const VertexNode* w = old->head;
+  const VertexNode* vEnd = v;
+  const VertexNode* wEnd = w;
+  if (v->grid == w->grid) {
+    const auto isLast = [&] { return v->next == contour->head || w->next == old->head; };
+    for (; !isLast() && v->next->grid == w->next->grid; w = w->next) v = v->next;
+    while (vEnd->prev != v && wEnd->prev != w && vEnd->prev->grid == wEnd->prev->grid) {
+      vEnd = vEnd->prev;
+      wEnd = wEnd->prev;
+    }
+  }
+  do {
+    TakeOut(w->grid, w->next->grid, contour);
+    w = w->next;
+  } while (w != wEnd);
+  do {
+    AddEdge(v->grid, v->next->grid, contour);
+    v = v->next;
+  } while (v != vEnd);
 }
 
 bool EdgeIndex::Meets(const GridBox& box) const noexcept {
@@ -94,7 +119,7 @@ bool EdgeIndex::Meets(const GridBox& box) const noexcept {
 // Goes left, bucket by bucket, to the nearest edge; p lies on the side of its region or
 // on the other one. An edge that is found before its own bucket waits until that is
 // reached.
-std::uint32_t EdgeIndex::FaceAt(GridPoint p) const noexcept {
+const Contour* EdgeIndex::FaceAt(GridPoint p) const noexcept {
   const Entry* nearest = nullptr;
   const std::int32_t row = BucketOf(p.gy);
   for (std::int32_t column = BucketOf(p.gx); column >= 0; --column) {
@@ -109,7 +134,7 @@ std::uint32_t EdgeIndex::FaceAt(GridPoint p) const noexcept {
     if (nearest != nullptr && RightOf(border, nearest->from, nearest->to) <= 0) break;
   }
   const bool inside = nearest != nullptr && nearest->to.gy < nearest->from.gy;
-  return inside ? nearest->area : kNoArea;
+  return inside ? nearest->contour : nullptr;
 }
 
 // A box may reach beyond the grid by a step.
@@ -124,10 +149,8 @@ std::size_t EdgeIndex::At(std::int32_t column, std::int32_t row) const noexcept 
 }
 
 // Column by column, the rows that the edge takes between the column's borders.
-void EdgeIndex::AddEdge(GridPoint from, GridPoint to, std::uint32_t area) {
-  const Entry entry{from, to, area, kNone};
-  GridPoint a = from;
-  GridPoint b = to;
+template <class Visit>
+void EdgeIndex::ForEachBucket(GridPoint a, GridPoint b, Visit visit) {
   if (a.gx > b.gx) std::swap(a, b);
   const std::int32_t last = BucketOf(b.gx);
   const std::int64_t dx = b.gx - a.gx;
@@ -138,17 +161,43 @@ void EdgeIndex::AddEdge(GridPoint from, GridPoint to, std::uint32_t area) {
     const std::int64_t leave = column == last ? b.gy : a.gy + FloorDiv(dy * (border - a.gx), dx);
     const std::int32_t top = BucketOf(std::max(enter, leave) + 1);
     for (std::int32_t row = BucketOf(std::min(enter, leave)); row <= top; ++row) {
-      Put(column, row, entry);
+      visit(first_[At(column, row)]);
     }
     enter = leave;
   }
 }
 
-void EdgeIndex::Put(std::int32_t column, std::int32_t row, const Entry& entry) {
-  std::uint32_t& first = first_[At(column, row)];
-  entries_.push_back(entry);
-  entries_.back().next = first;
-  first = static_cast<std::uint32_t>(entries_.size() - 1);
+void EdgeIndex::AddEdge(GridPoint from, GridPoint to, const Contour* contour) {
+  const Entry entry{from, to, contour, kNone};
+  ForEachBucket(from, to, [&](std::uint32_t& bucket) { Put(bucket, entry); });
+}
+
+void EdgeIndex::Put(std::uint32_t& bucket, const Entry& entry) {
+  std::uint32_t place = free_;
+  if (place != kNone) {
+    free_ = entries_[place].next;
+    entries_[place] = entry;
+  } else {
+    place = static_cast<std::uint32_t>(entries_.size());
+    entries_.push_back(entry);
+  }
+  entries_[place].next = bucket;
+  bucket = place;
+}
+
+void EdgeIndex::TakeOut(GridPoint from, GridPoint to, const Contour* contour) noexcept {
+  ForEachBucket(from, to, [&](std::uint32_t& bucket) {
+    std::uint32_t* link = &bucket;
+    while (*link != kNone) {
+      Entry& entry = entries_[*link];
+      if (entry.contour == contour && entry.from == from && entry.to == to) {
+        const std::uint32_t taken = std::exchange(*link, entry.next);
+        entry.next = std::exchange(free_, taken);
+        return;
+      }
+      link = &entry.next;
+    }
+  });
 }
 
 }  // namespace zelvan

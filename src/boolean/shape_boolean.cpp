@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "boolean/bent_edges.h"
 #include "boolean/boolean.h"
 #include "boolean/operand.h"
 #include "boolean/regrid.h"
@@ -30,52 +31,10 @@ WorldBox CommonBox(const Area* areas, const WorldBox& grid, const Shape& other) 
   return box;
 }
 
-// The vertices of a ring, to see after an operation on it whether its edges are straight.
-class Edges {
- public:
-  explicit Edges(Area* ring) : ring_(ring) {
-    ForEachContour(ring, [&](const Contour* contour) {
-      ForEachVertex(contour, [&](const VertexNode* v) { places_.push_back(v->grid); });
-      sizes_.push_back(contour->count);
-    });
-  }
-
-  /// Do the vertices that the sweep has put into each edge lie on it?
-  [[nodiscard]] bool AreStraight() const noexcept {
-    bool straight = true;
-    const GridPoint* first = places_.data();
-    const std::uint32_t* size = sizes_.data();
-    ForEachContour(ring_, [&](const Contour* contour) {
-      straight = straight && IsStraight(contour, first, *size);
-      first += *size++;
-    });
-    return straight;
-  }
-
- private:
-  static bool IsStraight(const Contour* contour, const GridPoint* places,
-                         std::uint32_t size) noexcept {
-    std::uint32_t k = 0;
-    for (const VertexNode* v = contour->head->next;; v = v->next) {
-      const GridPoint to = places[(k + 1) % size];
-      if (v->grid == to) {
-        if (++k == size) return true;
-      } else if (v == contour->head || Cross(places[k], to, v->grid) != 0) {
-        return false;
-      }
-    }
-  }
-
-  const Area* ring_;
-  std::vector<GridPoint> places_;
-  std::vector<std::uint32_t> sizes_;
-};
-
 void CombineOrRaise(Shape& shape, const Shape& other, BoolOp op) {
   try {
     OwnedRing result;
-    bool isExact = false;
-    const auto box = CombineRegions(shape.areas, BoxOf(shape), other, op, result, isExact);
+    const auto box = CombineRegions(shape.areas, BoxOf(shape), other, op, result, nullptr);
     if (box) TakeOver(shape, result, MakeTables(result.first), *box);
   } catch (const std::bad_alloc&) {
     ERR::Raise(ERR::NOMEM);
@@ -89,8 +48,8 @@ WorldBox BoxOf(const Shape& shape) noexcept {
 }
 
 std::optional<WorldBox> CombineRegions(const Area* areas, const WorldBox& grid, const Shape& other,
-                                       BoolOp op, OwnedRing& result, bool& isExact) {
-  isExact = false;
+                                       BoolOp op, OwnedRing& result, bool* isSettled) {
+  if (isSettled != nullptr) *isSettled = false;
   if (other.areas == nullptr || (areas == nullptr && op != UNION)) return std::nullopt;
   if (areas == nullptr) {
     result.first = CopyOperand(other.areas);
@@ -100,15 +59,23 @@ std::optional<WorldBox> CombineRegions(const Area* areas, const WorldBox& grid, 
   SweepRecords records;
   const OwnedRing a(CopyOnGrid(areas, grid, common));
   const OwnedRing b(CopyOnGrid(other.areas, BoxOf(other), common));
-  const Edges edgesA(a.first);
-  const Edges edgesB(b.first);
   const bool both = a.first != nullptr && b.first != nullptr;
+  std::vector<SourceEdges> edges;
+  if (both && isSettled != nullptr) {
+    edges.emplace_back(a.first);
+    edges.emplace_back(b.first);
+  }
   const ERR::CODE code = both ? CombineCopies(a.first, b.first, result.first, op, records)
                               : Boolean(a.first, b.first, result.first, op);
   if (code != ERR::OK) ERR::Raise(code);
   if (result.first == nullptr) return grid;
   const WorldBox own = MoveToOwnGrid(result.first, common);
-  isExact = both && IsSame(own, common) && edgesA.AreStraight() && edgesB.AreStraight();
+  if (!edges.empty() && IsSame(own, common)) {
+    BentEdges bent;
+    edges[0].AddBent(a.first, op, bent);
+    edges[1].AddBent(b.first, op, bent);
+    *isSettled = KeepSettled(bent, result.first);
+  }
   return own;
 }
 

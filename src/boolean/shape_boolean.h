@@ -36,11 +36,11 @@ void Subtract(Shape& shape, const Shape& other);
 /// @return the box of the result's grid, `grid` where the result is null; none where
 ///         the operation leaves the region as it is. Raises what Unite does, throws
 ///         std::bad_alloc.
-/// @param isExact  receives whether the result is on the grid of the operation and each of
-///         its edges on a straight edge of the operands, as that grid held them
+/// @param isSettled  receives, unless null, whether the result is known to be settled
+///         (bent_edges.h) and on the grid of the operation
 [[nodiscard]] std::optional<WorldBox> CombineRegions(const Area* areas, const WorldBox& grid,
                                                      const Shape& other, BoolOp op,
-                                                     OwnedRing& result, bool& isExact);
+                                                     OwnedRing& result, bool* isSettled);
 
 /// Exchanges the shape's region for another one, with its tables and its grid's box.
 void TakeOver(Shape& shape, OwnedRing& ring, ShapeTables tables, const WorldBox& grid) noexcept;

@@ -8,10 +8,11 @@
 #include <new>
 #include <optional>
 #include <utility>
-#include <vector>
 
 #include "boolean/assembly.h"
-#include "boolean/edge_index.h"
+#include "boolean/grid_box.h"
+#include "boolean/near_operation.h"
+#include "boolean/region_index.h"
 #include "boolean/regrid.h"
 #include "boolean/shape_boolean.h"
 #include "boolean/snapped_contour.h"
@@ -28,105 +29,12 @@ bool Contains(const WorldBox& box, const WorldBox& inner) noexcept {
          inner.max.y <= box.max.y;
 }
 
-GridBox Widened(const GridBox& box) noexcept {
-  return {{box.min.gx - 1, box.min.gy - 1}, {box.max.gx + 1, box.max.gy + 1}};
-}
-
-bool Overlap(const GridBox& a, const GridBox& b) noexcept {
-  return a.min.gx <= b.max.gx && b.min.gx <= a.max.gx && a.min.gy <= b.max.gy &&
-         b.min.gy <= a.max.gy;
-}
-
-bool AnyEdgeMeets(const Area* ring, const GridBox& box) noexcept {
-  bool met = false;
-  ForEachContour(ring, [&](const Contour* contour) {
-    if (met || !Overlap(contour->gridBox, box)) return;
-    ForEachVertex(contour, [&](const VertexNode* v) {
-      met = met || EdgeMeetsBox(v->grid, v->next->grid, box);
-    });
-  });
-  return met;
-}
-
-bool AnyHoleOverlaps(const Area* area, const GridBox& box) noexcept {
-  const Contour* hole = area->contours->next;
-  while (hole != nullptr && !Overlap(hole->gridBox, box)) hole = hole->next;
-  return hole != nullptr;
-}
-
-Contour* LastOf(Contour* contour) noexcept {
-  while (contour->next != nullptr) contour = contour->next;
-  return contour;
-}
-
-// An area without its holes, as long as this lives.
-class WithoutHoles {
- public:
-  explicit WithoutHoles(Area* area) noexcept
-      : outer_(area->contours), holes_(std::exchange(outer_->next, nullptr)) {}
-  WithoutHoles(const WithoutHoles&) = delete;
-  WithoutHoles& operator=(const WithoutHoles&) = delete;
-  ~WithoutHoles() { outer_->next = holes_; }
-
-  /// Hands the holes on.
-  [[nodiscard]] Contour* Release() noexcept { return std::exchange(holes_, nullptr); }
-
- private:
-  Contour* outer_;
-  Contour* holes_;
-};
-
-bool AreSame(const Contour* a, const Contour* b) noexcept {
-  if (a->count != b->count || a->flags != b->flags) return false;
-  const VertexNode* v = a->head;
-  const VertexNode* w = b->head;
-  do {
-    if (v->grid != w->grid) return false;
-    v = v->next;
-    w = w->next;
-  } while (v != a->head);
-  return true;
-}
-
-// Where contours are linked: by the numbers of the areas, as in the index.
-class Linker {
- public:
-  Linker(OwnedRing& ring, std::size_t more) : ring_(ring), index_(ring.first, more) {
-    ForEachArea(ring.first, [&](Area* area) { places_.push_back(LastOf(area->contours)); });
-  }
-
-  [[nodiscard]] bool Meets(const GridBox& box) const noexcept { return index_.Meets(box); }
-
-  /// Links a plain contour that comes near no edge where the operation would put it, or
-  /// frees it. After a failure the ring is as it was and the linker of no use.
-  void Link(OwnedContour contour, BoolOp op) {
-    const std::uint32_t area = index_.FaceAt(contour->gridBox.min);
-    const bool isInside = area != EdgeIndex::kNoArea;
-    if (isInside != (op == SUBTRACT) || !FinishContour(contour.get())) return;
-    const bool runsCcw = (contour->flags & CONTOUR_CCW) != 0;
-    if (runsCcw != (op == UNION)) ReverseContour(contour.get());
-    if (isInside) {
-      index_.Add(contour.get(), area);
-      Contour*& last = places_[area];
-      last = last->next = contour.release();
-      return;
-    }
-    OwnedRing one(NewArea());
-    index_.Add(contour.get(), static_cast<std::uint32_t>(places_.size()));
-    places_.push_back(contour.get());
-    one.first->contours = contour.release();
-    AppendArea(ring_.first, one.release());
-  }
-
- private:
-  OwnedRing& ring_;
-  EdgeIndex index_;
-  std::vector<Contour*> places_;  // the last contour of each area
-};
-
 // The region while the queue is applied, apart from the shape, which takes it over at
 // the end.
 class Accumulation {
+  // So many looks at all contours cost about what an index does.
+  static constexpr int kMostWithoutIndex = 128;
+
  public:
   Accumulation(Shape& shape, BoolOp op, const ShapeQueue& others)
       : shape_(shape), op_(op), grid_(BoxOf(shape)) {
@@ -138,9 +46,10 @@ class Accumulation {
     edgesToCome_ -= other.vertexTable.size();
     if (settled_ && ApplyToSettled(other)) return;
     OwnedRing result;
-    bool isExact = false;
-    const auto grid = CombineRegions(Ring(), grid_, other, op_, result, isExact);
-    if (grid) Replace(result, *grid, isExact);
+    bool isSettled = false;
+    bool* const wanted = edgesToCome_ > 0 ? &isSettled : nullptr;
+    const auto grid = CombineRegions(Ring(), grid_, other, op_, result, wanted);
+    if (grid) Replace(result, *grid, isSettled);
   }
 
   /// Hands the region to the shape. Throws std::bad_alloc; the shape is as it was.
@@ -152,9 +61,10 @@ class Accumulation {
   [[nodiscard]] const Area* Ring() const noexcept { return isOwn_ ? own_.first : shape_.areas; }
 
   void Replace(OwnedRing& ring, const WorldBox& grid, bool isSettled) noexcept {
-    linker_.reset();
+    index_.reset();
+    withoutIndex_ = 0;
     settled_ = isSettled;
-    extent_.reset();
+    fillsGrid_.reset();
     std::swap(own_.first, ring.first);
     isOwn_ = true;
     grid_ = grid;
@@ -162,67 +72,72 @@ class Accumulation {
 
   // The ways that take less than an operation on everything. @return whether one did
   bool ApplyToSettled(const Shape& other) {
-    OwnedContour contour = PlainOnGrid(other);
-    if (contour == nullptr) return false;
-    const GridBox box = Widened(contour->gridBox);
-    if (!linker_ && !AnyEdgeMeets(own_.first, box)) linker_.emplace(own_, edgesToCome_);
-    if (linker_ && !linker_->Meets(box)) {
-      linker_->Link(std::move(contour), op_);
-      return true;
+    if (!LeavesTheGrid(other)) return false;
+    OwnedRing operand(CopyOnGrid(other.areas, BoxOf(other), grid_));
+    if (operand.first == nullptr) return true;
+    const GridBox box = Widened(BoxOfRing(operand.first));
+    if (!index_) {
+      NearOperation operation(own_, box, op_);
+      if (operation.AnyEdgeIsNear() && ++withoutIndex_ < kMostWithoutIndex) {
+        return Apply(operation, operand);
+      }
+      index_.emplace(own_, edgesToCome_);
     }
-    return CombineOutline(other, box);
+    if (!index_->Meets(box) && LinkIfPlain(operand)) return true;
+    NearOperation operation(own_, *index_, box, op_);
+    return Apply(operation, operand);
   }
 
-  // The one contour of a shape on the region's grid, if it leaves that grid as it is and
-  // is plain; else null.
-  OwnedContour PlainOnGrid(const Shape& other) {
-    if (!LeavesTheGrid(other) || other.areas->next != other.areas ||
-        other.areas->contours->next != nullptr) {
-      return nullptr;
-    }
-    const OwnedRing copy(CopyOnGrid(other.areas, BoxOf(other), grid_));
-    if (copy.first == nullptr || !IsPlain(copy.first->contours)) return nullptr;
-    return OwnedContour(std::exchange(copy.first->contours, nullptr));
-  }
-
-  // An operation that no hole of the only area takes part in. The outline either stays,
-  // and what the contour adds comes last, or each new hole has part of it and comes first.
-  bool CombineOutline(const Shape& other, const GridBox& box) {
-    Area* const area = own_.first;
-    if (area->next != area || area->contours->next == nullptr || AnyHoleOverlaps(area, box)) {
-      return false;
-    }
-    OwnedRing result;
-    bool isExact = false;
-    WithoutHoles outline(area);
-    const auto grid = CombineRegions(area, grid_, other, op_, result, isExact);
-    if (result.first == nullptr || !IsSame(*grid, grid_)) return false;
-    Contour* const outer = result.first->contours;
-    const bool outlineStays = AreSame(area->contours, outer);
-    if (!outlineStays && result.first->next != result.first) return false;
-    Contour* const holes = outline.Release();
-    Contour*& place = outlineStays ? outer->next : LastOf(outer)->next;
-    LastOf(holes)->next = place;
-    place = holes;
-    Replace(result, *grid, isExact);
+  bool Apply(NearOperation& operation, OwnedRing& operand) {
+    if (!operation.Prepare(operand)) return false;
+    operation.Commit();
+    settled_ = operation.IsSettled();
+    if (index_) Tell(operation);
     return true;
   }
 
-  // Is the box of both the box of the region's grid?
+  void Tell(const NearOperation& operation) noexcept {
+    try {
+      if (settled_) return operation.Tell(*index_);
+    } catch (...) {
+      ERR::Clear();
+    }
+    index_.reset();
+  }
+
+  // Where a plain contour that comes near no edge goes by the face that it lies in, if it
+  // goes anywhere.
+  bool LinkIfPlain(OwnedRing& operand) {
+    const Area* only = operand.first;
+    if (only->next != only || only->contours->next != nullptr || !IsPlain(only->contours)) {
+      return false;
+    }
+    OwnedContour contour(std::exchange(operand.first->contours, nullptr));
+    Area* const area = index_->AreaAt(contour->gridBox.min);
+    const bool isInside = area != nullptr;
+    if (isInside != (op_ == SUBTRACT) || !FinishContour(contour.get())) return true;
+    const bool runsCcw = (contour->flags & CONTOUR_CCW) != 0;
+    if (runsCcw != (op_ == UNION)) ReverseContour(contour.get());
+    index_->Append(std::move(contour), area);
+    return true;
+  }
+
+  // Is the box of both the box of the region's grid, which the region fills?
   bool LeavesTheGrid(const Shape& other) {
     if (own_.first == nullptr || other.areas == nullptr) return false;
-    if (!extent_) extent_ = WorldBoxOf(own_.first, grid_);
-    return Contains(*extent_, grid_) && Contains(grid_, WorldBoxOf(other.areas, BoxOf(other)));
+    if (!fillsGrid_) fillsGrid_ = Contains(BoxOfRing(own_.first), kWholeGrid);
+    return *fillsGrid_ && Contains(grid_, WorldBoxOf(other.areas, BoxOf(other)));
   }
 
   Shape& shape_;
   BoolOp op_;
   OwnedRing own_;  // the region once it is no more the shape's
   bool isOwn_ = false;
-  WorldBox grid_;                   // of the region
-  std::optional<WorldBox> extent_;  // of the region, where known
-  bool settled_ = false;            // the region is its own, and settled
-  std::optional<Linker> linker_;    // of a settled region, once there is use for it
+  WorldBox grid_;                     // of the region
+  std::optional<bool> fillsGrid_;     // does the region, where that is known?
+  bool settled_ = false;              // the region is its own, and settled
+  std::optional<RegionIndex> index_;  // of a settled region, once there is use for it
+  int withoutIndex_ = 0;              // operations since the region is another one
   std::size_t edgesToCome_ = 0;
 };
 

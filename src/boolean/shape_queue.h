@@ -3,16 +3,14 @@
 //
 // Most operations of a queue touch nothing: a hole strictly inside, an island apart.
 // Such a contour is linked where the operation would have put it, without a sweep, in
-// time that depends on its own size alone. Others pass by the holes that they do not
-// come near. Tables are made once.
+// time that depends on its own size alone. Most others touch few contours: the rest pass
+// by (near_operation.h). Tables are made once.
 //
-// Why that is the same. Call a region settled when the operation that made it left it on
-// its grid and bent no edge: each edge lies on a straight one of the operands, which
-// passed every hot pixel through its centre. The pixels of the region are among those. So
-// the next operation bends none of its edges either and traces its contours as they are,
-// from the same heads, but where the new contour comes near: with that contour a step away
-// from every edge, nowhere. What happens to such a contour follows from the face that it
-// lies in:
+// Why that is the same. In a settled region (bent_edges.h) no edge meets the pixel of a
+// vertex but in its centre. So an operation bends none of the edges and traces the contours
+// as they are, from the same heads, but where the new contour comes near: with that contour
+// a step away from every edge, nowhere. What happens to such a contour follows from the
+// face that it lies in:
 //
 //               in the region                            outside
 //   Subtract    a hole, behind the area's others         nothing
@@ -20,13 +18,7 @@
 //
 // The contour comes back with its own head as long as it is plain (snapped_contour.h),
 // and the new region is settled too. Vertices keep their grid as long as the contour lies
-// within the region's box.
-//
-// The contours of one settled area do not touch: what touches is one walk. So where
-// a plain contour comes near an only area's outline but stays a step away from the boxes
-// of its holes, the operation on the outline alone gives all but the holes. A new hole
-// either has part of the outline, which the assembly meets first, or is the contour
-// itself, which it meets last, and then the outline stays as it is.
+// within the box of the grid and the region fills that.
 #pragma once
 
 #include <list>

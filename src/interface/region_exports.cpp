@@ -1,15 +1,14 @@
 // The exported functions on regions: arguments are checked here, failures become statuses, and
 // no exception leaves.
-#include <zelvan/error.h>
 #include <zelvan/region_c.h>
 
 #include <algorithm>
 #include <limits>
-#include <new>
 
 #include "interface/region.h"
 #include "interface/region_mesh.h"
 #include "interface/region_operations.h"
+#include "interface/region_refusal.h"
 
 namespace {
 
@@ -32,20 +31,9 @@ zelvan_status Guarded(zelvan_fault* fault, Work work) noexcept {
   try {
     work();
     return ZELVAN_OK;
-  } catch (const RegionRefusal& refusal) {
-    const bool hasPlace =
-        refusal.status == ZELVAN_NOT_FINITE || refusal.status == ZELVAN_OUTSIDE_GRID;
-    if (hasPlace && fault != nullptr) *fault = refusal.fault;
-    return refusal.status;
-  } catch (const std::bad_alloc&) {
-    return ZELVAN_NO_MEMORY;
   } catch (...) {
-    return ERR::Clear() == ERR::NOMEM ? ZELVAN_NO_MEMORY : ZELVAN_INTERNAL;
+    return StatusOfException(fault);
   }
-}
-
-void Require(bool condition, zelvan_status otherwise = ZELVAN_BAD_ARGUMENT) {
-  if (!condition) throw RegionRefusal{otherwise};
 }
 
 RingInput CheckedRings(const double* xy, const std::uint32_t* offsets, std::uint32_t count) {
@@ -168,7 +156,7 @@ void ZELVAN_CALL zelvan_region_grid(const zelvan_region* region, zelvan_grid* gr
 double ZELVAN_CALL zelvan_region_area(const zelvan_region* region) {
   if (region == nullptr) return 0.0;
   const double step = region->grid.Step();
-  return static_cast<double>(TwiceArea(region->flat)) * 0.5 * step * step;
+  return DoubleOf(TwiceArea(region->flat)) * 0.5 * step * step;
 }
 
 int32_t ZELVAN_CALL zelvan_region_bounds(const zelvan_region* region, double* box) {

@@ -21,6 +21,14 @@ bool IsAllowed(double v) noexcept {
   return std::fabs(v) <= std::ldexp(1.0, kGreatestNumberExponent);
 }
 
+// A double without a fraction, of at most 53 bits, as a whole number; in two halves, too.
+std::int64_t WholeOf(double value) noexcept {
+  const double high = std::floor(value * 0x1p-26);
+  const double low = value - high * 0x1p26;
+  return std::int64_t{static_cast<std::int32_t>(high)} * (std::int64_t{1} << 26) +
+         static_cast<std::int32_t>(low);
+}
+
 // The whole number next to one, the upper one of two; infinite stays so.
 double Nearest(double steps) noexcept {
   const double below = std::floor(steps);
@@ -28,7 +36,7 @@ double Nearest(double steps) noexcept {
 }
 
 bool IsIndex(double steps, std::int64_t origin) noexcept {
-  const double index = steps - static_cast<double>(origin);
+  const double index = steps - DoubleOf(origin);
   return index >= 0.0 && index <= GRID_MAX;
 }
 
@@ -46,7 +54,7 @@ int LeastExponent(double extent, double farthest, int least) noexcept {
 
 std::int64_t OriginAround(double low, double high, double perUnit) noexcept {
   const double middle = std::floor((low / 2 + high / 2) * perUnit);
-  return static_cast<std::int64_t>(middle) - GRID_OFFSET;
+  return WholeOf(middle) - GRID_OFFSET;
 }
 
 // A number of steps at another, coarser step, to the nearest, the upper one of two.
@@ -87,9 +95,9 @@ std::optional<RegionGrid> RegionGrid::From(const zelvan_grid& grid) noexcept {
   result.SetExponent(exponent);
   const auto take = [&result](double v, std::int64_t& origin) {
     const double steps = v * result.perUnit_;
-    if (!(std::fabs(steps) <= static_cast<double>(kFarthestOrigin))) return false;
-    origin = static_cast<std::int64_t>(steps);
-    return static_cast<double>(origin) * result.step_ == v;
+    if (!(std::fabs(steps) <= DoubleOf(kFarthestOrigin))) return false;
+    origin = WholeOf(std::floor(steps));
+    return DoubleOf(origin) * result.step_ == v;
   };
   if (!take(grid.x, result.x_) || !take(grid.y, result.y_)) return std::nullopt;
   return result;
@@ -116,7 +124,7 @@ std::optional<RegionGrid> RegionGrid::Covering(const WorldBox& box, int leastExp
 }
 
 zelvan_grid RegionGrid::Data() const noexcept {
-  return {static_cast<double>(x_) * step_, static_cast<double>(y_) * step_, step_};
+  return {DoubleOf(x_) * step_, DoubleOf(y_) * step_, step_};
 }
 
 void RegionGrid::SetExponent(int exponent) noexcept {
@@ -129,8 +137,7 @@ std::optional<GridPoint> RegionGrid::Snap(WorldPoint p) const noexcept {
   const double x = Nearest(p.x * perUnit_);
   const double y = Nearest(p.y * perUnit_);
   if (!IsIndex(x, x_) || !IsIndex(y, y_)) return std::nullopt;
-  return GridPoint{CoordinateOf(static_cast<std::int64_t>(x), x_),
-                   CoordinateOf(static_cast<std::int64_t>(y), y_)};
+  return GridPoint{CoordinateOf(WholeOf(x), x_), CoordinateOf(WholeOf(y), y_)};
 }
 
 GridPoint RegionGrid::Move(GridPoint p, const RegionGrid& from) const noexcept {
@@ -149,8 +156,7 @@ WorldPoint RegionGrid::StepsOf(WorldPoint p) const noexcept {
 }
 
 WorldPoint RegionGrid::StepsOf(GridPoint p) const noexcept {
-  return {static_cast<double>(x_ + GRID_OFFSET + p.gx),
-          static_cast<double>(y_ + GRID_OFFSET + p.gy)};
+  return {DoubleOf(x_ + GRID_OFFSET + p.gx), DoubleOf(y_ + GRID_OFFSET + p.gy)};
 }
 
 bool RegionGrid::Holds(const WorldBox& box) const noexcept {

@@ -62,6 +62,15 @@ class RegionGrid {
   double perUnit_ = 1.0;  // steps
 };
 
+/// A whole number of at most 53 bits as a double, in two halves: 32-bit targets would send 64
+/// bits through the x87 unit.
+[[nodiscard]] constexpr double DoubleOf(std::int64_t whole) noexcept {
+  constexpr std::int64_t half = std::int64_t{1} << 26;
+  const auto high = static_cast<std::int32_t>(whole >> 26);
+  const auto low = static_cast<std::int32_t>(whole & (half - 1));
+  return static_cast<double>(high) * static_cast<double>(half) + static_cast<double>(low);
+}
+
 /// A grid and what must be on it.
 struct GridClaim {
   RegionGrid grid;

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "boolean/boolean.h"
+#include "interface/region_refusal.h"
 #include "polygon/area_builder.h"
 #include "polygon/contour.h"
 #include "polygon/grid_mapping.h"

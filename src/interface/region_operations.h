@@ -1,6 +1,6 @@
 // Regions from rings and from other regions, each by one sweep of the Boolean engine.
 //
-// All throw std::bad_alloc, what the engine raises, and RegionRefusal.
+// All throw std::bad_alloc, what the engine raises, and RegionRefusal (region_refusal.h).
 #pragma once
 
 #include <zelvan/fill_rule.h>
@@ -13,12 +13,6 @@
 #include "interface/region_grid.h"
 
 namespace zelvan {
-
-/// What the caller did wrong, and in which coordinate.
-struct RegionRefusal {
-  zelvan_status status;
-  zelvan_fault fault{};
-};
 
 /// Rings as the C functions take them, checked.
 struct RingInput {

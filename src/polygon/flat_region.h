@@ -65,7 +65,7 @@ void ForEachTouch(const FlatRegion& region, std::size_t polygon, Visit visit) {
     const auto next = std::find_if(begin, end, [&](std::uint32_t i) {
       return i >= last || region.points[i] != region.points[*begin];
     });
-    visit(std::span<const std::uint32_t>(begin, next));
+    visit(std::span<const std::uint32_t>(&*begin, static_cast<std::size_t>(next - begin)));
     begin = next;
   }
 }

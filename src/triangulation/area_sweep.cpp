@@ -367,7 +367,8 @@ bool Sweep(zelvan::Area& area, const SweepSettings& settings) {
   FlatArea flat;
   if (!Flatten(area, flat)) return false;
   area.triangleCount = TrianglesOf(flat);
-  area.triangles = std::make_unique_for_overwrite<zelvan::Triangle[]>(area.triangleCount);
+  // Not by std::make_unique_for_overwrite, which older standard libraries lack.
+  area.triangles.reset(new zelvan::Triangle[area.triangleCount]);
   TriangleWriter writer(area, flat.vertices, settings.mesh, settings.numbering);
   AreaSweep<Chains> sweep(flat, writer);
   const bool isKnown =

@@ -3,8 +3,8 @@
 // tangent or arc cosine as the numbers themselves.
 #pragma once
 
-#include <bit>
 #include <cstdint>
+#include <cstring>
 #include <map>
 #include <string>
 #include <type_traits>
@@ -12,6 +12,15 @@
 #include <vector>
 
 namespace same_bytes {
+
+/// As std::bit_cast, which the standard library for WebAssembly lacks.
+template <class To, class From>
+To BitCast(const From& from) {
+  static_assert(sizeof(To) == sizeof(From));
+  To to;
+  std::memcpy(&to, &from, sizeof to);
+  return to;
+}
 
 /// FNV-1a over 64-bit words (Fowler, Noll, Vo 1991). Every NaN counts as the same
 /// number: its sign and payload are the compiler's choice.
@@ -26,7 +35,7 @@ class Hash {
     return *this;
   }
   Hash& Add(double value) {
-    return Add(std::bit_cast<std::int64_t>(value == value ? value : kNaN));
+    return Add(value == value ? BitCast<std::int64_t>(value) : kNaN);
   }
   template <class T>
   Hash& Add(const std::vector<T>& values) {
@@ -38,7 +47,7 @@ class Hash {
   [[nodiscard]] std::uint64_t Value() const { return state_; }
 
  private:
-  static constexpr double kNaN = std::bit_cast<double>(std::uint64_t{0x7FF8000000000000});
+  static constexpr std::int64_t kNaN = 0x7FF8000000000000;
 
   std::uint64_t state_ = 0xCBF29CE484222325u;
 };
@@ -64,7 +73,7 @@ class Results {
   }
   void Close(std::string name, const std::vector<double>& numbers) {
     Result result{std::move(name), false, {}};
-    for (const double x : numbers) result.words.push_back(std::bit_cast<std::uint64_t>(x));
+    for (const double x : numbers) result.words.push_back(BitCast<std::uint64_t>(x));
     list_.push_back(std::move(result));
   }
   [[nodiscard]] const std::vector<Result>& List() const { return list_; }

@@ -2,6 +2,7 @@
 #include "support/geojson_rings.h"
 
 #include <charconv>
+#include <cstdlib>
 #include <fstream>
 #include <stdexcept>
 #include <string_view>
@@ -47,14 +48,20 @@ class Coordinates {
     for (int axis = 0; axis < 2; ++axis) {
       // Rounded exactly, whatever the platform's own functions do.
       double coordinate = 0;
+#ifdef __EMSCRIPTEN__  // whose from_chars reads no doubles, and whose strtod is exact
+      char* behind = nullptr;
+      coordinate = std::strtod(at_, &behind);
+      at_ = behind + 1;
+#else
       at_ = std::from_chars(at_, end_, coordinate).ptr + 1;  // behind , or ]
+#endif
       ring_.push_back(coordinate);
     }
     ring_.push_back(0.0);
   }
 
   const char* at_;
-  const char* end_;
+  [[maybe_unused]] const char* end_;
   Ring ring_;
   RingPolygon polygon_;
 };

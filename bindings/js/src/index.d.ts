@@ -1,0 +1,119 @@
+/** A ring: points of x and y (what follows is ignored), or x and y in turn. */
+export type Ring = readonly ArrayLike<number>[] | ArrayLike<number>;
+
+/** Rings, or what `Region.read` gives. */
+export type Rings =
+  | readonly Ring[]
+  | { readonly positions: Float64Array; readonly ringOffsets: Uint32Array };
+
+/** By which rule rings bound a region: where the winding number is odd, not 0, above 0,
+ * below 0. */
+export type Fill = 'even-odd' | 'non-zero' | 'positive' | 'negative';
+
+/** The points that vertices lie on: x + i * step, y + j * step, for i and j from 0 to
+ * 2^20 - 1. `step` is a power of two, x and y are multiples of it. */
+export interface Grid {
+  readonly x: number;
+  readonly y: number;
+  readonly step: number;
+}
+
+export interface Counts {
+  polygons: number;
+  rings: number;
+  vertices: number;
+  triangles: number;
+}
+
+/** The polygons of a region: ring i owns the points from ringOffsets[i] to
+ * ringOffsets[i + 1] - 1, polygon p the rings from polygonOffsets[p] on, the outer one
+ * first. */
+export interface Polygons {
+  positions: Float64Array;
+  ringOffsets: Uint32Array;
+  polygonOffsets: Uint32Array;
+}
+
+export interface MeshOptions {
+  /** The constrained Delaunay triangulation. */
+  delaunay?: boolean;
+  /** Give the triangles across the edges, too. */
+  neighbours?: boolean;
+  /** What is taken from each position, (0, 0) when left out. With 'grid' a Float32Array
+   * holds the positions without rounding wherever they lie. */
+  origin?: readonly [number, number] | 'grid';
+  /** Positions as a Float64Array. */
+  float64?: boolean;
+}
+
+/** Triangles, counter-clockwise, ready for vertex and index buffers. The vertices are
+ * numbered as `Region.read` gives them. */
+export interface Mesh<Positions extends Float32Array | Float64Array = Float32Array> {
+  /** x and y in turn, less the origin. */
+  positions: Positions;
+  indices: Uint32Array;
+  /** Across the first, second and third edge of each triangle, -1 on a contour. */
+  neighbours?: Int32Array;
+  origin: [number, number];
+}
+
+export interface PolygonGeometry {
+  type: 'Polygon';
+  coordinates: number[][][];
+}
+export interface MultiPolygonGeometry {
+  type: 'MultiPolygon';
+  coordinates: number[][][][];
+}
+
+/** A failed call. `ring` and `point` tell where a coordinate was refused. */
+export class ZelvanError extends Error {
+  readonly status: number;
+  readonly ring?: number;
+  readonly point?: number;
+}
+
+/** A set of polygons with holes on a grid; never changed. Its memory lies outside of
+ * JavaScript's: `free` or `using` give it back at once, the garbage collector some day. */
+export class Region {
+  private constructor();
+
+  /** The region that rings bound; they may cross, touch and repeat. Each point goes to
+   * the nearest one of the grid, by default the finest that holds all. */
+  static from(rings: Rings, options?: { fill?: Fill; grid?: Grid }): Region;
+  /** The union of what each ring encloses, whichever way it runs. */
+  static uniteRings(rings: Rings, options?: { grid?: Grid }): Region;
+  /** The union of all polygons of a GeoJSON object; points and lines are passed over. */
+  static fromGeoJSON(object: object, options?: { grid?: Grid }): Region;
+  /** The union of any number of regions, in one go. */
+  static unite(regions: Iterable<Region>): Region;
+  static empty(): Region;
+  /** The finest grid that holds some points. */
+  static gridCovering(points: Ring): Grid;
+
+  unite(other: Region): Region;
+  intersect(other: Region): Region;
+  subtract(other: Region): Region;
+  xor(other: Region): Region;
+
+  /** Whether both have the same polygons and the same grid. */
+  equals(other: Region): boolean;
+  /** For each point 1 inside, 0 on the boundary, -1 outside. */
+  contains(points: Ring): Int8Array;
+
+  readonly counts: Counts;
+  readonly isEmpty: boolean;
+  readonly area: number;
+  readonly grid: Grid;
+  /** Least x, least y, greatest x, greatest y; null for an empty region. */
+  readonly bounds: [number, number, number, number] | null;
+
+  read(): Polygons;
+  triangulate(options: MeshOptions & { float64: true }): Mesh<Float64Array>;
+  triangulate(options?: MeshOptions): Mesh;
+  toGeoJSON(): PolygonGeometry | MultiPolygonGeometry;
+
+  /** Gives the memory back; the region cannot be used any more. */
+  free(): void;
+  [Symbol.dispose](): void;
+}

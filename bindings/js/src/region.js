@@ -1,0 +1,243 @@
+// Regions: sets of polygons with holes on a grid, immutable. Each object holds one handle
+// of the module, which is given back by free(), by `using`, or by the garbage collector.
+import {
+  BAD_ARGUMENT, ZelvanError, address, bytesAt, check, doublesAt, integersAt, numbersAt, wasm, withMemory,
+} from './module.js';
+import { writeRings } from './rings.js';
+import { polygonsOf, toGeometry } from './geojson.js';
+
+const FILLS = ['even-odd', 'non-zero', 'positive', 'negative'];
+const OPERATIONS = { unite: 0, intersect: 1, subtract: 2, xor: 3 };
+const DELAUNAY = 1;
+
+const forgotten = new FinalizationRegistry((handle) => wasm.zelvan_region_release(handle));
+
+// The default grid is that of the C interface, and stands for no grid at all.
+function writeGrid(grid, reserve) {
+  if (grid == null) return 0;
+  const at = reserve(24);
+  doublesAt(at, 3).set([grid.x, grid.y, grid.step]);
+  return at;
+}
+
+function readGrid(at) {
+  const [x, y, step] = doublesAt(at, 3);
+  return { x, y, step };
+}
+
+function readCounts(at) {
+  const [polygons, rings, vertices, triangles] = numbersAt(at, 4);
+  return { polygons, rings, vertices, triangles };
+}
+
+function isCoordinateFault(status) {
+  return status === 2 || status === 3;
+}
+
+// Rings in, a handle out, by either of the two functions that make regions of rings.
+function makeRegion(rings, grid, make) {
+  return withMemory((reserve) => {
+    const { xy, offsets, count } = writeRings(rings, reserve);
+    const gridAt = writeGrid(grid, reserve);
+    const [result, fault] = [reserve(4), reserve(8)];
+    const status = make(xy, offsets, count, gridAt, result, fault);
+    if (isCoordinateFault(status)) {
+      const [ring, point] = numbersAt(fault, 2);
+      check(status, { ring, point });
+    }
+    check(status);
+    return wrap(numbersAt(result, 1)[0]);
+  });
+}
+
+const INSIDE = Symbol('made by this module');
+const wrap = (handle) => new Region(handle, INSIDE);
+
+let handleOf;  // of any argument; set inside the class, where handles can be seen
+
+export class Region {
+  #handle;
+
+  constructor(handle, maker) {
+    if (maker !== INSIDE) throw new TypeError('Make regions with Region.from and its like.');
+    this.#handle = handle;
+    forgotten.register(this, handle, this);
+  }
+
+  static from(rings, { fill = 'even-odd', grid } = {}) {
+    const rule = FILLS.indexOf(fill);
+    if (rule < 0) throw new ZelvanError(BAD_ARGUMENT, `fill must be one of ${FILLS.join(', ')}.`);
+    return makeRegion(rings, grid, (xy, offsets, count, gridAt, result, fault) =>
+      wasm.zelvan_region_create(xy, offsets, count, rule, gridAt, result, fault));
+  }
+
+  static uniteRings(rings, { grid } = {}) {
+    return makeRegion(rings, grid, wasm.zelvan_region_unite_rings);
+  }
+
+  static empty() {
+    return wrap(0);
+  }
+
+  static unite(regions) {
+    const handles = Array.from(regions, handleOf);
+    return withMemory((reserve) => {
+      const list = reserve(4 * handles.length);
+      numbersAt(list, handles.length).set(handles);
+      const result = reserve(4);
+      check(wasm.zelvan_region_unite(list, handles.length, result));
+      return wrap(numbersAt(result, 1)[0]);
+    });
+  }
+
+  static fromGeoJSON(object, { grid } = {}) {
+    const polygons = polygonsOf(object);
+    if (polygons.length === 1) return Region.from(polygons[0], { grid });
+    const common = grid ?? Region.gridCovering(polygons.flatMap((rings) => rings.flat()));
+    const regions = [];
+    try {
+      for (const rings of polygons) regions.push(Region.from(rings, { grid: common }));
+      return Region.unite(regions);
+    } finally {
+      for (const region of regions) region.free();
+    }
+  }
+
+  static gridCovering(points) {
+    return withMemory((reserve) => {
+      const { xy, points: count } = writeRings([points], reserve);
+      const grid = reserve(24);
+      check(wasm.zelvan_grid_covering(xy, count, grid));
+      return readGrid(grid);
+    });
+  }
+
+  unite(other) { return this.#combined('unite', other); }
+  intersect(other) { return this.#combined('intersect', other); }
+  subtract(other) { return this.#combined('subtract', other); }
+  xor(other) { return this.#combined('xor', other); }
+
+  #combined(operation, other) {
+    return withMemory((reserve) => {
+      const result = reserve(4);
+      check(wasm.zelvan_region_combine(OPERATIONS[operation], this.#alive(), handleOf(other), result));
+      return wrap(numbersAt(result, 1)[0]);
+    });
+  }
+
+  equals(other) {
+    return wasm.zelvan_region_equal(this.#alive(), handleOf(other)) === 1;
+  }
+
+  get counts() {
+    return withMemory((reserve) => readCounts(this.#countsInto(reserve)));
+  }
+
+  get isEmpty() {
+    return this.counts.polygons === 0;
+  }
+
+  get area() {
+    return wasm.zelvan_region_area(this.#alive());
+  }
+
+  get grid() {
+    return withMemory((reserve) => {
+      const grid = reserve(24);
+      wasm.zelvan_region_grid(this.#alive(), grid);
+      return readGrid(grid);
+    });
+  }
+
+  get bounds() {
+    return withMemory((reserve) => {
+      const box = reserve(32);
+      return wasm.zelvan_region_bounds(this.#alive(), box) === 1 ? [...doublesAt(box, 4)] : null;
+    });
+  }
+
+  contains(points) {
+    return withMemory((reserve) => {
+      const { xy, points: count } = writeRings([points], reserve);
+      const sides = reserve(count);
+      check(wasm.zelvan_region_contains(this.#alive(), xy, count, sides));
+      return bytesAt(sides, count).slice();
+    });
+  }
+
+  read() {
+    return withMemory((reserve) => {
+      const room = this.#countsInto(reserve);
+      const { polygons, rings, vertices } = readCounts(room);
+      const [xy, ringOffsets, polygonOffsets] =
+        [reserve(16 * vertices), reserve(4 * (rings + 1)), reserve(4 * (polygons + 1))];
+      check(wasm.zelvan_region_read(this.#alive(), room, xy, ringOffsets, polygonOffsets));
+      return {
+        positions: doublesAt(xy, 2 * vertices).slice(),
+        ringOffsets: numbersAt(ringOffsets, rings + 1).slice(),
+        polygonOffsets: numbersAt(polygonOffsets, polygons + 1).slice(),
+      };
+    });
+  }
+
+  triangulate({ delaunay = false, neighbours = false, origin = [0, 0], float64 = false } = {}) {
+    return withMemory((reserve) => {
+      const room = this.#countsInto(reserve);
+      const { vertices, triangles } = readCounts(room);
+      const xy = reserve(16 * vertices);
+      const corners = reserve(12 * triangles);
+      const across = neighbours ? reserve(12 * triangles) : 0;
+      check(wasm.zelvan_region_read(this.#alive(), room, xy, 0, 0));
+      check(wasm.zelvan_region_triangulate(this.#alive(), delaunay ? DELAUNAY : 0, room, corners, across));
+      const from = origin === 'grid' ? [this.grid.x, this.grid.y] : origin;
+      const mesh = {
+        positions: positionsFrom(doublesAt(xy, 2 * vertices), from, float64 ? Float64Array : Float32Array),
+        indices: numbersAt(corners, 3 * triangles).slice(),
+        origin: [...from],
+      };
+      if (neighbours) mesh.neighbours = integersAt(across, 3 * triangles).slice();
+      return mesh;
+    });
+  }
+
+  toGeoJSON() {
+    return toGeometry(this.read());
+  }
+
+  free() {
+    if (this.#handle === undefined) return;
+    forgotten.unregister(this);
+    wasm.zelvan_region_release(this.#handle);
+    this.#handle = undefined;
+  }
+
+  #countsInto(reserve) {
+    const room = reserve(16);
+    wasm.zelvan_region_counts(this.#alive(), room);
+    return room;
+  }
+
+  #alive() {
+    if (this.#handle === undefined) throw new ZelvanError(BAD_ARGUMENT, 'The region has been freed.');
+    return this.#handle;
+  }
+
+  static {
+    handleOf = (region) => {
+      if (!(#handle in Object(region))) throw new ZelvanError(BAD_ARGUMENT, 'A Region is expected.');
+      return region.#alive();
+    };
+  }
+}
+
+// `using` looks this up; where the language does not know it yet, nothing is lost.
+if (Symbol.dispose) Region.prototype[Symbol.dispose] = Region.prototype.free;
+
+function positionsFrom(xy, [x, y], Positions) {
+  const positions = new Positions(xy.length);
+  for (let i = 0; i < xy.length; i += 2) {
+    positions[i] = xy[i] - x;
+    positions[i + 1] = xy[i + 1] - y;
+  }
+  return positions;
+}

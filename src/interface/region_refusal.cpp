@@ -1,0 +1,30 @@
+// Statuses of exceptions (region_refusal.h). Apart from the exported functions, whose file
+// would export the types of what it throws and catches.
+#include "interface/region_refusal.h"
+
+#include <zelvan/error.h>
+
+#include <new>
+
+namespace zelvan {
+
+void Require(bool condition, zelvan_status otherwise) {
+  if (!condition) throw RegionRefusal{otherwise};
+}
+
+zelvan_status StatusOfException(zelvan_fault* fault) noexcept {
+  try {
+    throw;
+  } catch (const RegionRefusal& refusal) {
+    const bool hasPlace =
+        refusal.status == ZELVAN_NOT_FINITE || refusal.status == ZELVAN_OUTSIDE_GRID;
+    if (hasPlace && fault != nullptr) *fault = refusal.fault;
+    return refusal.status;
+  } catch (const std::bad_alloc&) {
+    return ZELVAN_NO_MEMORY;
+  } catch (...) {
+    return ERR::Clear() == ERR::NOMEM ? ZELVAN_NO_MEMORY : ZELVAN_INTERNAL;
+  }
+}
+
+}  // namespace zelvan

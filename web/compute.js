@@ -1,0 +1,69 @@
+// From two shapes and the settings to the answer. Runs in the page for shapes of ordinary
+// size and in a worker for large ones; `stage` is told what is being done.
+import { Region } from './zelvan/index.js';
+
+/** The grid of both shapes, `doublings` times coarser by two than it must be. */
+function gridOf(shapes, doublings) {
+  const corners = [];
+  for (const ring of [...shapes.A, ...shapes.B]) {
+    // The corners of each ring's box stand for it; what is not a number stays one.
+    let [x0, y0, x1, y1] = [ring[0], ring[1], ring[0], ring[1]];
+    for (let i = 0; i < ring.length; i += 2) {
+      x0 = Math.min(x0, ring[i]);
+      y0 = Math.min(y0, ring[i + 1]);
+      x1 = Math.max(x1, ring[i]);
+      y1 = Math.max(y1, ring[i + 1]);
+    }
+    if (ring.length > 0) corners.push(x0, y0, x1, y1);
+  }
+  const { x, y, step } = Region.gridCovering(corners);
+  const coarse = step * 2 ** doublings;
+  return { x: Math.floor(x / coarse) * coarse, y: Math.floor(y / coarse) * coarse, step: coarse };
+}
+
+/** The smallest angle of all triangles in degrees, which lies between the two longer sides. */
+function smallestAngle({ positions, indices }) {
+  let least = Infinity;
+  for (let t = 0; t < indices.length; t += 3) {
+    const [a, b, c] = [2 * indices[t], 2 * indices[t + 1], 2 * indices[t + 2]];
+    const [ux, uy] = [positions[b] - positions[a], positions[b + 1] - positions[a + 1]];
+    const [vx, vy] = [positions[c] - positions[a], positions[c + 1] - positions[a + 1]];
+    const [wx, wy] = [vx - ux, vy - uy];
+    const sides = [ux * ux + uy * uy, vx * vx + vy * vy, wx * wx + wy * wy];
+    const shortest = Math.min(...sides);
+    const dot = (sides[0] + sides[1] + sides[2]) / 2 - shortest;
+    least = Math.min(least, Math.atan2(Math.abs(ux * vy - uy * vx), dot));
+  }
+  return least === Infinity ? null : (least * 180) / Math.PI;
+}
+
+export function compute({ shapes, operation, fill, mesh, doublings }, stage = () => {}) {
+  const start = performance.now();
+  const grid = gridOf(shapes, doublings);
+  const regions = [];
+  const keep = (region) => (regions.push(region), region);
+  try {
+    stage('Reading shape A');
+    const a = keep(Region.from(shapes.A, { fill, grid }));
+    stage('Reading shape B');
+    const b = keep(Region.from(shapes.B, { fill, grid }));
+    stage('Combining');
+    const result = keep(a[operation](b));
+    const combined = performance.now();
+    stage('Cutting into triangles');
+    const triangles = result.triangulate({ delaunay: mesh === 'delaunay', neighbours: true, float64: true });
+    const cut = performance.now();
+    stage('Measuring');
+    return {
+      polygons: result.read(),
+      mesh: mesh === 'none' ? { ...triangles, indices: new Uint32Array(0), neighbours: new Int32Array(0) } : triangles,
+      counts: result.counts,
+      area: result.area,
+      step: grid.step,
+      angle: mesh === 'none' ? null : smallestAngle(triangles),
+      times: { combining: combined - start, cutting: cut - combined },
+    };
+  } finally {
+    for (const region of regions) region.free();
+  }
+}
