@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cmath>
 #include <iostream>
+#include <numeric>
 
 #include "commands.h"
 #include "output.h"
@@ -62,30 +63,41 @@ class Combination {
   }
 
   Region Run() const {
-    std::vector<Region> first = inputs_.front();
-    std::vector<Region> others;
-    for (std::size_t i = 1; i < inputs_.size(); ++i) {
-      std::vector<Region>& to = options_.command == Command::kUnion ? first : others;
-      if (Folds()) {
-        to.push_back(zelvan::Unite(inputs_[i]));
-      } else {
-        to.insert(to.end(), inputs_[i].begin(), inputs_[i].end());
-      }
+    switch (options_.command) {
+      case Command::kSubtract:
+        return zelvan::Unite(inputs_.front()) - UniteFrom(1);
+      case Command::kIntersect:
+        return std::accumulate(
+            inputs_.begin() + 1, inputs_.end(), zelvan::Unite(inputs_.front()),
+            [](const Region& all, const auto& input) { return all & zelvan::Unite(input); });
+      case Command::kXor:
+        return OddlyCovered();
+      default:
+        return UniteFrom(0);
     }
-    Region result = zelvan::Unite(first);
-    if (options_.command == Command::kSubtract) return result - zelvan::Unite(others);
-    for (const Region& other : others) {
-      result = options_.command == Command::kIntersect ? result & other : result ^ other;
-    }
-    return result;
   }
 
   bool HasRefused() const { return refused_; }
 
  private:
-  // Does one input after the other take part by itself?
-  bool Folds() const {
-    return options_.command == Command::kIntersect || options_.command == Command::kXor;
+  Region UniteFrom(std::size_t input) const {
+    std::vector<Region> regions;
+    for (; input < inputs_.size(); ++input) {
+      regions.insert(regions.end(), inputs_[input].begin(), inputs_[input].end());
+    }
+    return zelvan::Unite(regions);
+  }
+
+  // One by one, each input would meet again what the ones before have left.
+  Region OddlyCovered() const {
+    std::vector<Ring> rings;
+    for (const std::vector<Region>& input : inputs_) {
+      for (const Polygon& polygon : zelvan::Unite(input).Polygons()) {
+        const std::vector<Ring> more = RingsOf(polygon);
+        rings.insert(rings.end(), more.begin(), more.end());
+      }
+    }
+    return {rings, zelvan::FillRule::EvenOdd, grid_};
   }
 
   const Options& options_;

@@ -50,11 +50,12 @@ void AddCommonOptions(CLI::App& command, Options& options) {
           return "a step is a power of two, such as 0.0625, 1 or 64";
         }
       });
-  command.add_flag("--repair", options.repair,
-                   "mend invalid polygons, which are refused otherwise");
+  CLI::Option* repair = command.add_flag("--repair", options.repair,
+                                         "mend invalid polygons, which are refused otherwise");
   const std::map<std::string, zelvan::FillRule> rules{{"even-odd", zelvan::FillRule::EvenOdd},
                                                       {"non-zero", zelvan::FillRule::NonZero}};
   command.add_option("--fill", options.fill, "what their contours bound: even-odd or non-zero")
+      ->needs(repair)
       ->transform(CLI::CheckedTransformer(rules))
       ->type_name("RULE");
   command.add_flag("--delaunay", options.delaunay,

@@ -33,7 +33,8 @@ TEST_F(ToolTest, TellsByItsExitStatusWhatBecameOfTheInput) {
       {"union @/good.wkt --grid 0.125", 0},
       {"union @/good.wkt --grid 0.1", 2},
       {"union @/good.wkt --grid 1e-10", 2},
-      {"triangulate @/good.wkt --fill nowhere", 2},
+      {"triangulate @/good.wkt --repair --fill nowhere", 2},
+      {"triangulate @/good.wkt --fill non-zero", 2},
       {"triangulate @/missing.wkt @/good.wkt", 2},
       {"triangulate @/broken.geojson", 2},
       {"triangulate @/empty.geojson", 2},
@@ -342,7 +343,9 @@ TEST_F(ToolTest, RespectsHolesOnBothSides) {
       {"subtract @/window.wkt @/frame.wkt", 1, 0, 105 - 36 - 4},
       {"subtract @/frame.wkt @/frame.wkt", 0, 0, 0},
       {"intersect @/frame.wkt @/window.wkt", 1, 1, 36 + 4},
+      {"intersect @/frame.wkt @/window.wkt @/frame.wkt", 1, 1, 36 + 4},
       {"xor @/window.wkt @/frame.wkt", 4, 1, 105 + 185 - 2 * 40},
+      {"xor @/frame.wkt @/window.wkt @/frame.wkt", 1, 1, 105},
   };
   for (const auto& [arguments, polygons, holes, area] : cases) {
     const Outcome outcome =
