@@ -4,7 +4,7 @@
 import { compute } from './compute.js';
 import { drawDraft, drawHandles, drawScene } from './draw.js';
 import { showDrawing, showFigures, showNoFigures, showNotice, showProgress, showState, showWork } from './figures.js';
-import { Cancelled, ask } from './helper.js';
+import { Cancelled, ask, onEnd } from './helper.js';
 import { activeRings, isHeavy, state, vertexCount } from './state.js';
 import { theme } from './theme.js';
 import { boundsOf, toScreen } from './viewport.js';
@@ -25,6 +25,10 @@ const inputOf = () => {
   const { shapes, operation, fill, mesh, doublings } = state;
   return { shapes, operation, fill, mesh, doublings };
 };
+
+onEnd(() => {
+  isReady = false;
+});
 
 export const hasAnswer = () => (isHeavy() ? isReady : answer !== null);
 
@@ -99,7 +103,7 @@ async function drawInWorker(draw) {
     showDrawing(made.time);
     draw();
   } catch (error) {
-    fail(error);
+    if (!(error instanceof Cancelled)) fail(error);
   } finally {
     drawing = false;
     if (drawsAgain) drawInWorker(draw);

@@ -21,9 +21,14 @@ function start() {
   worker.addEventListener('error', (event) => endAll(new Error(event.message || 'The worker cannot be started.')));
 }
 
+const enders = [];
+/** Calls the listener when the worker was ended, with all that it knew. */
+export const onEnd = (listener) => enders.push(listener);
+
 function endAll(reason) {
   worker?.terminate();
   worker = null;
+  for (const listener of enders) listener();
   for (const { reject } of open.values()) reject(reason);
   open.clear();
 }

@@ -151,7 +151,10 @@ function listenToPanel() {
   for (const button of document.querySelectorAll('.download')) {
     button.addEventListener('click', () => download(button.dataset.format));
   }
-  byId('cancel').addEventListener('click', cancel);
+  byId('cancel').addEventListener('click', () => {
+    cancel();
+    draw();
+  });
 }
 
 function listenToBars() {
