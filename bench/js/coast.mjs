@@ -1,7 +1,8 @@
 // A coast cut into triangles in Node, beside npm's earcut in the same run:
 //   node bench/js/coast.mjs [PACKAGE] [VERTICES]
-// PACKAGE is the folder of the built package, by default build/wasm/npm. Times are medians
-// of interleaved runs, in milliseconds.
+// PACKAGE is the folder of the built package, by default build/wasm/npm; earcut is that of
+// `scripts/setup-wasm.sh --browser`. Each road runs seven times in a row, so that it pays for
+// no garbage but its own, and has three such turns; times are medians in milliseconds.
 import { createRequire } from 'node:module';
 import { resolve } from 'node:path';
 import { pathToFileURL } from 'node:url';
@@ -32,11 +33,13 @@ const roads = {
 };
 
 const times = Object.fromEntries(Object.keys(roads).map((name) => [name, []]));
-for (let run = 0; run < 15; ++run) {
+for (let turn = 0; turn < 3; ++turn) {
   for (const [name, road] of Object.entries(roads)) {
-    const begin = performance.now();
-    road();
-    times[name].push(performance.now() - begin);
+    for (let run = 0; run < 7; ++run) {
+      const begin = performance.now();
+      road();
+      times[name].push(performance.now() - begin);
+    }
   }
 }
 const median = (list) => list.toSorted((a, b) => a - b)[list.length >> 1];
