@@ -36,8 +36,7 @@ void SweepAndLabel(Area* a, Area* b, FillRules rules, SweepRecords& records) {
   FillSegments(table, b);
   Sweep sweep(records);
   sweep.Run(table);
-  AnalysePixels(a, records.entries);
-  AnalysePixels(b, records.entries);
+  AnalysePixels(sweep.Pixels(), a, b, records.entries);
   LabelEdges(sweep.Seeds(), rules);
   LabelContours(a);
   LabelContours(b);
