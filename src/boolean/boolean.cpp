@@ -55,8 +55,7 @@ void LabelCopies(Area* a, Area* b, SweepRecords& records, FillRules rules) {
   FillSegments(table, b);
   Sweep sweep(records);
   sweep.Run(table);
-  AnalysePixels(a, records.entries);
-  AnalysePixels(b, records.entries);
+  AnalysePixels(sweep.Pixels(), a, b, records.entries);
   LabelEdges(sweep.Seeds(), rules);
   LabelContours(a);
   LabelContours(b);

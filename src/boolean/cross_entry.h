@@ -20,7 +20,9 @@ inline constexpr std::uint32_t SORTED = 2;       ///< the pixel has been analyse
 inline constexpr std::uint32_t ENTRY_FIRST = 4;  ///< the vertex belongs to operand A
 inline constexpr std::uint32_t FLOODED = 8;      ///< the pixel's edges are labelled
 
-inline constexpr std::uint32_t QUADRANT_SHIFT = 4;  ///< above it the quadrant of (dx, dy)
+inline constexpr std::uint32_t HAS_COPIES = 16;  ///< equal edges leave the pixel
+
+inline constexpr std::uint32_t QUADRANT_SHIFT = 5;  ///< above it the quadrant of (dx, dy)
 
 struct CrossEntry {
   CrossEntry* next;  ///< counter-clockwise once sorted

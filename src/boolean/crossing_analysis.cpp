@@ -63,10 +63,10 @@ void SortByAngle(Entries& entries) {
   }
 }
 
-void CloseRing(const Entries& entries) noexcept {
+void CloseRing(const Entries& entries, std::uint32_t flags) noexcept {
   CrossEntry* last = entries.back();
   for (CrossEntry* e : entries) {
-    e->flags |= SORTED;
+    e->flags |= SORTED | flags;
     e->prev = last;
     last->next = e;
     last = e;
@@ -99,30 +99,51 @@ void DropAllCopies(const Entries& entries) noexcept {
   }
 }
 
-void AnalysePixel(VertexNode* v, Entries& entries, EntryPool& pool) {
+bool HasEqualEdges(const Entries& entries) noexcept {
+  return std::adjacent_find(entries.begin(), entries.end(), SameEdge) != entries.end();
+}
+
+// @return whether the pixel has no equal edges; if it has, it waits for the contours' order
+bool AnalyseWithoutCopies(CrossEntry* start, Entries& entries) {
+  VertexNode* const v = start->vertex;
+  if (IsPlain(v)) {
+    v->crossPrev = v->crossNext = nullptr;
+    return true;
+  }
+  Gather(start, entries);
+  SortByAngle(entries);
+  if (HasEqualEdges(entries)) return false;
+  CloseRing(entries, 0);
+  return true;
+}
+
+void AnalyseWithCopies(VertexNode* v, Entries& entries, EntryPool& pool) {
   if (v->crossPrev == nullptr) {
     if (v->prev->grid != v->next->grid) return;
     CrossEntry* ringHead = nullptr;  // the tip of a spike
     OnSnappedVertex(ringHead, v, pool);
   }
-  if (IsPlain(v)) {
-    v->crossPrev = v->crossNext = nullptr;
-    return;
-  }
   if ((v->crossPrev->flags & SORTED) != 0) return;
   Gather(v->crossPrev, entries);
   SortByAngle(entries);
   DropAllCopies(entries);
-  CloseRing(entries);
+  CloseRing(entries, HAS_COPIES);
 }
 
 }  // namespace
 
-void AnalysePixels(Area* ring, EntryPool& pool) {
+void AnalysePixels(const std::vector<CrossEntry*>& pixels, Area* a, Area* b, EntryPool& pool) {
   Entries entries;
-  ForEachContour(ring, [&](Contour* contour) {
-    ForEachVertex(contour, [&](VertexNode* v) { AnalysePixel(v, entries, pool); });
-  });
+  std::size_t waiting = 0;
+  for (CrossEntry* pixel : pixels) {
+    if (!AnalyseWithoutCopies(pixel, entries)) ++waiting;
+  }
+  if (waiting == 0) return;
+  for (Area* ring : {a, b}) {
+    ForEachContour(ring, [&](Contour* contour) {
+      ForEachVertex(contour, [&](VertexNode* v) { AnalyseWithCopies(v, entries, pool); });
+    });
+  }
 }
 
 }  // namespace zelvan

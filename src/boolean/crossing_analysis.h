@@ -10,6 +10,7 @@
 #pragma once
 
 #include <cstdint>
+#include <vector>
 
 #include "boolean/cross_entry.h"
 #include "polygon/records.h"
@@ -25,8 +26,10 @@ namespace zelvan {
   return 3;
 }
 
-/// Analyses the pixels of every vertex of a ring of areas, each pixel once. A vertex
-/// without entries is one that no other vertex meets. Throws std::bad_alloc.
-void AnalysePixels(Area* ring, EntryPool& entries);
+/// Analyses every pixel that the sweep gave vertices, each once: first those without equal
+/// edges, in the order of the sweep, in which their records stand side by side; then, where
+/// there are any, the others and the tips of spikes, in the order of the contours. Where a
+/// spike's edges end, at its foot, they are equal. Throws std::bad_alloc.
+void AnalysePixels(const std::vector<CrossEntry*>& pixels, Area* a, Area* b, EntryPool& entries);
 
 }  // namespace zelvan

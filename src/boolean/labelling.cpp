@@ -49,13 +49,18 @@ struct Bundle {
   CrossEntry* kept[2];  // the copy of A and of B that is not dropped
 };
 
+// The change from clockwise to counter-clockwise of one copy.
+Winding StepAcross(const CrossEntry* e) noexcept {
+  const Winding step = StepOf(OperandOf(e));
+  return IsTowardPrev(e) ? Winding{} - step : step;
+}
+
 Bundle BundleFrom(CrossEntry* first) noexcept {
   Bundle b{first, first, {}, {nullptr, nullptr}};
   CrossEntry* e = first;
   do {
     b.last = e;
-    const Winding step = StepOf(OperandOf(e));
-    b.step = IsTowardPrev(e) ? b.step - step : b.step + step;
+    b.step += StepAcross(e);
     if (LabelOf(HolderOf(e)) != LABEL_DROPPED) b.kept[OperandOf(e) - OPERAND_A] = e;
     e = e->next;
   } while (e != first && SameEdge(e, first));
@@ -77,14 +82,14 @@ class Flood {
     if (v->crossNext == nullptr) {
       if (LabelOf(v) == LABEL_UNKNOWN) FromPlain(v, seed.winding);
     } else if ((v->crossNext->flags & FLOODED) == 0) {
-      Pixel(BundleFrom(HighestOf(v->crossNext)), seed.winding);
+      Enter(HighestOf(v->crossNext), seed.winding);
     }
     while (!open_.empty()) {
-      const Arrival a = open_.back();
-      open_.pop_back();
-      if ((a.entry->flags & FLOODED) != 0) continue;
-      const Bundle b = BundleFrom(FirstCopy(a.entry));
-      Pixel(b, IsTowardPrev(a.entry) ? a.left + b.step : a.left);
+      wave_.swap(open_);
+      for (const Arrival& a : wave_) {
+        if ((a.entry->flags & FLOODED) == 0) Enter(a);
+      }
+      wave_.clear();
     }
   }
 
@@ -101,7 +106,22 @@ class Flood {
     for (CrossEntry* e = start->next; e != start; e = e->next) {
       if (IsLower({highest->dx, highest->dy}, {e->dx, e->dy})) highest = e;
     }
-    return FirstCopy(highest);
+    return highest;
+  }
+
+  void Enter(const Arrival& a) {
+    if ((a.entry->flags & HAS_COPIES) == 0) {
+      PixelWithoutCopies(a.entry, IsTowardPrev(a.entry) ? a.left + StepAcross(a.entry) : a.left);
+      return;
+    }
+    const Bundle b = BundleFrom(FirstCopy(a.entry));
+    Pixel(b, IsTowardPrev(a.entry) ? a.left + b.step : a.left);
+  }
+
+  // `after` as for Pixel.
+  void Enter(CrossEntry* start, Winding after) {
+    if ((start->flags & HAS_COPIES) == 0) return PixelWithoutCopies(start, after);
+    Pixel(BundleFrom(FirstCopy(start)), after);
   }
 
   // A contour that may meet others further on, from its first point on.
@@ -121,6 +141,20 @@ class Flood {
     Winding winding;
     OperandSet inside;
   };
+
+  // What Pixel does, where each edge is a bundle of its own.
+  void PixelWithoutCopies(CrossEntry* start, Winding after) {
+    CrossEntry* e = start;
+    Sector sector{after, rules_.Inside(after)};
+    do {
+      e = e->next;
+      const Sector clockwise = sector;
+      sector.winding += StepAcross(e);
+      sector.inside = rules_.Inside(sector.winding);
+      LabelEdge(e, clockwise, sector);
+      e->flags |= FLOODED;
+    } while (e != start);
+  }
 
   // `after`: the winding numbers in the sector counter-clockwise of `start`. Goes once
   // around the pixel, from the bundle after it.
@@ -143,15 +177,19 @@ class Flood {
   }
 
   // An edge that has its label already has it from its other end.
-  void LabelBundle(const Bundle& b, Sector clockwise, Sector counterClockwise) {
-    const OperandSet sides[2] = {counterClockwise.inside, clockwise.inside};
+  void LabelEdge(CrossEntry* e, const Sector& clockwise, const Sector& counterClockwise) {
+    if (LabelOf(HolderOf(e)) != LABEL_UNKNOWN) return;
+    const bool toward = IsTowardPrev(e);
+    const Sector& left = toward ? clockwise : counterClockwise;
+    const Sector& right = toward ? counterClockwise : clockwise;
+    Follow(e, EdgeBits(OperandOf(e), left.inside, right.inside), left.winding);
+  }
+
+  void LabelBundle(const Bundle& b, const Sector& clockwise, const Sector& counterClockwise) {
     for (CrossEntry* e : b.kept) {
-      if (e == nullptr || LabelOf(HolderOf(e)) != LABEL_UNKNOWN) continue;
-      const bool toward = IsTowardPrev(e);
-      Follow(e, EdgeBits(OperandOf(e), sides[toward], sides[!toward]),
-             (toward ? clockwise : counterClockwise).winding);
+      if (e != nullptr) LabelEdge(e, clockwise, counterClockwise);
     }
-    if ((sides[0] ^ sides[1]) == (OPERAND_A | OPERAND_B)) {
+    if ((clockwise.inside ^ counterClockwise.inside) == (OPERAND_A | OPERAND_B)) {
       VertexNode* u = HolderOf(b.kept[0]);
       VertexNode* w = HolderOf(b.kept[1]);
       u->crossNext->partner = w;
@@ -189,7 +227,9 @@ class Flood {
   }
 
   FillRules rules_;
-  std::vector<Arrival> open_;
+  // Wave by wave, so that all arrivals at a pixel find it still at hand.
+  std::vector<Arrival> wave_;
+  std::vector<Arrival> open_;  // the next wave
 };
 
 }  // namespace

@@ -40,6 +40,7 @@ std::int32_t YAt(const Segment* s, std::int32_t twiceX) noexcept {
 RowSpan SpanInColumn(const Segment* s, std::int32_t x) noexcept {
   const GridPoint a = s->low;
   const GridPoint b = s->high;
+  if (a.gy == b.gy) return {a.gy, a.gy};
   return {a.gx == x ? a.gy : YAt(s, 2 * x - 1), b.gx == x ? b.gy : YAt(s, 2 * x + 1)};
 }
 
@@ -134,6 +135,7 @@ void Sweep::SnapColumn(std::int32_t x) {
   CollectRows();
   CollectCandidates(x);
   for (Segment* s : candidates_) SplitAtRows(s, x);
+  for (const HotRow& row : rows_) pixels_.push_back(row.entries);
 }
 
 // One row for each height at which the column has an event, from the lowest up.

@@ -96,9 +96,9 @@ bool HaveCommonPoint(GridPoint a, GridPoint b, GridPoint c, GridPoint d) noexcep
   return !onOneSide(a, b, c, d) && !onOneSide(c, d, a, b);
 }
 
-bool ClosingEdgeMeetsOthers(const Contour* contour) noexcept {
-  const VertexNode* first = contour->head;
-  const VertexNode* last = first->prev;
+// Does the edge that begins at `last` meet others, but for its neighbours at their ends?
+bool EdgeMeetsOthers(const VertexNode* last) noexcept {
+  const VertexNode* first = last->next;
   if (FoldsBack(last->grid, first->grid, first->next->grid) ||
       FoldsBack(last->prev->grid, last->grid, first->grid)) {
     return true;
@@ -116,7 +116,7 @@ bool HasContact(const Contour* contour) {
   ForEachVertex(contour, [&](const VertexNode* v) {
     open.push_back({static_cast<double>(v->grid.gx), static_cast<double>(v->grid.gy), 0.0});
   });
-  return open.size() < 4 || ClosingEdgeMeetsOthers(contour) ||
+  return open.size() < 4 || EdgeMeetsOthers(contour->head->prev) ||
          FindContactBySweep(open) != ChainContact::kNone;
 }
 
@@ -140,9 +140,13 @@ bool IsPlain(const Contour* contour) {
   return true;
 }
 
-bool IsSoundContour(const Area* area) {
+bool IsSoundContour(const Area* area, bool chainIsApart) {
   const Contour* contour = area->contours;
   if (TwiceArea(contour->head) <= 0) return false;
+  // The edge that closed the chain begins or ends at the head, for the ring may be turned.
+  if (chainIsApart && !EdgeMeetsOthers(contour->head->prev) && !EdgeMeetsOthers(contour->head)) {
+    return true;
+  }
   constexpr std::uint32_t few = 64;
   return (contour->count <= few && IsPlain(contour)) || !HasContact(contour) || IsSound(area);
 }

@@ -17,9 +17,11 @@ namespace zelvan {
 [[nodiscard]] bool IsPlain(const Contour* contour);
 
 /// Is the one contour of an area, in grid form, sound (soundness.h)? For most that are,
-/// cheaper looks tell: IsPlain for few edges, a sweep for any contact for many. Throws
-/// std::bad_alloc, raises ERR::NOMEM.
-[[nodiscard]] bool IsSoundContour(const Area* area);
+/// cheaper looks tell: what the validation saw, IsPlain for few edges, a sweep for any
+/// contact for many. Throws std::bad_alloc, raises ERR::NOMEM.
+/// @param chainIsApart  that the edges but the closing one do not touch is known, from
+///                      before they were rounded (HasSelfCrossing)
+[[nodiscard]] bool IsSoundContour(const Area* area, bool chainIsApart);
 
 /// Replaces a shape's contours by the region that they bound by the even-odd rule, on
 /// the same grid: areas with or without holes, or none. Raises ERR::NOMEM, ERR::FAIL,

@@ -56,6 +56,9 @@ class Sweep {
   /// One seed for each place where segments start and none end, in (x, then y) order.
   [[nodiscard]] const std::vector<Seed>& Seeds() const noexcept { return seeds_; }
 
+  /// An entry of each hot pixel that was given vertices, in the order of the columns.
+  [[nodiscard]] const std::vector<CrossEntry*>& Pixels() const noexcept { return pixels_; }
+
   /// Number of events handled, for the bounds in the tests.
   [[nodiscard]] std::uint64_t EventCount() const noexcept { return eventCount_; }
   [[nodiscard]] std::uint64_t CrossingCount() const noexcept { return crossingCount_; }
@@ -87,6 +90,7 @@ class Sweep {
   StatusList status_;
   std::uint32_t sequence_ = 0;
   std::vector<Seed> seeds_;
+  std::vector<CrossEntry*> pixels_;
   GridPoint lastPlace_{GRID_MAX, GRID_MAX};  // at which a segment started or ended
   Segment* near_ = nullptr;  // an active segment next to that place, or the list's end
   std::uint64_t eventCount_ = 0;

@@ -37,8 +37,9 @@ bool ClosingEdgeCrosses(PointList list) {
 std::unique_ptr<Shape> ReadPoints(int count, const double* xyz) noexcept {
   if (xyz == nullptr || count < 0) return nullptr;
   try {
-    std::unique_ptr<Shape> shape = BuildShape(PointsOf(count, xyz));
-    if (shape != nullptr && shape->areas != nullptr && !IsSoundContour(shape->areas) &&
+    bool apart = false;
+    std::unique_ptr<Shape> shape = BuildShape(PointsOf(count, xyz), &apart);
+    if (shape != nullptr && shape->areas != nullptr && !IsSoundContour(shape->areas, apart) &&
         !ClosingEdgeCrosses(PointsOf(count, xyz))) {
       ReplaceByRegion(*shape);
     }

@@ -67,10 +67,10 @@ Contour* FixOrientation(Contour* contour) {
   return contour;
 }
 
-OwnedContour MakeContour(PointList& list) {
+OwnedContour MakeContour(PointList& list, bool* apart) {
   RequireFiniteExtent(list);
   RemoveCollinear(list);
-  if (list.size() < 3 || HasSelfCrossing(list)) throw ZelvanLib::BadPolyError();
+  if (list.size() < 3 || HasSelfCrossing(list, apart)) throw ZelvanLib::BadPolyError();
   OwnedContour contour(NewContourInBlock(static_cast<std::uint32_t>(list.size())));
   if (contour == nullptr) throw std::bad_alloc();
   contour->worldBox = {Planar(list[0]), Planar(list[0])};
@@ -84,10 +84,10 @@ OwnedContour MakeContour(PointList& list) {
   return contour;
 }
 
-std::unique_ptr<Shape> BuildShape(PointList points) {
+std::unique_ptr<Shape> BuildShape(PointList points, bool* apart) {
   std::unique_ptr<Shape> shape(new (std::nothrow) Shape);
   if (shape == nullptr) return nullptr;
-  OwnedContour contour = MakeContour(points);
+  OwnedContour contour = MakeContour(points, apart);
   points = {};  // before the tables take their place
   shape->boxMin = contour->worldBox.min;
   shape->boxMax = contour->worldBox.max;

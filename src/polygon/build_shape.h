@@ -36,11 +36,12 @@ Contour* FixOrientation(Contour* contour);
 /// A counter-clockwise contour in world form from a list of points, which it
 /// clears of collinear ones. Throws BadPolyError when the list is no usable
 /// polygon, std::bad_alloc when memory runs out.
-[[nodiscard]] OwnedContour MakeContour(PointList& list);
+/// @param apart  as for HasSelfCrossing (self_crossing.h), without the edge that closes
+[[nodiscard]] OwnedContour MakeContour(PointList& list, bool* apart = nullptr);
 
 /// The stored polygon of a list of points: one area on the grid of its own box, or
 /// no area when the contour collapses there. Null when the shape cannot be
 /// allocated; throws as MakeContour does, and ERR::NOMEM.
-[[nodiscard]] std::unique_ptr<Shape> BuildShape(PointList points);
+[[nodiscard]] std::unique_ptr<Shape> BuildShape(PointList points, bool* apart = nullptr);
 
 }  // namespace zelvan

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <utility>
 #include <vector>
@@ -16,6 +17,7 @@
 #include "memory/ordered_list.h"
 #include "polygon/input_predicates.h"
 #include "polygon/key_sort.h"
+#include "polygon/nearness.h"
 #include "polygon/self_crossing.h"
 
 namespace zelvan {
@@ -56,16 +58,27 @@ std::vector<std::uint32_t> FromTheLeft(const PointList& list) {
 
 class ChainSweep {
  public:
-  explicit ChainSweep(const PointList& list) : list_(list), place_(list.size() - 1, kNone) {}
+  explicit ChainSweep(const PointList& list)
+      : list_(list), order_(FromTheLeft(list)), place_(list.size() - 1, kNone) {}
 
   ChainContact Run() {
-    const std::vector<std::uint32_t> order = FromTheLeft(list_);
+    const std::vector<std::uint32_t>& order = order_;
     for (std::size_t k = 0; k < order.size(); ++k) {
       if (k > 0 && !Before(At(order[k - 1]), At(order[k]))) return ChainContact::kTouch;
       Handle(order[k]);
       if (contact_ != ChainContact::kNone) return contact_;
     }
     return ChainContact::kNone;
+  }
+
+  // Likewise; `apart` where, without a contact, none can come about on the grid.
+  ChainContact Run(bool& apart) {
+    constexpr std::size_t kTooMany = std::size_t{1} << 16;  // some of them are close anyway
+    if (list_.size() < kTooMany) nearness_.emplace(list_, order_);
+    if (nearness_.has_value() && nearness_->AnyClose()) nearness_.reset();
+    const ChainContact contact = Run();
+    apart = nearness_.has_value() && contact == ChainContact::kNone;
+    return contact;
   }
 
  private:
@@ -110,10 +123,22 @@ class ChainSweep {
 
     if (startCount == 1 && endCount == 1) {
       Exchange(ends[0], starts[0]);
-      return;
+    } else {
+      for (int k = 0; k < endCount; ++k) Remove(ends[k]);
+      for (int k = 0; k < startCount; ++k) Insert(starts[k]);
     }
-    for (int k = 0; k < endCount; ++k) Remove(ends[k]);
-    for (int k = 0; k < startCount; ++k) Insert(starts[k]);
+    for (int k = 0; k < startCount; ++k) {
+      if (contact_ != ChainContact::kNone) return;
+      LookNear(i, active_.Before(place_[starts[k]]));
+      LookNear(i, active_.After(place_[starts[k]]));
+    }
+  }
+
+  // The segment at `place` is next to point i.
+  void LookNear(std::uint32_t i, std::uint32_t place) {
+    if (!nearness_.has_value() || place == kNone) return;
+    const std::uint32_t s = active_[place].segment;
+    if (s != i && s + 1 != i && nearness_->MayBeNear(s, i)) nearness_.reset();
   }
 
   void Exchange(std::uint32_t old, std::uint32_t next) {
@@ -154,6 +179,9 @@ class ChainSweep {
     const std::uint32_t place = std::exchange(place_[s], kNone);
     const std::uint32_t below = active_.Before(place);
     const std::uint32_t above = active_.After(place);
+    const std::uint32_t end = Before(At(s), At(s + 1)) ? s + 1 : s;
+    LookNear(end, below);
+    LookNear(end, above);
     active_.Remove(place);
     if (below != kNone && above != kNone) TestPair(active_[below], active_[above]);
   }
@@ -196,6 +224,8 @@ class ChainSweep {
   }
 
   const PointList& list_;
+  std::vector<std::uint32_t> order_;
+  std::optional<Nearness> nearness_;  // as long as no two segments have come near each other
   Status active_;
   std::vector<std::uint32_t> place_;  // of each segment in the list while it is active
   ChainContact contact_ = ChainContact::kNone;
@@ -203,9 +233,11 @@ class ChainSweep {
 
 }  // namespace
 
-ChainContact FindContactBySweep(const PointList& list) {
+ChainContact FindContactBySweep(const PointList& list, bool* apart) {
+  if (apart != nullptr) *apart = false;
   if (list.size() < 4) return ChainContact::kNone;
-  return ChainSweep(list).Run();
+  ChainSweep sweep(list);
+  return apart != nullptr ? sweep.Run(*apart) : sweep.Run();
 }
 
 }  // namespace zelvan

@@ -3,7 +3,6 @@
 
 #include <zelvan/error.h>
 
-#include <functional>
 #include <new>
 #include <utility>
 
@@ -30,12 +29,8 @@ void GrowBox(WorldBox& box, double x, double y) noexcept {
   if (y > box.max.y) box.max.y = y;
 }
 
-// Vertices of the block go with it.
-void FreeVertex(const Contour* contour, VertexNode* vertex) noexcept {
-  if ((vertex->flags & VERTEX_LENT) != 0) return;
-  const VertexNode* block = contour->block.get();
-  const std::less<const VertexNode*> before;
-  if (before(vertex, block) || !before(vertex, block + contour->blockSize)) delete vertex;
+void FreeVertex(VertexNode* vertex) noexcept {
+  if ((vertex->flags & VERTEX_LENT) == 0) delete vertex;
 }
 
 void Append(Contour* contour, VertexNode* vertex) noexcept {
@@ -131,18 +126,20 @@ void RemoveVertex(Contour* contour, VertexNode* vertex) noexcept {
   vertex->prev->next = vertex->next;
   vertex->next->prev = vertex->prev;
   --contour->count;
-  FreeVertex(contour, vertex);
+  if (contour->block == nullptr) FreeVertex(vertex);
 }
 
 void FreeContour(Contour*& contour) noexcept {
   if (contour == nullptr) return;
-  VertexNode* vertex = contour->head->next;
-  while (vertex != contour->head) {
-    VertexNode* next = vertex->next;
-    FreeVertex(contour, vertex);
-    vertex = next;
+  if (contour->block == nullptr) {
+    VertexNode* vertex = contour->head->next;
+    while (vertex != contour->head) {
+      VertexNode* next = vertex->next;
+      FreeVertex(vertex);
+      vertex = next;
+    }
+    FreeVertex(contour->head);
   }
-  FreeVertex(contour, contour->head);
   delete contour;
   contour = nullptr;
 }

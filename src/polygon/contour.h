@@ -1,7 +1,7 @@
 // Making, growing, reversing and freeing vertex rings, in both coordinate forms.
 //
-// A vertex is either made by itself or stands in its contour's block, in ring order when
-// that is made; a ring may have vertices of both kinds. Those that are lent to it
+// The vertices of a contour are either made one by one or stand in its block, in ring order
+// when that is made, and go with it. Those that are lent to a ring of either kind
 // (VERTEX_LENT) go with their owner.
 //
 // The world form is used while an input contour is built; the grid form by the

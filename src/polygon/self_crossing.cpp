@@ -83,9 +83,8 @@ bool HasSelfCrossingByBoxes(const PointList& list) {
   return list.size() >= 4 && BoxTree(list).AnyCrossing();
 }
 
-bool HasSelfCrossing(const PointList& list) {
-  if (list.size() < 4) return false;
-  const ChainContact contact = FindContactBySweep(list);
+bool HasSelfCrossing(const PointList& list, bool* apart) {
+  const ChainContact contact = FindContactBySweep(list, apart);
   if (contact != ChainContact::kTouch) return contact == ChainContact::kCrossing;
   return HasSelfCrossingByBoxes(list);
 }

@@ -18,11 +18,14 @@ namespace zelvan {
 /// True when two segments of the chain P0, P1, ..., Pn-1 that share no point
 /// cross. The closing segment is not tested. Numbers must be finite. Throws
 /// std::bad_alloc.
-[[nodiscard]] bool HasSelfCrossing(const PointList& list);
+/// @param apart  if not null, set to whether no two segments of the chain can touch, nor
+///               neighbours fold back, once its points are rounded to the grid of their box;
+///               false where that is not plain (nearness.h)
+[[nodiscard]] bool HasSelfCrossing(const PointList& list, bool* apart = nullptr);
 
 /// Steps 1 and 3 on their own, for tests.
 enum class ChainContact { kNone, kTouch, kCrossing };
-[[nodiscard]] ChainContact FindContactBySweep(const PointList& list);
+[[nodiscard]] ChainContact FindContactBySweep(const PointList& list, bool* apart = nullptr);
 [[nodiscard]] bool HasSelfCrossingByBoxes(const PointList& list);
 
 }  // namespace zelvan

@@ -58,8 +58,7 @@ class Swept {
   }
 
   void Label() {
-    AnalysePixels(a_.first, records_.entries);
-    AnalysePixels(b_.first, records_.entries);
+    AnalysePixels(sweep.Pixels(), a_.first, b_.first, records_.entries);
     LabelEdges(sweep.Seeds(), {});
   }
 
