@@ -34,9 +34,7 @@ class Hash {
     }
     return *this;
   }
-  Hash& Add(double value) {
-    return Add(value == value ? BitCast<std::int64_t>(value) : kNaN);
-  }
+  Hash& Add(double value) { return Add(value == value ? BitCast<std::int64_t>(value) : kNaN); }
   template <class T>
   Hash& Add(const std::vector<T>& values) {
     Add(values.size());
