@@ -37,8 +37,8 @@ struct Region {
     zelvan::OwnedRing others;
     bench::AddRing(first, grid, outer);
     for (const Xyz& hole : holes) bench::AddRing(others, grid, hole);
-    const zelvan::RingSet a{first.first, zelvan::FillRule::kNonZero};
-    const zelvan::RingSet b{others.first, zelvan::FillRule::kNonZero};
+    const zelvan::RingSet a{first.first, zelvan::FillRule::NonZero};
+    const zelvan::RingSet b{others.first, zelvan::FillRule::NonZero};
     bench::Require(zelvan::CombineRings(a, b, areas.first, zelvan::SUBTRACT) == ERR::OK,
                    "the region was refused");
   }
