@@ -27,7 +27,8 @@
 ///  5. LawsHold. Where nothing is rounded, the operations are those of sets: a | b == b | a,
 ///     a - b == a - (a & b), (a ^ b) == (a - b) | (b - a), and so on. What is rounded are
 ///     crossings off the grid, and edges that pass the vertex of another edge within half a
-///     step: they go through it. A region and itself, or nothing, are never rounded: a | a == a.
+///     step: they go through it; so a region that is made again of the rings it reads may move
+///     there. A region and itself, or nothing, are never rounded: a | a == a.
 ///  6. MeshIsConsistent. A polygon of n vertices and h holes has n + 2h - 2 triangles, two less
 ///     for each ring that touches others in one place; all run strictly counter-clockwise, their
 ///     areas sum to the polygon's, and neighbours name each other.

@@ -1,10 +1,10 @@
-// Statuses of exceptions (region_refusal.h). Apart from the exported functions, whose file
-// would export the types of what it throws and catches.
+// Statuses of exceptions (region_refusal.h). Apart from what is exported: GCC exports the types
+// that are caught in a file which sees exported classes or functions for Windows.
 #include "interface/region_refusal.h"
 
-#include <zelvan/error.h>
-
 #include <new>
+
+#include "interface/engine_failure.h"
 
 namespace zelvan {
 
@@ -23,7 +23,7 @@ zelvan_status StatusOfException(zelvan_fault* fault) noexcept {
   } catch (const std::bad_alloc&) {
     return ZELVAN_NO_MEMORY;
   } catch (...) {
-    return ERR::Clear() == ERR::NOMEM ? ZELVAN_NO_MEMORY : ZELVAN_INTERNAL;
+    return ClearEngineFailure() == EngineFailure::kNoMemory ? ZELVAN_NO_MEMORY : ZELVAN_INTERNAL;
   }
 }
 
