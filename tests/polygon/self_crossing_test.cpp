@@ -79,6 +79,37 @@ TEST(HasSelfCrossing, GivesTheVerdictOfAllPairs) {
   EXPECT_GT(touches, 20000);
 }
 
+// Points in clusters of a few steps of their grid, so that segments pass each other closely:
+// what is said to stay apart has no contact once it is rounded.
+TEST(HasSelfCrossing, TellsOfChainsThatStayApartOnTheGrid) {
+  support::Random random(7);
+  int apartCount = 0;
+  int contacts = 0;
+  for (int round = 0; round < 400000; ++round) {
+    const double steps = random.Below(4) == 0 ? 2 : 6;
+    const auto coordinate = [&] {
+      constexpr double places[] = {1, 12, 40, 524288, 1048560};
+      return places[random.Below(random.Below(2) == 0 ? 3 : 5)] + random.Between(0.0, steps);
+    };
+    PointList list{{0, 0, 0}};
+    for (std::uint32_t n = 2 + random.Below(5); n > 0; --n) {
+      const double x = coordinate();
+      list.push_back({x, coordinate(), 0});
+    }
+    list.push_back({1048575, 1048575, 0});  // with the first one: a step is 1
+    if (random.Below(2) == 0) std::rotate(list.begin(), list.begin() + 2, list.end());
+    bool apart = false;
+    if (HasSelfCrossing(list, &apart)) continue;
+    for (InputPoint& p : list) p = {std::floor(p.x + 0.5), std::floor(p.y + 0.5), 0};
+    const bool touches = FindContactBySweep(list) != ChainContact::kNone;
+    ASSERT_FALSE(apart && touches) << "seed 7, round " << round;
+    apartCount += apart ? 1 : 0;
+    contacts += touches ? 1 : 0;
+  }
+  EXPECT_GT(apartCount, 10000);
+  EXPECT_GT(contacts, 10000);
+}
+
 TEST(HasSelfCrossing, FindsOneCrossingInALongChain) {
   support::Random random(6);
   for (int round = 0; round < 300; ++round) {
