@@ -5,7 +5,7 @@
 #include <array>
 
 #include "bytes.h"
-#include "support/mesh_of_region.h"
+#include "support/mesh_checker.h"
 
 namespace {
 
@@ -75,7 +75,7 @@ std::string FaultsOf(const Region& region) {
     if (region.Contains(polygon.outer.front()) != zelvan::Side::Boundary) return "no boundary";
   }
   static_cast<void>(Region(rings, FillRule::NonZero, region.Grid()));  // never refused
-  return support::FaultsOfMesh(region);
+  return zelvan::test::CheckMeshes(region);
 }
 
 }  // namespace
