@@ -37,7 +37,9 @@ std::int64_t Nearest(std::int64_t n, std::int64_t d) {
 
 template <class Visit>
 void ForEachEdge(const Ring& ring, Visit visit) {
-  for (std::size_t i = 0; i < ring.size(); ++i) visit(ring[i], ring[(i + 1) % ring.size()]);
+  for (std::size_t i = 0; i < ring.size(); ++i) {
+    visit(Point(ring[i]), Point(ring[(i + 1) % ring.size()]));
+  }
 }
 
 void AddLines(std::vector<Line>& lines, const Rings& rings, std::size_t operand) {
@@ -172,7 +174,9 @@ std::size_t InnermostAround(const DirectedEdge& edge, const Areas& areas,
   std::size_t best = areas.size();
   for (std::size_t i = 0; i < areas.size(); ++i) {
     if (!LeftIsInside(edge, areas[i][0], hot)) continue;
-    if (best == areas.size() || TwiceArea(areas[i][0]) < TwiceArea(areas[best][0])) best = i;
+    if (best == areas.size() ||
+        zelvan::test::TwiceArea(areas[i][0]) < zelvan::test::TwiceArea(areas[best][0]))
+      best = i;
   }
   return best;
 }
@@ -256,7 +260,7 @@ std::string Faults(const Areas& areas, const std::vector<Point>& hot) {
         return " (area " + std::to_string(i) + ", contour " + std::to_string(k) + ")\n";
       };
       if (ring.size() < 3) faults << "fewer than 3 vertices" << where();
-      if ((TwiceArea(ring) > 0) != (k == 0)) faults << "wrong orientation" << where();
+      if ((zelvan::test::TwiceArea(ring) > 0) != (k == 0)) faults << "wrong orientation" << where();
       ForEachEdge(ring, [&](Point p, Point q) {
         if (p == q) faults << "equal neighbours" << where();
       });
@@ -266,20 +270,6 @@ std::string Faults(const Areas& areas, const std::vector<Point>& hot) {
     }
   }
   return faults.str();
-}
-
-std::int64_t TwiceArea(const Ring& ring) {
-  std::int64_t sum = 0;
-  ForEachEdge(ring, [&](Point p, Point q) { sum += p.x * q.y - p.y * q.x; });
-  return sum;
-}
-
-std::int64_t TwiceArea(const Areas& areas) {
-  std::int64_t sum = 0;
-  for (const Rings& rings : areas) {
-    for (const Ring& ring : rings) sum += TwiceArea(ring);
-  }
-  return sum;
 }
 
 }  // namespace oracle
