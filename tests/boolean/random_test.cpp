@@ -210,7 +210,7 @@ oracle::Boundary EdgesOf(const Areas& areas) {
 Rings AxisParallel(Random& random, std::int32_t size, std::int32_t side, std::int64_t n) {
   Rings rings;
   for (; n > 0; --n) {
-    const auto [x, y] = random.PointIn(size - side);
+    const auto [x, y] = zelvan::test::PointIn(random, size - side);
     const std::int32_t w = 2 + random.Below(side / 2);
     const std::int32_t h = 2 + random.Below(side / 2);
     Ring ring = zelvan::test::Box(x, y, x + w, y + h);

@@ -455,7 +455,7 @@ TEST(FullGrid, AreasAreThoseOfGeosWithinTheRounding) {
       Rings rings = {test::SimplePolygon(random, GRID_MAX, 25)};
       if (seed % 3 == 1) rings = {test::Star(random, GRID_MAX, 20 + 40 * random.Below(10))};
       if (seed % 3 == 2) rings = {{}};
-      while (rings[0].size() < 20) rings[0].push_back(random.PointIn(GRID_MAX));
+      while (rings[0].size() < 20) rings[0].push_back(zelvan::test::PointIn(random, GRID_MAX));
       for (GridPoint& p : rings[0]) p = {p.gx - GRID_OFFSET, p.gy - GRID_OFFSET};
       return {{rings[0]}};
     };

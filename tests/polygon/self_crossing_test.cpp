@@ -61,7 +61,7 @@ PointList OnALattice(test::Random& random, bool turned) {
   const std::int32_t size = random.Between(1, 9);
   PointList list(random.Below(std::size_t{10}));
   for (InputPoint& p : list) {
-    const GridPoint g = random.PointIn(size);
+    const GridPoint g = zelvan::test::PointIn(random, size);
     p = {static_cast<double>(g.gx), static_cast<double>(g.gy), 0};
   }
   return turned ? Turned(list, 30, 1e6, -1e5) : list;

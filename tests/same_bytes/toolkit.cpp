@@ -15,7 +15,7 @@ namespace same_bytes {
 
 namespace {
 
-using support::Random;
+using zelvan::test::Random;
 using Numbers = std::vector<double>;
 
 // Draws stand in braces, where their order is fixed, or in statements of their own.

@@ -43,7 +43,7 @@ GridPoint Polar(GridPoint middle, double radius, double angle) {
 Rings Wild(Random& random, std::int32_t size) {
   Rings rings(static_cast<std::size_t>(1 + random.Below(2)));
   for (Ring& ring : rings) {
-    for (int n = 3 + random.Below(6); n > 0; --n) ring.push_back(random.PointIn(size));
+    for (int n = 3 + random.Below(6); n > 0; --n) ring.push_back(PointIn(random, size));
     ring = Tidy(ring);
   }
   return rings;
@@ -60,7 +60,7 @@ Rings Stars(Random& random, std::int32_t size) {
 // Columns of random heights on a random base, or a rectangle.
 Rings Rectilinear(Random& random, std::int32_t size) {
   if (random.Below(2) == 0) {
-    const auto [x, y] = random.PointIn(size - 1);
+    const auto [x, y] = PointIn(random, size - 1);
     return {Box(x, y, x + 1 + random.Below(size - x), y + 1 + random.Below(size - y))};
   }
   Ring ring{{0, 0}, {size, 0}};
@@ -89,7 +89,7 @@ Rings Slivers(Random& random, std::int32_t size) {
 Rings Bundles(Random& random, std::int32_t size) {
   Rings rings;
   for (int n = 2 + random.Below(3); n > 0; --n) {
-    const GridPoint a = random.PointIn(size / 2 * 2);
+    const GridPoint a = PointIn(random, size / 2 * 2);
     const GridPoint b{size / 2 * 2 - a.gx, size / 2 * 2 - a.gy};
     const GridPoint c{std::clamp(b.gx + random.Between(-1, 1), 0, size),
                       std::clamp(b.gy + random.Between(-1, 1), 0, size)};
@@ -270,7 +270,7 @@ Rings Mess(Random& random, std::int32_t size, std::int32_t n, const Rings& other
     } else if (kind == 2) {
       ring = Rectilinear(random, std::min(size, 6))[0];
     } else {
-      for (int k = 3 + random.Below(4); k > 0; --k) ring.push_back(random.PointIn(size));
+      for (int k = 3 + random.Below(4); k > 0; --k) ring.push_back(PointIn(random, size));
       ring = Tidy(ring);
     }
     const int change = random.Below(6);
@@ -284,7 +284,7 @@ Rings Mess(Random& random, std::int32_t size, std::int32_t n, const Rings& other
 
 Ring SimplePolygon(Random& random, std::int32_t size, std::int32_t n) {
   Ring ring;
-  while (static_cast<std::int32_t>(ring.size()) < n) ring.push_back(random.PointIn(size));
+  while (static_cast<std::int32_t>(ring.size()) < n) ring.push_back(PointIn(random, size));
   std::sort(ring.begin(), ring.end());
   ring.erase(std::unique(ring.begin(), ring.end()), ring.end());
   random.Shuffle(ring);

@@ -1,58 +1,22 @@
 // The tests' polygons: rings of grid points, their way into and out of the records that the
-// engines work on, and one generator for all programs. Everything is drawn from bits whose
-// sequence the standard fixes, so a printed seed gives the same polygon on every machine.
+// engines work on, and one generator for all programs.
 #pragma once
 
 #include <cstdint>
 #include <memory>
-#include <random>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "polygon/area.h"
+#include "support/random.h"
 
 namespace zelvan::test {
 
-class Random {
- public:
-  explicit Random(std::uint64_t seed) : bits_(seed) {}
-
-  std::uint64_t Bits() { return bits_(); }
-  /// An integer of [0, n).
-  template <class Integer>
-  Integer Below(Integer n) {
-    return static_cast<Integer>((bits_() >> 16) % static_cast<std::uint64_t>(n));
-  }
-  /// An integer of [low, high].
-  std::int32_t Between(std::int32_t low, std::int32_t high) { return low + Below(high - low + 1); }
-  double Between(double low, double high) { return low + (high - low) * Unit(); }
-  /// A double of [0, 1).
-  double Unit() { return static_cast<double>(bits_() >> 11) * 0x1p-53; }
-  /// A point of [0, size]^2.
-  GridPoint PointIn(std::int32_t size) {
-    const std::int32_t x = Below(size + 1);
-    return {x, Below(size + 1)};
-  }
-  template <class T>
-  const T& Pick(const std::vector<T>& items) {
-    return items[Below(items.size())];
-  }
-  template <class T>
-  void Shuffle(std::vector<T>& items) {
-    for (std::size_t i = items.size(); i > 1; --i) std::swap(items[i - 1], items[Below(i)]);
-  }
-  /// A random order of 0 .. n - 1.
-  std::vector<std::uint32_t> Permutation(std::size_t n) {
-    std::vector<std::uint32_t> order;
-    while (order.size() < n) order.push_back(static_cast<std::uint32_t>(order.size()));
-    Shuffle(order);
-    return order;
-  }
-
- private:
-  std::mt19937_64 bits_;
-};
+/// A point of [0, size]^2.
+inline GridPoint PointIn(Random& random, std::int32_t size) {
+  const std::int32_t x = random.Below(size + 1);
+  return {x, random.Below(size + 1)};
+}
 
 using Ring = std::vector<GridPoint>;
 using Rings = std::vector<Ring>;

@@ -83,11 +83,11 @@ Rings RandomPath(Random& random) {
   for (Ring& ring : rings) {
     const auto wanted = static_cast<std::size_t>(random.Between(5, wild ? 60 : 12));
     const bool onlyAreas = !wild && random.Below(4) != 0;
-    for (int k = 0; k < 3; ++k) ring.push_back(random.PointIn(side));
+    for (int k = 0; k < 3; ++k) ring.push_back(zelvan::test::PointIn(random, side));
     for (std::size_t k = 0; k < 3 * wanted && ring.size() < wanted; ++k) {
       Ring longer = ring;
       longer.insert(longer.begin() + random.Below(static_cast<std::ptrdiff_t>(ring.size())),
-                    random.PointIn(side));
+                    zelvan::test::PointIn(random, side));
       if (!onlyAreas || IsSound({longer})) ring = longer;
     }
     if (!wild && zelvan::test::TwiceArea(ring) < 0) std::reverse(ring.begin(), ring.end());
