@@ -1,14 +1,14 @@
-// What the library answers, gathered under names: exact answers as hashes of their
-// bytes, one for each group of answers; answers that hang on the platform's sine, cosine, arc
-// tangent or arc cosine as the numbers themselves.
+// What the library answers, a line for each group of answers: exact answers as a hash of their
+// bytes; those that hang on the platform's sine, cosine, arc tangent or arc cosine as the
+// numbers themselves.
 #pragma once
 
 #include <cstdint>
+#include <cstdio>
 #include <cstring>
-#include <map>
+#include <iterator>
 #include <string>
 #include <type_traits>
-#include <utility>
 #include <vector>
 
 namespace same_bytes {
@@ -22,73 +22,71 @@ To BitCast(const From& from) {
   return to;
 }
 
+/// The numbers of a record that holds nothing but doubles.
+template <class Record>
+std::vector<double> DoublesOf(const Record& record) {
+  std::vector<double> numbers(sizeof record / sizeof(double));
+  std::memcpy(numbers.data(), &record, sizeof record);
+  return numbers;
+}
+
 /// FNV-1a over 64-bit words (Fowler, Noll, Vo 1991). Every NaN counts as the same
 /// number: its sign and payload are the compiler's choice.
 class Hash {
  public:
-  template <class Integer>
-  requires std::is_integral_v<Integer> Hash& Add(Integer value) {
-    const auto word = static_cast<std::uint64_t>(static_cast<std::int64_t>(value));
-    for (int shift = 0; shift < 64; shift += 8) {
-      state_ = (state_ ^ ((word >> shift) & 0xFF)) * 0x100000001B3u;
-    }
-    return *this;
+  /// Numbers, records of doubles, and ranges of them.
+  template <class... Values>
+  void Add(const Values&... values) {
+    (AddOne(values), ...);
   }
-  Hash& Add(double value) { return Add(value == value ? BitCast<std::int64_t>(value) : kNaN); }
-  template <class T>
-  Hash& Add(const std::vector<T>& values) {
-    Add(values.size());
-    for (const T& value : values) Add(value);
-    return *this;
-  }
-
   [[nodiscard]] std::uint64_t Value() const { return state_; }
 
  private:
-  static constexpr std::int64_t kNaN = 0x7FF8000000000000;
+  template <class T>
+  void AddOne(const T& value) {
+    constexpr std::int64_t nan = 0x7FF8000000000000;
+    if constexpr (std::is_same_v<T, double>) {
+      AddOne(value == value ? BitCast<std::int64_t>(value) : nan);
+    } else if constexpr (std::is_integral_v<T> || std::is_enum_v<T>) {
+      const auto word = static_cast<std::uint64_t>(static_cast<std::int64_t>(value));
+      for (int shift = 0; shift < 64; shift += 8) {
+        state_ = (state_ ^ ((word >> shift) & 0xFF)) * 0x100000001B3u;
+      }
+    } else if constexpr (requires { std::size(value); }) {
+      AddOne(std::size(value));
+      for (const auto& one : value) AddOne(one);
+    } else {
+      AddOne(DoublesOf(value));
+    }
+  }
 
   std::uint64_t state_ = 0xCBF29CE484222325u;
 };
 
-struct Result {
-  std::string name;  // without spaces
-  bool exact;
-  std::vector<std::uint64_t> words;  // one hash, or the bits of each number
-};
+using Lines = std::vector<std::string>;
 
-class Results {
- public:
-  /// @param each  keep a hash of every exact answer, not one of each group
-  explicit Results(bool each) : each_(each) {}
+inline std::string Hex(std::uint64_t word) {
+  char text[20];
+  std::snprintf(text, sizeof text, " %08x%08x", static_cast<unsigned>(word >> 32),
+                static_cast<unsigned>(word & 0xFFFFFFFFu));
+  return text;
+}
 
-  /// The group of an answer is its name up to the first number.
-  void Exact(const std::string& name, const Hash& hash) {
-    const std::string group = each_ ? name : name.substr(0, name.find_first_of("0123456789") - 1);
-    const auto [hashed, isNew] = groups_.try_emplace(group, list_.size());
-    if (isNew) list_.push_back({group, true, {Hash().Value()}});
-    std::uint64_t& word = list_[hashed->second].words[0];
-    word = Hash().Add(word).Add(hash.Value()).Value();
-  }
-  void Close(std::string name, const std::vector<double>& numbers) {
-    Result result{std::move(name), false, {}};
-    for (const double x : numbers) result.words.push_back(BitCast<std::uint64_t>(x));
-    list_.push_back(std::move(result));
-  }
-  [[nodiscard]] const std::vector<Result>& List() const { return list_; }
+/// "NAME HASH"
+inline void AddExact(Lines& lines, const std::string& name, const Hash& hash) {
+  lines.push_back(name + Hex(hash.Value()));
+}
+/// "NAME ~ BITS BITS ..."
+inline void AddClose(Lines& lines, const std::string& name, const std::vector<double>& numbers) {
+  lines.push_back(name + " ~");
+  for (const double x : numbers) lines.back() += Hex(BitCast<std::uint64_t>(x));
+}
 
- private:
-  bool each_;
-  std::vector<Result> list_;
-  std::map<std::string, std::size_t> groups_;  // where in the list a group's hash stands
-};
-
-/// Through the flat interface: every country of the map, generated polygons, chains of
-/// unions and differences. The inputs are hashed too, under names of their own.
-void AddCountries(const std::string& dataFolder, Results& results);
-void AddFamilies(Results& results);
-void AddChains(Results& results);
+/// Polygons of the map and generated ones, through the flat interface and as regions. The inputs
+/// are hashed too, under names of their own.
+void AddPolygons(const std::string& dataFolder, Lines& lines);
 
 /// The toolkit on seeded input.
-void AddToolkit(Results& results);
+void AddToolkit(Lines& lines);
 
 }  // namespace same_bytes

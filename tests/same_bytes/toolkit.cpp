@@ -3,11 +3,6 @@
 // as hashes. (The square root is exactly rounded everywhere.)
 #include <zelvan/toolkit.h>
 
-#include <array>
-#include <cstdint>
-#include <string>
-#include <vector>
-
 #include "results.h"
 #include "support/random.h"
 
@@ -16,17 +11,12 @@ namespace same_bytes {
 namespace {
 
 using zelvan::test::Random;
-using Numbers = std::vector<double>;
 
 // Draws stand in braces, where their order is fixed, or in statements of their own.
 VECTF Vector(Random& random) {
-  // Integers now and then: equal, parallel and degenerate inputs.
-  if (random.Below(3) == 0) {
-    const int v[] = {random.Between(-2, 2), random.Between(-2, 2), random.Between(-2, 2)};
-    return VECTF(v[0], v[1], v[2]);
-  }
-  const double v[] = {random.Between(-10.0, 10.0), random.Between(-10.0, 10.0),
-                      random.Between(-10.0, 10.0)};
+  const bool whole = random.Below(3) == 0;  // equal, parallel and degenerate inputs
+  double v[3];
+  for (double& x : v) x = whole ? random.Between(-2, 2) : random.Between(-10.0, 10.0);
   return VECTF(v);
 }
 
@@ -46,44 +36,20 @@ TFORM Transform(Random& random) {
   return t;
 }
 
-void Add(Hash& hash, const VECTF& v) {
-  hash.Add(v.x).Add(v.y).Add(v.z);
-}
-void Add(Hash& hash, const MATRX& m) {
-  for (const auto& row : m.m) {
-    for (const double x : row) hash.Add(x);
-  }
-}
-void Add(Hash& hash, const TFORM& t) {
-  Add(hash, t.mDir);
-  Add(hash, t.mInv);
-}
-
 void AddVectors(Random& random, Hash& hash) {
-  VECTF a = Vector(random);
-  const VECTF b = Vector(random);
-  const VECTF c = Vector(random);
-  const VECTF d = Vector(random);
-  hash.Add(a.Length()).Add(int{vec::cmp(a, b)}).Add(int{b.IsZero()});
-  hash.Add(vec::dist2(a, b)).Add(vec::dist3(a, b));
-  Add(hash, a.Normal());
-  Add(hash, vec::calc_normal(a, b, c));
-  VECTF first(7, 7, 7);
-  VECTF second(8, 8, 8);
+  const VECTF v[] = {Vector(random), Vector(random), Vector(random), Vector(random)};
+  VECTF a = v[0], b = v[1], c = v[2], d = v[3];
+  VECTF first(7, 7, 7), second(8, 8, 8);
+  hash.Add(a.Length(), vec::cmp(a, b), b.IsZero(), vec::dist2(a, b), vec::dist3(a, b), a.Normal(),
+           vec::calc_normal(a, b, c), M_G2R(a.x * 100), M_R2G(b.x));
   hash.Add(vec::isect2(&a, &b, &c, &d, &first, &second, random.Below(2) == 0));
-  Add(hash, first);
-  Add(hash, second);
-  hash.Add(vec::nearest(a, b, c, &first));
-  hash.Add(static_cast<int>(vec::cross_plane(&second, a, b, c, d)));
-  Add(hash, first);
-  Add(hash, second);
-  std::array<double, 7> arc{};
-  hash.Add(
-      int{mth_calc_arc(&arc[0], &arc[1], &arc[2], &arc[3], &arc[4], &arc[5], &arc[6], a, b, c)});
-  for (const double x : arc) hash.Add(x);
-  hash.Add(M_G2R(a.x * 100)).Add(M_R2G(b.x));
+  hash.Add(first, second);
+  hash.Add(vec::nearest(a, b, c, &first), vec::cross_plane(&second, a, b, c, d));
+  hash.Add(first, second);
+  double arc[7] = {};
+  hash.Add(mth_calc_arc(&arc[0], &arc[1], &arc[2], &arc[3], &arc[4], &arc[5], &arc[6], a, b, c));
   a.Normalize();
-  Add(hash, a);
+  hash.Add(arc, a);
 }
 
 void AddMatrices(Random& random, Hash& hash) {
@@ -91,91 +57,57 @@ void AddMatrices(Random& random, Hash& hash) {
   const MATRX b = Matrix(random);
   VECTF v = Vector(random);
   MATRX inverse = a;
-  hash.Add(a.det()).Add(a.Inverse(inverse));
-  Add(hash, inverse);
-  Add(hash, a * b);
-  Add(hash, v * a);
-  const VECTH h = VECTH{v.x, v.y, v.z, 0.5} * b;
-  hash.Add(h.x).Add(h.y).Add(h.z).Add(h.w);
+  hash.Add(a.det(), a.Inverse(inverse), a * b, v * a, VECTH{v.x, v.y, v.z, 0.5} * b);
   v *= b;
-  Add(hash, v);
+  hash.Add(inverse, v);
 }
 
 void AddTransforms(Random& random, Hash& hash) {
   const TFORM a = Transform(random);
   const TFORM b = Transform(random);
-  VECTF v = Vector(random);
-  Add(hash, a * b);
-  Add(hash, a.Inverse());
-  TFORM t = TFORM::E();
-  tform_InBasis(&t, a, b);
-  Add(hash, t);
-  const VECTF w[] = {Vector(random), Vector(random), Vector(random), Vector(random),
-                     Vector(random)};
+  VECTF w[] = {Vector(random), Vector(random), Vector(random),
+               Vector(random), Vector(random), Vector(random)};
   const bool flag = random.Below(2) == 0;
-  view_tform(&t, flag, v, w[0], w[1], w[2]);
-  Add(hash, t);
-  const bool hit = Point2Plain(a, b, w[3], &v);
-  hash.Add(int{hit});
-  Add(hash, v);
-  tform_direct(&v, w[4], a, !flag);
-  Add(hash, v);
-}
-
-void Append(Numbers& numbers, const MATRX& m) {
-  for (const auto& row : m.m) numbers.insert(numbers.end(), row, row + 4);
-}
-void Append(Numbers& numbers, const TFORM& t) {
-  Append(numbers, t.mDir);
-  Append(numbers, t.mInv);
+  TFORM basis = TFORM::E();
+  TFORM view = TFORM::E();
+  tform_InBasis(&basis, a, b);
+  view_tform(&view, flag, w[0], w[1], w[2], w[3]);
+  hash.Add(a * b, a.Inverse(), basis, view);
+  hash.Add(Point2Plain(a, b, w[4], &w[0]));
+  tform_direct(&w[1], w[5], a, !flag);
+  hash.Add(w);
 }
 
 // About the origin: elsewhere the translation grows with the distance, and with it the
 // last place.
-void AddRotations(Random& random, const std::string& seed, Results& results) {
-  const VECTF axis = Vector(random);
-  const double angle = random.Between(-7.0, 7.0);
+void AddRotations(Random& random, Lines& lines) {
+  const VECTF v[] = {Vector(random), Vector(random), Vector(random)};
+  const double angles[] = {random.Between(-7.0, 7.0), random.Between(-4.0, 4.0), random.Unit()};
   MATRX m;
-  m.RotateScale(nullptr, axis, angle, nullptr);
-  Numbers numbers;
-  Append(numbers, m);
-  results.Close("RotateScale/" + seed, numbers);
-
-  m.CalcNMatrx(nullptr, axis, random.Below(2) == 0);
-  numbers.clear();
-  Append(numbers, m);
-  results.Close("CalcNMatrx/" + seed, numbers);
-
-  numbers.clear();
-  const double more[] = {random.Between(-4.0, 4.0), random.Between(-4.0, 4.0)};
-  Append(numbers, TFORM::R(angle, more[0], more[1]));
-  results.Close("TFORM_R/" + seed, numbers);
-
-  const VECTF ends[] = {Vector(random), Vector(random)};
-  results.Close("mth_angle_1/" + seed,
-                {mth_angle_1(axis, ends[0], ends[1]),
-                 mth_angle_1(VECTF(0, 0, 0), VECTF(1, 0, 0), VECTF(random.Unit(), 1, 0))});
+  m.RotateScale(nullptr, v[0], angles[0], nullptr);
+  AddClose(lines, "RotateScale", DoublesOf(m));
+  m.CalcNMatrx(nullptr, v[0], random.Below(2) == 0);
+  AddClose(lines, "CalcNMatrx", DoublesOf(m));
+  AddClose(lines, "TFORM_R", DoublesOf(TFORM::R(angles[0], angles[1], angles[2])));
+  AddClose(lines, "mth_angle_1",
+           {mth_angle_1(v[0], v[1], v[2]),
+            mth_angle_1(VECTF(0, 0, 0), VECTF(1, 0, 0), VECTF(angles[2], 1, 0))});
 }
 
 }  // namespace
 
-void AddToolkit(Results& results) {
-  constexpr int kRounds = 200;
-  for (std::uint64_t seed = 1; seed <= 10; ++seed) {
-    Random random(seed);
-    const std::string number = std::to_string(seed);
-    Hash vectors;
-    Hash matrices;
-    Hash transforms;
-    for (int k = 0; k < kRounds; ++k) AddVectors(random, vectors);
-    for (int k = 0; k < kRounds; ++k) AddMatrices(random, matrices);
-    for (int k = 0; k < kRounds; ++k) AddTransforms(random, transforms);
-    results.Exact("vectors/" + number, vectors);
-    results.Exact("matrices/" + number, matrices);
-    results.Exact("transforms/" + number, transforms);
+void AddToolkit(Lines& lines) {
+  Random random(1);
+  Hash vectors, matrices, transforms;
+  for (int k = 0; k < 2000; ++k) {
+    AddVectors(random, vectors);
+    AddMatrices(random, matrices);
+    AddTransforms(random, transforms);
   }
-  Random random(99);
-  for (int k = 1; k <= 30; ++k) AddRotations(random, std::to_string(k), results);
+  AddExact(lines, "vectors", vectors);
+  AddExact(lines, "matrices", matrices);
+  AddExact(lines, "transforms", transforms);
+  for (int k = 0; k < 8; ++k) AddRotations(random, lines);
 }
 
 }  // namespace same_bytes
