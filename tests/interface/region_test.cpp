@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <set>
 #include <string>
 #include <thread>
 
@@ -336,38 +337,32 @@ TEST(RegionGuarantee, RegionsOnDifferentGridsMeetOnOne) {
   EXPECT_EQ(unit - unit, Region());
 }
 
-using Corners = std::vector<Point>;
+using Triangles = std::set<std::set<std::pair<double, double>>>;
 
-std::vector<Corners> Sorted(std::vector<Corners> triangles) {
-  const auto less = [](Point a, Point b) { return std::pair(a.x, a.y) < std::pair(b.x, b.y); };
-  for (Corners& t : triangles) std::sort(t.begin(), t.end(), less);
-  std::sort(triangles.begin(), triangles.end(), [&](const Corners& a, const Corners& b) {
-    return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(), less);
-  });
+Triangles TrianglesOf(const Region& region) {
+  const Mesh mesh = Triangulate(region, {false});
+  Triangles triangles;
+  for (const auto& corners : mesh.triangles) {
+    std::set<std::pair<double, double>> points;
+    for (const std::uint32_t v : corners) points.insert({mesh.vertices[v].x, mesh.vertices[v].y});
+    triangles.insert(points);
+  }
   return triangles;
 }
 
-std::vector<Corners> TrianglesOf(const Region& region) {
-  const Mesh mesh = Triangulate(region, {false});
-  std::vector<Corners> triangles;
-  for (const auto& [a, b, c] : mesh.triangles) {
-    triangles.push_back({mesh.vertices[a], mesh.vertices[b], mesh.vertices[c]});
-  }
-  return Sorted(triangles);
-}
-
-std::vector<Corners> TrianglesOfMain() {
+Triangles TrianglesOfMain() {
   const support::ReadBack r = support::Read();
-  std::vector<Corners> triangles(r.faces.size() / 3);
-  for (std::size_t i = 0; i < r.faces.size(); ++i) {
-    for (std::size_t end = 0; end < 2; ++end) {
-      const auto v = 3 * std::size_t(r.edges[3 * std::size_t(r.faces[i]) + end]);
-      const Point p{r.vertices[v], r.vertices[v + 1]};
-      Corners& corners = triangles[i / 3];
-      if (std::find(corners.begin(), corners.end(), p) == corners.end()) corners.push_back(p);
+  Triangles triangles;
+  for (auto face = r.faces.begin(); face != r.faces.end(); face += 3) {
+    std::set<std::pair<double, double>> points;
+    for (int end = 0; end < 6; ++end) {
+      const auto v =
+          3 * std::size_t(r.edges[3 * std::size_t(face[end / 2]) + std::size_t(end % 2)]);
+      points.insert({r.vertices[v], r.vertices[v + 1]});
     }
+    triangles.insert(points);
   }
-  return Sorted(triangles);
+  return triangles;
 }
 
 // Both doors lead to the same engines: where the grid of the flat interface has the step 1, the

@@ -166,11 +166,11 @@ void AddCountries(const std::string& dataFolder, Results& results) {
           AddTriangulation(Scaled(ring), hash);
         }
       }
-      results.Exact("input/" + name, input);
-      results.Exact("country/" + name, hash);
+      results.Add("input/" + name, input);
+      results.Add("country/" + name, hash);
       Hash chain;
       AddCountryChain(country, chain);
-      results.Exact("region/" + name, chain);
+      results.Add("region/" + name, chain);
     }
   }
 }
@@ -187,8 +187,8 @@ void AddFamilies(Results& results) {
         AddTriangulation(xyz, hash);
       }
       const std::string numbered = std::string(name) + "/" + std::to_string(seed);
-      results.Exact("input/" + numbered, input);
-      results.Exact("family/" + numbered, hash);
+      results.Add("input/" + numbered, input);
+      results.Add("family/" + numbered, hash);
     }
   }
 }
@@ -216,8 +216,8 @@ void AddChains(Results& results) {
       region = step % 3 == 0 ? region - other : step % 3 == 1 ? region ^ other : region | other;
       AddRegion(region, regions);
     }
-    results.Exact("chain/" + std::to_string(seed), hash);
-    results.Exact("regions/" + std::to_string(seed), regions);
+    results.Add("chain/" + std::to_string(seed), hash);
+    results.Add("regions/" + std::to_string(seed), regions);
   }
 }
 
