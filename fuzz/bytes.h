@@ -15,10 +15,12 @@ class Bytes {
   Bytes(const std::uint8_t* data, std::size_t size) : at_(data), end_(data + size) {}
   [[nodiscard]] bool Empty() const { return at_ == end_; }
   std::uint8_t Byte() { return Empty() ? std::uint8_t{0} : *at_++; }
-  double Double() {
-    double value = 0.0;
-    std::uint8_t raw[sizeof value];
+  double Double() { return Number<double>(); }
+  template <class T>
+  T Number() {
+    std::uint8_t raw[sizeof(T)];
     for (std::uint8_t& byte : raw) byte = Byte();
+    T value{};
     std::memcpy(&value, raw, sizeof value);
     return value;
   }

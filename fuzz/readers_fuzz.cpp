@@ -10,16 +10,10 @@
 namespace {
 
 tool::Input Read(const std::string& text) {
-  std::istringstream stream(text);
-  std::streambuf* const before = std::cin.rdbuf(stream.rdbuf());
-  try {
-    tool::Input input = tool::ReadInput(tool::kStandard, {});
-    std::cin.rdbuf(before);
-    return input;
-  } catch (...) {
-    std::cin.rdbuf(before);
-    throw;
-  }
+  static std::stringbuf buffer;
+  buffer.str(text);
+  std::cin.rdbuf(&buffer);
+  return tool::ReadInput(tool::kStandard, {});
 }
 
 std::vector<tool::Item> ItemsOf(const tool::Input& input) {
@@ -27,8 +21,8 @@ std::vector<tool::Item> ItemsOf(const tool::Input& input) {
   for (const tool::Feature& feature : input.features) {
     for (std::size_t i = 0; i < feature.polygons.size(); ++i) {
       const tool::Polygon& polygon = feature.polygons[i];
-      if (tool::PlaceOf(feature, i).empty() || tool::Lost("hole", polygon).empty()) continue;
-      if (!tool::IsFinite(polygon)) continue;
+      if (tool::Lost(tool::PlaceOf(feature, i), polygon).empty() || !tool::IsFinite(polygon))
+        continue;
       const tool::Region region(tool::RingsOf(polygon));  // never refused
       if (!region.IsEmpty()) items.push_back({feature.name, feature.number, i + 1, region, {}});
     }
