@@ -10,6 +10,9 @@
 
 namespace fuzz {
 
+/// Calls that change something, made and judged so far.
+inline double steps = 0;
+
 class Bytes {
  public:
   Bytes(const std::uint8_t* data, std::size_t size) : at_(data), end_(data + size) {}
@@ -30,8 +33,9 @@ class Bytes {
   const std::uint8_t* end_;
 };
 
-/// Ends the program where a judge has found something.
+/// Ends the program where a judge has found something in the last step.
 inline void Expect(const std::string& fault) {
+  ++steps;
   if (fault.empty()) return;
   std::fprintf(stderr, "%s\n", fault.c_str());
   std::abort();

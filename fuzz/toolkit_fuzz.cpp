@@ -1,13 +1,11 @@
-// Any bytes as the numbers of a trial of one of the toolkit's laws.
+// Any bytes as the numbers that one of the toolkit's laws is tried with.
 #include "bytes.h"
-#include "math/trial.h"
+#include "math/numbers.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   fuzz::Bytes bytes(data, size);
-  const std::uint8_t which = bytes.Byte();
-  laws::Trial trial([&bytes] { return bytes.Number<std::uint64_t>(); });
-  const std::vector<laws::Law>& some = which % 2 == 0 ? laws::kValueLaws : laws::kQueryLaws;
-  const laws::Law& law = some[which / 2 % some.size()];
-  fuzz::Expect(law.holds(trial) ? "" : law.name);
+  const int law = bytes.Byte() % laws::kLaws;
+  laws::Numbers numbers([&bytes] { return bytes.Number<std::uint64_t>(); });
+  fuzz::Expect(laws::Holds(law, numbers) ? "" : "law " + std::to_string(law));
   return 0;
 }
