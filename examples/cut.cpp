@@ -47,6 +47,7 @@ Region RegionOf(const json& geometry) {
   }
   const zelvan::Grid grid = zelvan::Grid::Covering(all);
   std::vector<Region> regions;
+  regions.reserve(polygons.size());
   for (const auto& rings : polygons) regions.emplace_back(rings, zelvan::FillRule::EvenOdd, grid);
   return zelvan::Unite(regions);
 }

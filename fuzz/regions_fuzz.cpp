@@ -6,7 +6,7 @@
 #include <bitset>
 
 #include "bytes.h"
-#include "support/mesh_of_region.h"
+#include "support/mesh_checker.h"
 
 namespace {
 
@@ -104,7 +104,7 @@ std::string FaultsOf(const Subject& subject) {
     const Side wanted = subject.holds[i] ? Side::Inside : Side::Outside;
     if (subject.region.Contains(Place(i)) != wanted) return "a point on the wrong side";
   }
-  return support::FaultsOfMesh(subject.region);
+  return zelvan::test::CheckMeshes(subject.region);
 }
 
 }  // namespace

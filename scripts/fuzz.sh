@@ -42,8 +42,8 @@ keep() {
 
 # cover TARGET
 cover() {
-  local program="build/coverage/fuzz_replay_$1" profile="build/coverage/$1" folder=src
-  cmake --build build/coverage -j2 --target "fuzz_replay_$1" >/dev/null
+  local program="build/fuzz-coverage/fuzz_replay_$1" profile="build/fuzz-coverage/$1" folder=src
+  cmake --build build/fuzz-coverage -j2 --target "fuzz_replay_$1" >/dev/null
   LLVM_PROFILE_FILE="$profile.raw" "$program" "fuzz/corpus/$1"
   llvm-profdata merge -o "$profile.data" "$profile.raw"
   [[ "$1" != readers ]] || folder=tools
@@ -52,7 +52,7 @@ cover() {
 }
 
 configure build/fuzz -fsanitize=fuzzer-no-link -DZELVAN_SANITIZE=ON -DZELVAN_FUZZ=ON
-configure build/coverage '-fprofile-instr-generate -fcoverage-mapping'
+configure build/fuzz-coverage '-fprofile-instr-generate -fcoverage-mapping'
 for target in "${targets[@]}"; do
   echo "== $target"
   ((minutes == 0)) || fuzz "$target"

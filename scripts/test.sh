@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds the suite as developers do and with the
-# sanitizers, runs it in both, works regions in threads, and checks the formatting.
+# sanitizers, runs it in both, works regions in threads, checks the formatting and says what
+# share the tests have.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 scripts/install-deps.sh
@@ -25,3 +26,6 @@ if command -v clang-format >/dev/null; then
 else
   echo "skipped: there is no clang-format"
 fi
+
+echo "== share"
+python3 scripts/share.py

@@ -102,7 +102,7 @@ int Run(const Options& options) {
 }  // namespace
 }  // namespace tool
 
-int main(int argc, char** argv) {
+int main(int argc, char** argv) try {
   tool::Options options;
   CLI::App app("Cuts polygons into triangles and combines them.", "zelvan");
   app.set_version_flag("--version", "zelvan " ZELVAN_TOOL_VERSION);
@@ -115,10 +115,8 @@ int main(int argc, char** argv) {
   } catch (const CLI::ParseError& error) {
     return app.exit(error) == 0 ? tool::kAllDone : tool::kUnusable;
   }
-  try {
-    return tool::Run(options);
-  } catch (const std::exception& error) {
-    std::cerr << "zelvan: " << error.what() << '\n';
-    return tool::kUnusable;
-  }
+  return tool::Run(options);
+} catch (const std::exception& error) {
+  std::cerr << "zelvan: " << error.what() << '\n';
+  return tool::kUnusable;
 }

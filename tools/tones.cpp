@@ -52,6 +52,7 @@ std::vector<std::size_t> ChooseTones(const std::vector<Item>& items, std::size_t
     tone_of[feature] = tone;
   }
   std::vector<std::size_t> chosen;
+  chosen.reserve(items.size());
   for (const Item& item : items) chosen.push_back(tone_of[item.feature]);
   return chosen;
 }

@@ -79,6 +79,7 @@ int RunTriangulate(const Options& options) {
   const std::vector<Input> inputs = ReadInputs(options, status);
   Triangulation triangulation(options, CountPoints(inputs));
   std::vector<Row> rows;
+  rows.reserve(inputs.size());
   for (const Input& input : inputs) rows.push_back(triangulation.Add(input));
   WriteOutputs(options, triangulation.Items(), Show::kTriangles);
   PrintGrids(ReportStream(options), triangulation.Grids());

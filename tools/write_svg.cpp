@@ -76,14 +76,19 @@ class Frame {
 std::string Escaped(const std::string& text) {
   std::string result;
   for (const char c : text) {
-    if (c == '&')
-      result += "&amp;";
-    else if (c == '<')
-      result += "&lt;";
-    else if (c == '>')
-      result += "&gt;";
-    else
-      result += c;
+    switch (c) {
+      case '&':
+        result += "&amp;";
+        break;
+      case '<':
+        result += "&lt;";
+        break;
+      case '>':
+        result += "&gt;";
+        break;
+      default:
+        result += c;
+    }
   }
   return result;
 }

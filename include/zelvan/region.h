@@ -408,6 +408,7 @@ template <class Regions, class = std::enable_if_t<std::is_convertible_v<
                              decltype(*std::begin(std::declval<const Regions&>())), const Region&>>>
 Region Unite(const Regions& regions) {
   std::vector<const zelvan_region*> handles;
+  // NOLINTNEXTLINE(performance-inefficient-vector-operation): a range need not know its size
   for (const Region& region : regions) handles.push_back(region.Handle());
   if (handles.size() > (std::numeric_limits<std::int32_t>::max)()) detail::Check(ZELVAN_TOO_LARGE);
   const zelvan_region* result = nullptr;

@@ -203,10 +203,11 @@ class Run:
             faults = [x for f in inside for x in faults_of(ROOT, f, self.options.seed)]
             queues[folder] = draw_order(faults, self.options.seed)
         total = sum(sizes.values())
-        tasks = []
+        tasks = []  # the folders mixed, so that a run that is cut short says something too
         for folder, size in sizes.items():
-            tasks += [folder] * max(3, round(self.options.faults * size / total))
-        return queues, tasks
+            count = max(3, round(self.options.faults * size / total))
+            tasks += [((k + 0.5) / count, folder) for k in range(count)]
+        return queues, [folder for _, folder in sorted(tasks)]
 
     def next_task(self):
         with self.lock:
@@ -268,7 +269,7 @@ def read_equivalents():
 def main():
     parser = argparse.ArgumentParser(description="Plants faults in src/ and runs the suite.")
     parser.add_argument("folders", nargs="*", help="folders of src/, all when none is named")
-    parser.add_argument("--faults", type=int, default=120)
+    parser.add_argument("--faults", type=int, default=90)
     parser.add_argument("--seed", type=int, default=1)
     parser.add_argument("--workers", type=int, default=2)
     parser.add_argument("--tests", help="only tests whose name matches")

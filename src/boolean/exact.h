@@ -19,8 +19,7 @@ inline constexpr std::int64_t kDifference = GRID_MAX;
 inline constexpr std::int64_t kProduct = kDifference * kDifference;
 inline constexpr std::int64_t kDeterminant = 2 * kProduct;
 inline constexpr std::int64_t kNumerator = GRID_OFFSET * kDeterminant + kDifference * kDeterminant;
-inline constexpr std::int64_t kTwiceY =
-    2 * GRID_OFFSET * kDifference + 2 * kDifference * kDifference;
+inline constexpr std::int64_t kTwiceY = 2 * (GRID_OFFSET * kDifference + kDifference * kDifference);
 static_assert(kDifference < std::int64_t{1} << 20);
 static_assert(kDeterminant < std::int64_t{1} << 41);
 static_assert(kNumerator < std::int64_t{1} << 62);

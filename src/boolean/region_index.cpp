@@ -29,6 +29,7 @@ std::vector<Contour*> RegionIndex::Near(const GridBox& box) const {
   std::sort(met.begin(), met.end(), std::less<const Contour*>());
   met.erase(std::unique(met.begin(), met.end()), met.end());
   std::vector<Ranked> ranked;
+  ranked.reserve(met.size());
   for (const Contour* contour : met) {
     const Place& place = PlaceOf(contour);
     Contour* const own = place.before != nullptr ? place.before->next : place.area->contours;
@@ -38,6 +39,7 @@ std::vector<Contour*> RegionIndex::Near(const GridBox& box) const {
     return a.area != b.area ? a.area < b.area : a.rank < b.rank;
   });
   std::vector<Contour*> contours;
+  contours.reserve(ranked.size());
   for (const Ranked& one : ranked) contours.push_back(one.contour);
   return contours;
 }

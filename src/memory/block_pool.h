@@ -80,6 +80,7 @@ class BlockPool {
   struct Slot {
     T record;
     std::uintptr_t link;
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): the link of a live record is no address
     [[nodiscard]] Slot* Next() const noexcept { return reinterpret_cast<Slot*>(link); }
   };
 

@@ -16,7 +16,7 @@
 #include "support/flat.h"
 #include "support/geojson_rings.h"
 #include "support/geos_area.h"
-#include "support/mesh_of_region.h"
+#include "support/mesh_checker.h"
 #include "support/random.h"
 
 namespace {
@@ -174,7 +174,7 @@ TEST(RegionGuarantee, AnyRingsMakeARegion) {
     EXPECT_TRUE(oracle::Cut(OracleAreas(region), snapped.hot) ==
                 oracle::BoundaryOf(snapped, op, {rule, rule}));
     EXPECT_EQ(support::InvalidityByGeos(AreasOf(region)), "");
-    EXPECT_EQ(support::FaultsOfMesh(region), "");
+    EXPECT_EQ(zelvan::test::CheckMeshes(region), "");
     for (std::int64_t i = 0; i < 8; ++i) {
       const oracle::Point twice{a[0][0].x + 3 * i - 9, a[0][0].y + (i * i) % 7 - 3};
       EXPECT_EQ(region.Contains({double(twice.x) / 2, double(twice.y) / 2}),
@@ -276,7 +276,7 @@ TEST(RegionGuarantee, MeshIsConsistent) {
   for (std::uint64_t seed = 0; seed < 2000; ++seed) {
     SCOPED_TRACE(seed);
     Random random(seed);
-    ASSERT_EQ(support::FaultsOfMesh(RegionOf(RandomBitmap(random), random)), "");
+    ASSERT_EQ(zelvan::test::CheckMeshes(RegionOf(RandomBitmap(random), random)), "");
   }
 }
 
@@ -424,7 +424,7 @@ TEST(RegionGuarantee, ResultsAreValid) {
   for (int op = 0; op < 4; ++op) {
     const Region result = Combine(world, shifted, op);
     EXPECT_EQ(support::InvalidityByGeos(AreasOf(result)), "");
-    EXPECT_EQ(support::FaultsOfMesh(result), "");
+    EXPECT_EQ(zelvan::test::CheckMeshes(result), "");
     const auto measure = support::MeasureByGeos(AreasOf(world), AreasOf(shifted), op);
     EXPECT_NEAR(result.Area(), measure.area, measure.length * result.Grid().Step() / 2);
   }
@@ -442,7 +442,7 @@ TEST(RegionGuarantee, ThreadsMayShare) {
       for (int op = 0; op < 4; ++op) {
         results.push_back(Combine(regions[(first + i) % 8], regions[i], op));
       }
-      EXPECT_EQ(support::FaultsOfMesh(results.back()), "");
+      EXPECT_EQ(zelvan::test::CheckMeshes(results.back()), "");
     }
     return results;
   };

@@ -29,9 +29,11 @@ class Numbers {
     return near[Below(4)] * (Flip() ? 1 : -1);
   }
   double Any() {
-    const double any[] = {
-        0.0,      -0.0,      1.0, 1e-300,       -1e200,
-        HUGE_VAL, -HUGE_VAL, NAN, Around(1e-6), std::ldexp(Between(-1, 1), Below(2100) - 1050)};
+    const double any[] = {0.0,          -0.0,
+                          1.0,          1e-300,
+                          -1e200,       HUGE_VAL,
+                          -HUGE_VAL,    std::nan(""),
+                          Around(1e-6), std::ldexp(Between(-1, 1), Below(2100) - 1050)};
     return any[Below(10)];
   }
 

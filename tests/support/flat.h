@@ -3,6 +3,7 @@
 
 #include <zelvan/zelvan.h>
 
+#include <cmath>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -56,9 +57,24 @@ inline ReadBack Read() {
 /// library knows.
 inline std::string CheckFlatMesh(const ReadBack& r) {
   const zelvan::Shape* shape = zelvan::ProcessWorkspace().Main();
-  return zelvan::test::CheckMesh(
-      zelvan::test::FromReadOut(r.vertices, {r.contourSize.begin(), r.contourSize.end()}, r.edges,
-                                r.faces, shape->boxMin, shape->boxMax));
+  const auto toGrid = [](double v, double low, double high) {
+    return static_cast<std::int32_t>(std::lround((v - low) / (high - low) * zelvan::GRID_MAX)) -
+           zelvan::GRID_OFFSET;
+  };
+  zelvan::test::FlatMesh mesh;
+  mesh.contourSizes = {r.contourSize.begin(), r.contourSize.end()};
+  for (std::size_t i = 0; i < r.vertices.size(); i += 3) {
+    mesh.points.push_back({toGrid(r.vertices[i], shape->boxMin.x, shape->boxMax.x),
+                           toGrid(r.vertices[i + 1], shape->boxMin.y, shape->boxMax.y)});
+  }
+  const auto inThrees = [](const std::vector<std::int32_t>& list, auto& threes) {
+    for (std::size_t i = 0; i < list.size(); i += 3) {
+      threes.push_back({list[i], list[i + 1], list[i + 2]});
+    }
+  };
+  inThrees(r.edges, mesh.edges);
+  inThrees(r.faces, mesh.faces);
+  return zelvan::test::CheckMesh(mesh);
 }
 
 }  // namespace support

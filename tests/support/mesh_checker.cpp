@@ -1,5 +1,7 @@
-// An independent judge of triangulations (mesh_checker.h).
+// The judge of triangulations (mesh_checker.h).
 #include "support/mesh_checker.h"
+
+#include <zelvan/region.h>
 
 #include <algorithm>
 #include <cmath>
@@ -8,301 +10,337 @@
 #include <utility>
 
 #include "polygon/area.h"
+#include "triangulation/area_sweep.h"
+#include "triangulation/flat_triangles.h"
 #include "triangulation/mesh.h"
+#include "triangulation/triangulate.h"
 
 namespace zelvan::test {
 
 namespace {
 
-// Collects complaints: the text of the first one is the answer.
-class Complaint {
- public:
-  template <class... Parts>
-  bool Require(bool holds, const Parts&... parts) {
-    if (holds || !text_.empty()) return holds;
-    std::ostringstream out;
-    (out << ... << parts);
-    text_ = out.str();
-    return false;
-  }
-  [[nodiscard]] const std::string& text() const { return text_; }
+using Numbers = std::array<std::uint32_t, 3>;
+using Edge = std::pair<std::uint32_t, std::uint32_t>;
+using Points = std::vector<GridPoint>;
 
- private:
-  std::string text_;
-};
-
-std::int64_t TwiceSigned(GridPoint a, GridPoint b, GridPoint c) {
-  return zelvan::test::TwiceSigned(Ring{a, b, c});
+template <class... Parts>
+std::string Text(const Parts&... parts) {
+  std::ostringstream out;
+  (out << ... << parts);
+  return out.str();
 }
 
-using Node = const VertexNode*;
-
-// Directed uses of the contour edges and of everything else.
-class EdgeUses {
- public:
-  explicit EdgeUses(const Area& area) {
-    for (const Contour* c = area.contours; c != nullptr; c = c->next) {
-      ForEachVertex(c, [&](Node v) { contour_[{v, v->next}] = 0; });
-    }
-  }
-
-  void Add(Node a, Node b) {
-    const auto found = contour_.find({a, b});
-    if (found != contour_.end()) {
-      ++found->second;
-    } else {
-      ++diagonals_[{a, b}];
-    }
-  }
-
-  void Check(Complaint& complaint) const {
-    for (const auto& [edge, uses] : contour_) {
-      complaint.Require(uses == 1, "a contour edge is used ", uses, " times");
-    }
-    for (const auto& [edge, uses] : diagonals_) {
-      const auto back = diagonals_.find({edge.second, edge.first});
-      complaint.Require(uses == 1 && back != diagonals_.end(),
-                        "a diagonal is not used once each way");
-    }
-  }
-
- private:
-  std::map<std::pair<Node, Node>, int> contour_;
-  std::map<std::pair<Node, Node>, int> diagonals_;
-};
-
-Region RegionOf(const Area& area) {
-  Region region;
-  for (const Contour* c = area.contours; c != nullptr; c = c->next) {
-    Ring& ring = region.emplace_back();
-    ForEachVertex(c, [&](Node v) { ring.push_back(v->grid); });
-  }
-  return region;
+std::int64_t TwiceArea(GridPoint a, GridPoint b, GridPoint c) {
+  return (std::int64_t{b.gx} - a.gx) * (std::int64_t{c.gy} - a.gy) -
+         (std::int64_t{b.gy} - a.gy) * (std::int64_t{c.gx} - a.gx);
 }
 
-struct Corners {
-  std::int32_t v[3];  // in the order of the face's edges: edge i joins v[i] and v[i + 1]
+// Points contour after contour, and the edges of the contours as pairs of numbers.
+struct Contours {
+  Points points;
+  std::vector<Edge> edges;
+  std::int64_t twiceArea = 0;
+  std::int64_t wanted = 0;  // triangles, where no contours touch
+
+  void Close() {
+    const auto first = static_cast<std::uint32_t>(edges.size());
+    const auto end = static_cast<std::uint32_t>(points.size());
+    std::int64_t twice = 0;
+    for (std::uint32_t i = first; i < end; ++i) {
+      edges.push_back({i, i + 1 < end ? i + 1 : first});
+      twice += TwiceArea(points[first], points[i], points[edges.back().second]);
+    }
+    twiceArea += twice;
+    wanted += end - first + (twice > 0 ? -2 : 2);
+  }
+
+  // For each vertex the lowest number on its point.
+  [[nodiscard]] std::vector<std::uint32_t> Lowest() const {
+    std::map<GridPoint, std::uint32_t> first;
+    std::vector<std::uint32_t> lowest;
+    for (const GridPoint p : points) {
+      lowest.push_back(first.emplace(p, static_cast<std::uint32_t>(lowest.size())).first->second);
+    }
+    return lowest;
+  }
+
+  void Renumber(const std::vector<std::uint32_t>& numbers) {
+    for (auto& [a, b] : edges) a = numbers[a], b = numbers[b];
+  }
 };
 
-std::int32_t Shared(const std::array<std::int32_t, 3>& e, const std::array<std::int32_t, 3>& f) {
-  const bool first = e[0] == f[0] || e[0] == f[1];
-  const bool second = e[1] == f[0] || e[1] == f[1];
-  return first == second ? -1 : first ? e[0] : e[1];
+std::string Faults(const Contours& contours, const std::vector<Numbers>& triangles) {
+  std::map<Edge, int> uses;  // by triangles, less those by contours
+  std::map<Edge, int> onContour;
+  for (const Edge& edge : contours.edges) --uses[edge], ++onContour[edge];
+  std::int64_t rest = contours.twiceArea;
+  for (const auto& [a, b, c] : triangles) {
+    if (std::max({a, b, c}) >= contours.points.size()) return "a triangle names no vertex";
+    const std::int64_t twice =
+        TwiceArea(contours.points[a], contours.points[b], contours.points[c]);
+    if (twice <= 0) return "a triangle is not strictly counter-clockwise";
+    rest -= twice;
+    ++uses[{a, b}], ++uses[{b, c}], ++uses[{c, a}];
+  }
+  if (rest != 0) return Text("twice the area is wrong by ", rest);
+  for (const auto& [edge, times] : uses) {
+    const auto back = uses.find({edge.second, edge.first});
+    if (onContour.count(edge) != 0 ? times != 0 : times != 1 || back == uses.end()) {
+      return Text("edge ", edge.first, " ", edge.second, " is not used once from each side");
+    }
+  }
+  return "";
 }
 
-class MeshJudge {
- public:
-  explicit MeshJudge(const FlatMesh& mesh) : mesh_(mesh) {}
+std::string FaultsOfCount(std::size_t count, const Contours& contours) {
+  if (static_cast<std::int64_t>(count) == contours.wanted) return "";
+  return Text(count, " triangles, not ", contours.wanted);
+}
 
-  std::string Judge() {
-    if (ReadContours() && CheckEdges() && CheckFaces()) CheckWhole();
-    return complaint_.text();
-  }
-
- private:
-  // Vertices on one point go by the lowest number.
-  bool ReadContours() {
-    const auto less = [](GridPoint a, GridPoint b) {
-      return std::pair(a.gx, a.gy) < std::pair(b.gx, b.gy);
-    };
-    std::map<GridPoint, std::int32_t, decltype(less)> lowest(less);
-    std::vector<std::int32_t> number;
-    for (std::size_t i = 0; i < mesh_.points.size(); ++i) {
-      number.push_back(lowest.emplace(mesh_.points[i], static_cast<std::int32_t>(i)).first->second);
-    }
-    std::size_t start = 0;
-    for (const std::uint32_t size : mesh_.contourSizes) {
-      if (!complaint_.Require(size >= 3 && start + size <= number.size(),
-                              "contour sizes are off")) {
-        return false;
-      }
-      Ring ring;
-      for (std::size_t i = 0; i < size; ++i) {
-        ring.push_back(mesh_.points[start + i]);
-        ++contourEdges_[std::minmax({number[start + i], number[start + (i + 1) % size]})].times;
-      }
-      const std::int64_t twice = test::TwiceSigned(ring);
-      twiceArea_ += twice;
-      (twice > 0 ? outers_ : holes_) += 1;
-      start += size;
-    }
-    return complaint_.Require(start == number.size(), "vertices outside the contours");
-  }
-
-  bool CheckEdges() {
-    std::map<std::pair<std::int32_t, std::int32_t>, int> seen;
-    const auto n = static_cast<std::int32_t>(mesh_.points.size());
-    for (const auto& [first, second, kind] : mesh_.edges) {
-      const bool inRange = first >= 0 && second >= 0 && first < n && second < n && first != second;
-      if (!complaint_.Require(inRange, "an edge names no two vertices")) return false;
-      const std::pair<std::int32_t, std::int32_t> ends = std::minmax({first, second});
-      complaint_.Require(++seen[ends] == 1, "an edge is there twice");
-      const auto onContour = contourEdges_.find(ends);
-      const bool isContour = onContour != contourEdges_.end();
-      complaint_.Require(kind == (isContour ? 0 : 2), "an edge is of the wrong kind");
-      uses_.push_back(isContour ? onContour->second.times : 2);
-      if (isContour) onContour->second.found = true;
-    }
-    for (const auto& [ends, edge] : contourEdges_) {
-      complaint_.Require(edge.found, "a contour edge is missing");
-      coincidences_ += edge.times - 1;
-    }
-    return complaint_.text().empty();
-  }
-
-  bool CheckFaces() {
-    forward_.assign(mesh_.edges.size(), 0);
-    backward_.assign(mesh_.edges.size(), 0);
-    for (const auto& face : mesh_.faces) {
-      for (const std::int32_t e : face) {
-        const bool inRange = e >= 0 && static_cast<std::size_t>(e) < mesh_.edges.size();
-        if (!complaint_.Require(inRange, "a face names no edge")) return false;
-      }
-      const std::int32_t corner[3] = {Shared(Edge(face[2]), Edge(face[0])),
-                                      Shared(Edge(face[0]), Edge(face[1])),
-                                      Shared(Edge(face[1]), Edge(face[2]))};
-      const bool closed = std::min({corner[0], corner[1], corner[2]}) >= 0 &&
-                          corner[0] != corner[1] && corner[1] != corner[2] &&
-                          corner[2] != corner[0];
-      if (!complaint_.Require(closed, "a face is no triangle")) return false;
-      const std::int64_t twice = TwiceSigned(Point(corner[0]), Point(corner[1]), Point(corner[2]));
-      complaint_.Require(twice < 0, "a face is not strictly clockwise");
-      faceArea_ -= twice;
-      for (int i = 0; i < 3; ++i) {
-        const auto e = static_cast<std::size_t>(face[static_cast<std::size_t>(i)]);
-        ++(mesh_.edges[e][0] == corner[i] ? forward_ : backward_)[e];
-      }
-      // The corners p, q, r were met as pq, qr, rp; the face lists pq, rp, qr.
-      for (const std::int32_t e : {face[0], face[2], face[1]}) {
-        complaint_.Require(e <= next_, "edges are not numbered in order of appearance");
-        if (e == next_) ++next_;
-      }
-    }
-    return complaint_.text().empty();
-  }
-
-  void CheckWhole() {
-    const auto vertices = static_cast<std::int64_t>(mesh_.points.size());
-    const auto edges = static_cast<std::int64_t>(mesh_.edges.size());
-    const auto faces = static_cast<std::int64_t>(mesh_.faces.size());
-    complaint_.Require(faces == vertices + 2 * holes_ - 2 * outers_, faces, " faces for ", vertices,
-                       " vertices, ", outers_, " areas, ", holes_, " holes");
-    complaint_.Require(vertices - (edges + coincidences_) + faces == outers_ - holes_,
-                       "Euler's formula fails");
-    complaint_.Require(faceArea_ == twiceArea_, "twice the area is ", faceArea_, ", not ",
-                       twiceArea_);
-    for (std::size_t e = 0; e < mesh_.edges.size(); ++e) {
-      const int uses = forward_[e] + backward_[e];
-      complaint_.Require(uses == uses_[e], "edge ", e, " is used ", uses, " times");
-      complaint_.Require(forward_[e] <= 1 && backward_[e] <= 1,
-                         "two faces lie on one side of edge ", e);
+// Neighbours as the directed edges of the triangles say.
+std::vector<std::array<std::int32_t, 3>> Neighbours(const std::vector<Numbers>& triangles) {
+  std::map<Edge, std::int32_t> sides;
+  for (std::size_t t = 0; t < triangles.size(); ++t) {
+    for (std::size_t k = 0; k < 3; ++k) {
+      sides[{triangles[t][(k + 1) % 3], triangles[t][k]}] = static_cast<std::int32_t>(t);
     }
   }
-
-  [[nodiscard]] const std::array<std::int32_t, 3>& Edge(std::int32_t e) const {
-    return mesh_.edges[static_cast<std::size_t>(e)];
+  std::vector<std::array<std::int32_t, 3>> neighbours(triangles.size());
+  for (std::size_t t = 0; t < triangles.size(); ++t) {
+    for (std::size_t k = 0; k < 3; ++k) {
+      const auto twin = sides.find({triangles[t][k], triangles[t][(k + 1) % 3]});
+      neighbours[t][k] = twin == sides.end() ? -1 : twin->second;
+    }
   }
-  [[nodiscard]] GridPoint Point(std::int32_t v) const {
-    return mesh_.points[static_cast<std::size_t>(v)];
-  }
+  return neighbours;
+}
 
-  const FlatMesh& mesh_;
-  Complaint complaint_;
-  // A contour that runs along one line there and back has edges that coincide: they
-  // have one number in the mesh, and a face for each.
-  struct ContourEdge {
-    int times = 0;
-    bool found = false;
+// Of corners on one circle the lowest, of equally low ones the leftmost, is an end of the edge.
+std::string FaultsOfDelaunay(const Points& points, const std::vector<Numbers>& triangles,
+                             const std::vector<std::array<std::int32_t, 3>>& neighbours) {
+  const auto isLower = [](GridPoint p, GridPoint q) {
+    return std::pair(p.gy, p.gx) < std::pair(q.gy, q.gx);
   };
-  std::map<std::pair<std::int32_t, std::int32_t>, ContourEdge> contourEdges_;
-  std::vector<int> uses_;  // how many faces each edge of the mesh must have
-  std::int64_t coincidences_ = 0;
-  std::vector<int> forward_;
-  std::vector<int> backward_;
-  std::int64_t twiceArea_ = 0;
-  std::int64_t faceArea_ = 0;
-  std::int64_t outers_ = 0;
-  std::int64_t holes_ = 0;
-  std::int32_t next_ = 0;
-};
-
-// The numbering by plain scans.
-struct ScannedMesh {
-  std::vector<std::array<std::int32_t, 3>> edges;
-  std::vector<std::array<std::int32_t, 3>> faces;
-
-  std::int32_t EdgeNumber(std::int32_t i, std::int32_t j, bool onContour) {
-    for (std::size_t k = 0; k < edges.size(); ++k) {
-      const auto& e = edges[k];
-      if ((e[0] == i && e[1] == j) || (e[0] == j && e[1] == i)) return static_cast<std::int32_t>(k);
+  for (std::size_t t = 0; t < triangles.size(); ++t) {
+    for (std::size_t k = 0; k < 3; ++k) {
+      if (neighbours[t][k] < 0) continue;
+      const auto at = [&](std::size_t i) { return points[triangles[t][(k + i) % 3]]; };
+      const GridPoint a = at(0), b = at(1), c = at(2);
+      for (const std::uint32_t v : triangles[static_cast<std::size_t>(neighbours[t][k])]) {
+        const GridPoint d = points[v];
+        if (d == a || d == b) continue;
+        const int side = InCircle(a, b, c, d);
+        if (side > 0) return "an edge is not Delaunay";
+        if (side == 0 && std::min(a, b, isLower) != std::min({a, b, c, d}, isLower)) {
+          return "corners on a circle are cut in another way";
+        }
+      }
     }
-    edges.push_back({i, j, onContour ? 0 : 2});
-    return static_cast<std::int32_t>(edges.size() - 1);
+  }
+  return "";
+}
+
+Contours ContoursOf(const Area& area, std::map<const VertexNode*, std::uint32_t>& numbers) {
+  Contours contours;
+  for (const Contour* c = area.contours; c != nullptr; c = c->next) {
+    ForEachVertex(c, [&](const VertexNode* v) {
+      numbers.emplace(v, static_cast<std::uint32_t>(contours.points.size()));
+      contours.points.push_back(v->grid);
+    });
+    contours.Close();
+  }
+  return contours;
+}
+
+std::vector<Numbers> TrianglesOf(const Area& area,
+                                 const std::map<const VertexNode*, std::uint32_t>& numbers) {
+  std::vector<Numbers> triangles;
+  for (std::uint32_t i = 0; i < area.triangleCount; ++i) {
+    const Triangle& t = area.triangles[i];
+    triangles.push_back({numbers.at(t.a), numbers.at(t.b), numbers.at(t.c)});
+  }
+  return triangles;
+}
+
+std::vector<Numbers> Sorted(std::vector<Numbers> triangles) {
+  for (Numbers& t : triangles) std::sort(t.begin(), t.end());
+  std::sort(triangles.begin(), triangles.end());
+  return triangles;
+}
+
+// Edges and faces as plain scans number them.
+void Number(const std::vector<Numbers>& triangles, const Contours& contours, FlatMesh& mesh) {
+  std::vector<Edge> onContour = contours.edges;
+  for (const auto& [a, b] : contours.edges) onContour.push_back({b, a});
+  std::sort(onContour.begin(), onContour.end());
+  std::map<Edge, std::int32_t> numbers;
+  for (const Numbers& t : triangles) {
+    std::array<std::int32_t, 3> face{};
+    for (std::size_t k = 0; k < 3; ++k) {
+      const Edge edge{t[k], t[(k + 1) % 3]};
+      const auto next = static_cast<std::int32_t>(mesh.edges.size());
+      const auto [found, isNew] = numbers.emplace(std::minmax(edge.first, edge.second), next);
+      face[k] = found->second;
+      if (!isNew) continue;
+      const bool contour = std::binary_search(onContour.begin(), onContour.end(), edge);
+      mesh.edges.push_back({static_cast<std::int32_t>(edge.first),
+                            static_cast<std::int32_t>(edge.second), contour ? 0 : 2});
+    }
+    mesh.faces.push_back({face[0], face[2], face[1]});  // clockwise
+  }
+}
+
+// The corners of a face pq, rp, qr; three zeros where it has none.
+Numbers CornersOf(const FlatMesh& mesh, const std::array<std::int32_t, 3>& face) {
+  const auto shared = [&](std::int32_t e, std::int32_t f) -> std::uint32_t {
+    const auto n = static_cast<std::int32_t>(mesh.edges.size());
+    if (std::min(e, f) < 0 || std::max(e, f) >= n) return 0;
+    const auto& g = mesh.edges[static_cast<std::size_t>(e)];
+    const auto& h = mesh.edges[static_cast<std::size_t>(f)];
+    return static_cast<std::uint32_t>(g[0] == h[0] || g[0] == h[1] ? g[0] : g[1]);
+  };
+  return {shared(face[0], face[1]), shared(face[0], face[2]), shared(face[1], face[2])};
+}
+
+std::vector<Numbers> CornersOf(const FlatMesh& mesh) {
+  std::vector<Numbers> triangles;
+  for (const auto& face : mesh.faces) triangles.push_back(CornersOf(mesh, face));
+  return triangles;
+}
+
+std::string FaultsOfMesh(const zelvan::Region& region, bool delaunay) {
+  const zelvan::Mesh mesh = zelvan::Triangulate(region, {delaunay});
+  const zelvan::Grid grid = region.Grid();
+  Contours contours;
+  const auto add = [&](const zelvan::Ring& ring) {
+    for (const zelvan::Point p : ring) {
+      contours.points.push_back({static_cast<std::int32_t>((p.x - grid.Origin().x) / grid.Step()),
+                                 static_cast<std::int32_t>((p.y - grid.Origin().y) / grid.Step())});
+    }
+    contours.Close();
+  };
+  for (const zelvan::Polygon& polygon : region.Polygons()) {
+    add(polygon.outer);
+    for (const zelvan::Ring& hole : polygon.holes) add(hole);
+  }
+  if (mesh.vertices != region.Vertices()) return "the vertices are not the region's";
+  const std::vector<std::uint32_t> lowest = contours.Lowest();
+  contours.Renumber(lowest);
+  std::vector<Numbers> triangles = mesh.triangles;
+  std::vector<bool> used(lowest.size());
+  for (Numbers& t : triangles) {
+    for (std::uint32_t& v : t) used[v] = true, v = lowest[v];
+  }
+  if (std::find(used.begin(), used.end(), false) != used.end()) return "a vertex is not used";
+  std::string wrong = Faults(contours, triangles);
+  if (mesh.neighbours != Neighbours(mesh.triangles)) wrong = "neighbours are wrong";
+  if (delaunay && wrong.empty()) {
+    wrong = FaultsOfDelaunay(contours.points, triangles, mesh.neighbours);
+  }
+  const double area = std::ldexp(static_cast<double>(contours.twiceArea), -1) * grid.Step();
+  return wrong.empty() && region.Area() != area * grid.Step() ? "another area" : wrong;
+}
+
+// One area while it is cut in several ways: the first success fixes the triangles.
+class Piece {
+ public:
+  explicit Piece(Area& area) : area_(area), contours_(ContoursOf(area, numbers_)) {}
+
+  std::string Judge(bool succeeded) {
+    if (!succeeded) return area_.triangles == nullptr ? "" : "triangles after a failure";
+    std::vector<Numbers> set = Sorted(TrianglesOf(area_, numbers_));
+    if (expected_.empty()) expected_ = set;
+    return set == expected_ ? CheckTriangles(area_) : "other triangles than before";
   }
 
-  void Add(const std::vector<Node>& table, const Triangle& t) {
-    const Node corner[3] = {t.a, t.b, t.c};
-    std::int32_t edge[3];
-    std::int32_t number[3];
-    for (int i = 0; i < 3; ++i) {
-      const auto at = std::find_if(table.begin(), table.end(),
-                                   [&](Node v) { return v->grid == corner[i]->grid; });
-      number[i] = static_cast<std::int32_t>(at - table.begin());
+  // Flat triangles by both cutters, and both made Delaunay.
+  std::string JudgeFlat(bool swept) try {
+    VORNEX::FlatTriangles made[2];
+    for (const auto cutting : {VORNEX::Cutting::kTrapezoids, VORNEX::Cutting::kNearby}) {
+      VORNEX::FlatTriangles alone;
+      if (VORNEX::CutBySweep(area_, cutting, alone) != swept) return "one cutter gives up";
+      VORNEX::FlatTriangles& flat = made[cutting == VORNEX::Cutting::kNearby];
+      flat = VORNEX::CutArea(area_, cutting);
+      if (swept && cutting == VORNEX::Cutting::kTrapezoids && Sorted(flat.corners) != expected_) {
+        return "other flat triangles";
+      }
+      std::string wrong = FaultsOfFlat(flat);
+      if (wrong.empty()) VORNEX::MakeDelaunay(contours_.points, flat);
+      wrong += FaultsOfFlat(flat);
+      wrong += FaultsOfDelaunay(contours_.points, flat.corners, flat.neighbours);
+      if (!wrong.empty()) return wrong;
     }
-    for (int i = 0; i < 3; ++i) {
-      const int j = (i + 1) % 3;
-      const bool onContour = corner[i]->next == corner[j] || corner[j]->next == corner[i];
-      edge[i] = EdgeNumber(number[i], number[j], onContour);
-    }
-    const bool ccw = TwiceSigned(t.a->grid, t.b->grid, t.c->grid) > 0;
-    faces.push_back({edge[0], edge[ccw ? 2 : 1], edge[ccw ? 1 : 2]});
+    const auto& corners = made[0].corners;
+    if (corners != made[1].corners) return "the start changes the Delaunay triangles";
+    const auto inOrder = [](const Numbers& t) { return t[0] < t[1] && t[0] < t[2]; };
+    const bool ordered = std::all_of(corners.begin(), corners.end(), inOrder);
+    return ordered && std::is_sorted(corners.begin(), corners.end()) ? "" : "out of order";
+  } catch (CException* problem) {
+    ERR::Delete(problem);
+    return swept ? "flat triangles fail" : "";
   }
+
+ private:
+  [[nodiscard]] std::string FaultsOfFlat(const VORNEX::FlatTriangles& flat) const {
+    if (flat.neighbours != Neighbours(flat.corners)) return "neighbours are wrong";
+    return FaultsOfCount(flat.corners.size(), contours_) + Faults(contours_, flat.corners);
+  }
+
+  Area& area_;
+  std::map<const VertexNode*, std::uint32_t> numbers_;
+  Contours contours_;
+  std::vector<Numbers> expected_;
 };
 
 }  // namespace
 
 std::string CheckTriangles(const Area& area) {
-  Complaint complaint;
-  const Region region = RegionOf(area);
-  std::size_t expected = 2 * (region.size() - 1) - 2;
-  for (const Ring& ring : region) expected += ring.size();
-  complaint.Require(area.triangleCount == expected, area.triangleCount, " triangles, not ",
-                    expected);
-  if (!complaint.Require(area.triangles != nullptr, "no triangles")) return complaint.text();
-  EdgeUses uses(area);
-  std::int64_t sum = 0;
-  for (std::uint32_t i = 0; i < area.triangleCount; ++i) {
-    const Triangle& t = area.triangles[i];
-    const std::int64_t twice = TwiceSigned(t.a->grid, t.b->grid, t.c->grid);
-    complaint.Require(twice > 0, "triangle ", i, " is not strictly counter-clockwise");
-    sum += twice;
-    uses.Add(t.a, t.b);
-    uses.Add(t.b, t.c);
-    uses.Add(t.c, t.a);
-  }
-  complaint.Require(sum == test::TwiceSigned(region), "the areas sum to ", sum);
-  uses.Check(complaint);
-  return complaint.text();
+  std::map<const VertexNode*, std::uint32_t> numbers;
+  const Contours contours = ContoursOf(area, numbers);
+  return FaultsOfCount(area.triangleCount, contours) + Faults(contours, TrianglesOf(area, numbers));
 }
 
 std::string CheckMesh(const FlatMesh& mesh) {
-  return MeshJudge(mesh).Judge();
+  Contours contours;
+  for (const std::uint32_t size : mesh.contourSizes) {
+    const auto from = mesh.points.begin() + static_cast<std::ptrdiff_t>(contours.points.size());
+    if (size < 3 || mesh.points.end() - from < size) return "contour sizes are off";
+    contours.points.insert(contours.points.end(), from, from + size);
+    contours.Close();
+  }
+  if (contours.points.size() != mesh.points.size()) return "vertices outside the contours";
+  contours.Renumber(contours.Lowest());
+  const std::vector<Numbers> triangles = CornersOf(mesh);
+  std::string wrong = FaultsOfCount(triangles.size(), contours) + Faults(contours, triangles);
+  FlatMesh numbered;
+  Number(triangles, contours, numbered);
+  if (numbered.edges != mesh.edges) wrong += "edges differ from those of plain scans";
+  if (numbered.faces != mesh.faces) wrong += "faces differ from those of plain scans";
+  return wrong;
 }
 
 std::string CheckMesh(const Shape& shape) {
   if (shape.mesh == nullptr) return "no mesh";
   const FlatMesh mesh = Flatten(shape);
-  std::vector<Node> table(shape.vertexTable.begin(), shape.vertexTable.end());
-  ScannedMesh scanned;
+  std::map<const VertexNode*, std::uint32_t> numbers;
+  Contours contours;
+  for (const VertexNode* v : shape.vertexTable) contours.points.push_back(v->grid);
+  for (const std::uint32_t number : contours.Lowest()) {
+    numbers.emplace(shape.vertexTable[static_cast<std::uint32_t>(numbers.size())], number);
+  }
   std::string wrong;
+  std::vector<Numbers> triangles;
   ForEachArea(static_cast<const Area*>(shape.areas), [&](const Area* area) {
-    if (wrong.empty()) wrong = CheckTriangles(*area);
-    for (std::uint32_t i = 0; i < area->triangleCount; ++i) scanned.Add(table, area->triangles[i]);
+    wrong += CheckTriangles(*area);
+    for (const Numbers& t : TrianglesOf(*area, numbers)) triangles.push_back(t);
   });
-  if (!wrong.empty()) return wrong;
-  if (scanned.edges != mesh.edges) return "edges differ from those of plain scans";
-  if (scanned.faces != mesh.faces) return "faces differ from those of plain scans";
-  return CheckMesh(mesh);
+  if (CornersOf(mesh) != triangles) wrong += "the faces are not the areas' triangles";
+  return wrong + CheckMesh(mesh);
+}
+
+std::string CheckMeshes(const zelvan::Region& region) {
+  const std::string plain = FaultsOfMesh(region, false);
+  return plain.empty() ? FaultsOfMesh(region, true) : "plain: " + plain;
 }
 
 FlatMesh Flatten(const Shape& shape) {
@@ -321,56 +359,44 @@ FlatMesh Flatten(const Shape& shape) {
   return flat;
 }
 
-FlatMesh FromReadOut(const std::vector<double>& xyz, const std::vector<std::uint32_t>& contourSizes,
-                     const std::vector<std::int32_t>& edges, const std::vector<std::int32_t>& faces,
-                     WorldPoint boxMin, WorldPoint boxMax) {
-  FlatMesh flat;
-  flat.contourSizes = contourSizes;
-  const auto toGrid = [](double v, double low, double high) {
-    return static_cast<std::int32_t>(std::lround((v - low) / (high - low) * GRID_MAX)) -
-           GRID_OFFSET;
+Cuts CutInAllWays(Area* ring, bool sound, const std::vector<VORNEX::InsertionOrder>& orders) {
+  Cuts cuts{true, true, ""};
+  std::vector<Piece> pieces;
+  ForEachArea(ring, [&](Area* area) { pieces.emplace_back(*area); });
+  const auto judge = [&](bool succeeded, const char* way) {
+    std::string wrong = !succeeded && sound ? "gave up" : "";
+    for (Piece& piece : pieces) wrong += wrong.empty() ? piece.Judge(succeeded) : "";
+    if (!wrong.empty()) cuts.wrong += Text(way, ": ", wrong, "\n");
+    return succeeded;
   };
-  for (std::size_t i = 0; i + 2 < xyz.size(); i += 3) {
-    flat.points.push_back(
-        {toGrid(xyz[i], boxMin.x, boxMax.x), toGrid(xyz[i + 1], boxMin.y, boxMax.y)});
+  ForEachArea(ring,
+              [&](Area* area) { cuts.swept = VORNEX::TriangulateBySweep(*area) && cuts.swept; });
+  sound = judge(cuts.swept, "sweep") || sound;
+  for (Piece& piece : pieces) cuts.wrong += piece.JudgeFlat(cuts.swept);
+  for (const VORNEX::InsertionOrder& order : orders) {
+    const bool ok = VORNEX::TriangulateAreas(ring, order) == ERR::OK;
+    cuts.inserted = judge(ok, "insertion") && cuts.inserted;
   }
-  for (std::size_t i = 0; i + 2 < edges.size(); i += 3) {
-    flat.edges.push_back({edges[i], edges[i + 1], edges[i + 2]});
-  }
-  for (std::size_t i = 0; i + 2 < faces.size(); i += 3) {
-    flat.faces.push_back({faces[i], faces[i + 1], faces[i + 2]});
-  }
-  return flat;
+  return cuts;
 }
 
-FlatMesh FromReadOut(const std::vector<double>& xyz, const std::vector<std::uint32_t>& contourSizes,
-                     const std::vector<std::int32_t>& edges,
-                     const std::vector<std::int32_t>& faces) {
-  WorldPoint low{xyz.at(0), xyz.at(1)};
-  WorldPoint high = low;
-  for (std::size_t i = 0; i + 2 < xyz.size(); i += 3) {
-    low = {std::min(low.x, xyz[i]), std::min(low.y, xyz[i + 1])};
-    high = {std::max(high.x, xyz[i]), std::max(high.y, xyz[i + 1])};
-  }
-  return FromReadOut(xyz, contourSizes, edges, faces, low, high);
-}
-
-std::vector<std::array<std::uint32_t, 3>> TriangleSet(const Shape& shape) {
-  std::map<Node, std::uint32_t> number;
-  for (const VertexNode* v : shape.vertexTable) {
-    number.emplace(v, static_cast<std::uint32_t>(number.size()));
-  }
-  std::vector<std::array<std::uint32_t, 3>> set;
-  ForEachArea(static_cast<const Area*>(shape.areas), [&](const Area* area) {
-    for (std::uint32_t i = 0; i < area->triangleCount; ++i) {
-      const Triangle& t = area->triangles[i];
-      auto& corners = set.emplace_back(
-          std::array<std::uint32_t, 3>{number.at(t.a), number.at(t.b), number.at(t.c)});
-      std::sort(corners.begin(), corners.end());
+// In doubles where that decides, else modulo 2^64, where the number is small enough to be exact.
+int InCircle(GridPoint a, GridPoint b, GridPoint c, GridPoint d) {
+  const GridPoint points[] = {a, b, c, a, b};
+  const auto determinant = [&](auto number) {
+    using Number = decltype(number);
+    Number sum = 0;
+    const auto x = [&](int i) { return static_cast<Number>(std::int64_t{points[i].gx} - d.gx); };
+    const auto y = [&](int i) { return static_cast<Number>(std::int64_t{points[i].gy} - d.gy); };
+    for (int i = 0; i < 3; ++i) {
+      sum += (x(i) * x(i) + y(i) * y(i)) * (x(i + 1) * y(i + 2) - x(i + 2) * y(i + 1));
     }
-  });
-  std::sort(set.begin(), set.end());
-  return set;
+    return sum;
+  };
+  const double rounded = determinant(0.0);  // off by less than 2^-50 of 2^87
+  if (std::fabs(rounded) > 0x1p60) return rounded > 0 ? 1 : -1;
+  const auto exact = static_cast<std::int64_t>(determinant(std::uint64_t{0}));
+  return exact > 0 ? 1 : exact < 0 ? -1 : 0;
 }
 
 }  // namespace zelvan::test

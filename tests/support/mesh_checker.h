@@ -1,10 +1,11 @@
-// An independent judge of triangulations. It shares no predicate with the engine:
-// it knows the contours and the answer, and tests what must hold of any right one.
+// The judge of triangulations, however they were made and in whatever form they come. It shares
+// no predicate with the engines: it knows the contours, and tests what must hold of any right
+// answer.
 //
 // Why it suffices: triangles that all run counter-clockwise, meet along each diagonal
 // from its two sides and use each contour edge once cover every point as often as the
 // contours wind around it. For contours that do not cross that is once inside, never
-// outside.
+// outside. Edges that are all Delaunay, equal cases decided by a rule, leave one answer.
 #pragma once
 
 #include <array>
@@ -13,7 +14,11 @@
 #include <vector>
 
 #include "polygon/records.h"
-#include "support/regions.h"
+#include "triangulation/insertion_order.h"
+
+namespace zelvan {
+class Region;  // of the public header, which has a Side of its own
+}
 
 namespace zelvan::test {
 
@@ -25,38 +30,36 @@ struct FlatMesh {
   std::vector<std::array<std::int32_t, 3>> faces;  ///< edge numbers
 };
 
-/// From the triangles of one area: n + 2h - 2 of them, strictly counter-clockwise,
-/// contour edges used once in their direction, diagonals once in each, exact area.
-/// @return what is wrong, or nothing
-[[nodiscard]] std::string CheckTriangles(const Area& area);
-
-/// From the mesh alone: the same, with faces clockwise, Euler's formula, and edges
-/// numbered in the order of first appearance.
-[[nodiscard]] std::string CheckMesh(const FlatMesh& mesh);
-
-/// As CheckMesh, and each edge and face with the number and the order of corners that
-/// plain scans over the triangles of all areas give.
-[[nodiscard]] std::string CheckMesh(const Shape& shape);
-
 /// The mesh of a shape as the queries give it.
 [[nodiscard]] FlatMesh Flatten(const Shape& shape);
 
-/// The read-out of a host: 3 doubles per vertex, brought back to the grid of the box
-/// [boxMin, boxMax], contour sizes, 3 integers per edge and per face.
-[[nodiscard]] FlatMesh FromReadOut(const std::vector<double>& xyz,
-                                   const std::vector<std::uint32_t>& contourSizes,
-                                   const std::vector<std::int32_t>& edges,
-                                   const std::vector<std::int32_t>& faces, WorldPoint boxMin,
-                                   WorldPoint boxMax);
+/// What is wrong with triangles, or nothing. Of one area: n + 2h - 2 of its own vertices,
+/// strictly counter-clockwise, contour edges used once in their direction, diagonals once in
+/// each, exact area.
+[[nodiscard]] std::string CheckTriangles(const Area& area);
+/// Of a mesh: the same, vertices on one point going by the lowest number, and edges and faces as
+/// plain scans over the triangles number them.
+[[nodiscard]] std::string CheckMesh(const FlatMesh& mesh);
+/// Of a shape: both, and the faces are the triangles of its areas in their order.
+[[nodiscard]] std::string CheckMesh(const Shape& shape);
+/// Of a region, through the public header, plain and Delaunay: the same, with neighbours that
+/// name each other, every vertex in use, and every edge legal.
+[[nodiscard]] std::string CheckMeshes(const zelvan::Region& region);
 
-/// The same over the box of the vertices themselves.
-[[nodiscard]] FlatMesh FromReadOut(const std::vector<double>& xyz,
-                                   const std::vector<std::uint32_t>& contourSizes,
-                                   const std::vector<std::int32_t>& edges,
-                                   const std::vector<std::int32_t>& faces);
+/// What became of a ring of areas that was cut in every way that there is: by the sweep, by
+/// insertion under the given orders, with both cutters into flat triangles, and these made
+/// Delaunay. All that succeed give the same triangles; what fails leaves nothing behind; and
+/// where the areas are sound, or the sweep finds them so, everything succeeds.
+struct Cuts {
+  bool swept;
+  bool inserted;      ///< under every order
+  std::string wrong;  ///< or nothing
+};
+[[nodiscard]] Cuts CutInAllWays(Area* ring, bool sound,
+                                const std::vector<VORNEX::InsertionOrder>& orders = {{.seed = 1}});
 
-/// The triangles of a shape as a sorted list of sorted corner numbers (entries of the
-/// vertex table by identity): equal for equal sets.
-[[nodiscard]] std::vector<std::array<std::uint32_t, 3>> TriangleSet(const Shape& shape);
+/// The sign of the determinant of the lifted points: positive when d lies inside the circle
+/// through a, b, c, counter-clockwise.
+[[nodiscard]] int InCircle(GridPoint a, GridPoint b, GridPoint c, GridPoint d);
 
 }  // namespace zelvan::test
