@@ -28,7 +28,7 @@ Point Place(std::size_t i) {
 struct Subject {
   Region region;
   Places holds;
-  bool known = true;  // is that where the places are?
+  bool known = true;  // do the places say all there is to say?
 };
 
 // Rings of points of the lattice, one byte each, so that everything touches; of steps of a large
@@ -63,9 +63,8 @@ bool Holds(const std::vector<Ring>& rings, FillRule rule, Point p) {
       winding -= b.y <= p.y && a.y > p.y && side < 0 ? 1 : 0;
     }
   }
-  if (rule == FillRule::EvenOdd) return winding % 2 != 0;
-  if (rule == FillRule::NonZero) return winding != 0;
-  return rule == FillRule::Positive ? winding > 0 : winding < 0;
+  const bool holds[] = {winding % 2 != 0, winding != 0, winding > 0, winding < 0};
+  return holds[static_cast<int>(rule)];
 }
 
 Subject FromBytes(fuzz::Bytes& bytes) {
