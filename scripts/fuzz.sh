@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
 # Looks for input that breaks the library, or the readers of the host program:
 # scripts/fuzz.sh [MINUTES [TARGET...]], with Clang's libFuzzer under the address and
-# undefined-behaviour sanitizers. What breaks something is left in build/fuzz/; fuzz/corpus/ becomes
-# the least set of inputs that reaches all code that was reached. Prints how often each target
-# ran, and how much of src/ (of tools/, for the readers) its corpus covers. With 0 minutes it
-# only prints the coverage.
+# undefined-behaviour sanitizers. What breaks something is left in build/fuzz/; fuzz/corpus/
+# becomes a small set of inputs that reaches all code that was reached. Prints how often each
+# target ran, and how much of src/ its corpus covers (the readers' of what reads and writes in
+# tools/). With 0 minutes it only prints the coverage.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 minutes="${1:-1}"
@@ -31,24 +31,24 @@ fuzz() {
   keep "$program" "$corpus" "$found"
 }
 
-# Of two features of equal code only the one that is reached by the smaller input is kept:
+# Keeps the fewest inputs that reach all code, however often:
 # keep PROGRAM CORPUS FOUND
 keep() {
   local merged="build/fuzz/merged"
   rm -rf "$merged" && mkdir -p "$merged"
-  "$1" -merge=1 -use_counters=0 "$merged" "$2" "$3" >/dev/null 2>&1
+  "$1" -set_cover_merge=1 -use_counters=0 "$merged" "$2" "$3" >/dev/null 2>&1
   rm -rf "$2" && mv "$merged" "$2"
 }
 
 # cover TARGET
 cover() {
-  local program="build/fuzz-coverage/fuzz_replay_$1" profile="build/fuzz-coverage/$1" folder=src
+  local program="build/fuzz-coverage/fuzz_replay_$1" profile="build/fuzz-coverage/$1" sources=(src)
   cmake --build build/fuzz-coverage -j2 --target "fuzz_replay_$1" >/dev/null
   LLVM_PROFILE_FILE="$profile.raw" "$program" "fuzz/corpus/$1"
   llvm-profdata merge -o "$profile.data" "$profile.raw"
-  [[ "$1" != readers ]] || folder=tools
-  llvm-cov report "$program" -instr-profile="$profile.data" "$folder" |
-    awk -v folder="$folder" '/^TOTAL/ { printf "%d of %d lines of %s/: %s\n", $8 - $9, $8, folder, $10 }'
+  [[ "$1" != readers ]] || sources=(tools/{input,read_wkt,geometry,write_rings}.cpp)
+  llvm-cov report "$program" -instr-profile="$profile.data" "${sources[@]}" |
+    awk -v of="${sources[0]%%/*}" '/^TOTAL/ { print $8 - $9 " of " $8 " lines of " of "/: " $10 }'
 }
 
 configure build/fuzz -fsanitize=fuzzer-no-link -DZELVAN_SANITIZE=ON -DZELVAN_FUZZ=ON

@@ -310,7 +310,8 @@ bool Bearings(Numbers& in) {
   const double far = std::ldexp(1.9, 30 + in.Below(994)), g = M_R2G(far), r = M_G2R(far);
   return M_G2R(x) == PlainTurns(kPi / 2 - x * 0.015707963267948967, 2 * kPi) &&
          M_R2G(x) == PlainTurns(100 - x * 63.66197723675814, 400) && M_G2R(100) == 2 * kPi &&
-         r >= 0 && r <= 2 * kPi && (far * 64 > 1e308 || (g >= 0 && g <= 400)) && M_R2G(-far) > 0;
+         M_R2G(kPi / 2) == 0 && r >= 0 && r <= 2 * kPi &&
+         (far * 64 > 1e308 || (g >= 0 && g <= 400)) && M_R2G(-far) > 0;
 }
 
 // Ranges hold, and what is refused writes nothing.
