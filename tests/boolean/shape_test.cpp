@@ -5,7 +5,6 @@
 
 #include <cmath>
 #include <cstdlib>
-#include <functional>
 
 #include "boolean/boolean.h"
 #include "boolean/shape_boolean.h"
@@ -116,68 +115,9 @@ WorldRing Circle(double x, double y, double r, int n) {
   return ring;
 }
 
-using Maker = std::function<WorldRing(Random&)>;
-
 // In steps that the grids of tests hold.
 double Unit(Random& random) {
   return random.Below(1 << 20) * 0x1p-20;
-}
-
-// A strip right across the square, and beyond it.
-WorldRing Guillotine(Random& random) {
-  const double angle = 6.283185307179586 * Unit(random);
-  const double x = 100 * Unit(random);
-  const double y = 100 * Unit(random);
-  const double dx = 200 * std::cos(angle);
-  const double dy = 200 * std::sin(angle);
-  const double w = 0.001 + 0.01 * Unit(random);
-  return {{x - dx, y - dy},
-          {x + dx, y + dy},
-          {x + dx - w * dy, y + dy + w * dx},
-          {x - dx - w * dy, y - dy + w * dx}};
-}
-
-WorldRing RandomCircle(Random& random) {
-  const double x = 100 * Unit(random);
-  const double y = 100 * Unit(random);
-  return Circle(x, y, 2 + 10 * Unit(random), 24);
-}
-
-WorldRing RotatedSquare(Random& random) {
-  const double u = 10 * Unit(random) + 1;
-  const double v = 10 * Unit(random) + 1;
-  const double x = std::floor(100 * Unit(random));
-  const double y = std::floor(100 * Unit(random));
-  return {{x, y}, {x + u, y + v}, {x + u - v, y + v + u}, {x - v, y + u}};
-}
-
-// Triangles over one line that reach far outside: contacts along it.
-WorldRing OnALine(Random& random) {
-  const double from = std::floor(30 * Unit(random)) / 2;
-  const double to = from + 1 + std::floor(60 * Unit(random));
-  const auto on = [](double t) { return support::Xy{3 * t, 7 + t}; };
-  const support::Xy a = on(from);
-  const support::Xy b = on(to);
-  if (random.Below(2) == 0) return {a, b, {a.x - 20, b.y + 60 * Unit(random)}};
-  return {b, a, {b.x + 10, a.y - 60 * Unit(random)}};
-}
-
-TEST(Chains, FiftyStepsEachSoundAndTriangulated) {
-  const std::vector<std::pair<const char*, Maker>> families = {{"guillotine cuts", Guillotine},
-                                                               {"circles", RandomCircle},
-                                                               {"rotated squares", RotatedSquare},
-                                                               {"contacts on a line", OnALine}};
-  for (const auto& [name, make] : families) {
-    for (std::uint64_t seed = 0; seed < 4; ++seed) {
-      SCOPED_TRACE(std::string(name) + ", seed " + std::to_string(seed));
-      Random random(seed);
-      const auto shape = ShapeOf({{0, 0}, {100, 0}, {100, 100}, {0, 100}});
-      for (int k = 0; k < 50; ++k) {
-        Step(*shape, *ShapeOf(make(random)), random.Below(3) == 0);
-        if (HasFailure()) return;
-      }
-    }
-  }
 }
 
 // A contour of a queue: on a lattice that the grid of 75 units holds exactly or not, or a
@@ -247,6 +187,30 @@ WorldRing Queued(Random& random, double unit, std::int64_t span, std::int64_t ki
   }
 }
 
+// A contour of a queue as a shape, or null where it is none.
+std::unique_ptr<Shape> QueuedShape(Random& random, double unit, std::int64_t span,
+                                   std::int64_t kind, support::Xy origin = {0, 0}) try {
+  WorldRing ring = Queued(random, unit, span, kind);
+  for (auto& p : ring) p = {origin.x + p.x, origin.y + p.y};
+  return ShapeOf(ring);
+} catch (const ZelvanLib::BadPolyError&) {
+  return nullptr;
+}
+
+TEST(Chains, FiftyStepsEachSoundAndTriangulated) {
+  for (std::uint64_t seed = 0; seed < 16; ++seed) {
+    SCOPED_TRACE(seed);
+    Random random(seed);
+    const double unit = seed % 2 == 0 ? 1.5 : 1 + Unit(random);
+    const auto shape = ShapeOf({{0, 0}, {100, 0}, {100, 100}, {0, 100}});
+    for (int k = 0; k < 50; ++k) {
+      const auto other = QueuedShape(random, unit, 64, random.Below(std::int64_t{9}));
+      if (other != nullptr) Step(*shape, *other, random.Below(3) == 0);
+      if (HasFailure()) return;
+    }
+  }
+}
+
 // What UniteAll and SubtractAll do is what Unite and Subtract do, contour after contour.
 TEST(Queues, GiveWhatOneAfterTheOtherGives) {
   for (std::uint64_t seed = 0; seed < kQueues; ++seed) {
@@ -270,12 +234,8 @@ TEST(Queues, GiveWhatOneAfterTheOtherGives) {
       const bool unite = random.Below(3) == 0;
       ShapeQueue queue;
       for (std::int64_t n = random.Below(random.Below(20) == 0 ? 200 : 20); n >= 0; --n) {
-        try {
-          WorldRing ring = Queued(random, scale, span, random.Below(kinds));
-          for (auto& p : ring) p = {origin.x + p.x, origin.y + p.y};
-          queue.push_back(ShapeOf(ring));
-        } catch (const ZelvanLib::BadPolyError&) {
-        }
+        auto other = QueuedShape(random, scale, span, random.Below(kinds), origin);
+        if (other != nullptr) queue.push_back(std::move(other));
       }
       for (const auto& other : queue) (unite ? Unite : Subtract)(*plain, *other);
       (unite ? UniteAll : SubtractAll)(*queued, queue);

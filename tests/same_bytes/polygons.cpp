@@ -33,6 +33,12 @@ void AddState(Hash& hash) {
   }
 }
 
+void AddMain(const Xyz& xyz, Hash& hash, Hash& input) {
+  input.Add(xyz);
+  hash.Add(Call(SetMainContour, xyz));
+  AddState(hash);
+}
+
 // A step of a chain: contours queued, united or subtracted, all read back.
 void AddStep(const std::vector<Xyz>& contours, bool subtract, Hash& hash) {
   for (const Xyz& xyz : contours) hash.Add(Call(SetHole, xyz));
@@ -87,7 +93,7 @@ Xyz Moved(Xyz xyz, double factor, double dx, double dy) {
 }
 
 // The rings of the map as they are, and each country as a chain.
-void AddCountries(const std::string& file, Hash& input, Hash& rings, Hash& chains) {
+void AddCountries(const std::string& file, Hashes& hashes) {
   for (const support::Country& country : support::ReadCountries(file)) {
     Call(SetMainContour, {});
     for (const bool chain : {false, true}) {
@@ -96,12 +102,10 @@ void AddCountries(const std::string& file, Hash& input, Hash& rings, Hash& chain
           const Xyz xyz = Moved(ring, 4096, 0, 0);  // keeps the decimals as they were read
           const bool first = &polygon == &country.polygons.front() && &ring == &polygon.front();
           if (chain && !first) {
-            AddStep({xyz}, &ring != &polygon.front(), chains);
+            AddStep({xyz}, &ring != &polygon.front(), hashes["countries"]);
             continue;
           }
-          input.Add(ring);
-          rings.Add(Call(SetMainContour, xyz));
-          AddState(rings);
+          AddMain(xyz, hashes["rings"], hashes["input"]);
         }
       }
     }
@@ -109,14 +113,12 @@ void AddCountries(const std::string& file, Hash& input, Hash& rings, Hash& chain
 }
 
 // Contours of every size, from the smallest that are not swallowed by the tolerance.
-void AddSized(Random& random, Hash& input, Hash& hash) {
+void AddSized(Random& random, Hashes& hashes) {
   double factor = random.Below(4) == 0 ? 0x1p-12 : 1;
   for (int k = random.Between(0, 60); k > 0; --k) factor *= 16;
   const double shift = factor * random.Between(-5000, 5000);
   for (const Xyz& xyz : {Contour(random), Moved(Contour(random), factor, shift, 0)}) {
-    input.Add(xyz);
-    hash.Add(Call(SetMainContour, xyz));
-    AddState(hash);
+    AddMain(xyz, hashes["sized"], hashes["input"]);
   }
 }
 
@@ -141,22 +143,15 @@ void AddChain(Random& random, Hash& flat, Hash& regions) {
 
 }  // namespace
 
-void AddPolygons(const std::string& dataFolder, Lines& lines) {
-  Hash input, rings, countries, sized, flat, regions;
+void AddPolygons(const std::string& dataFolder, Hashes& hashes) {
   for (const char* file : {"/countries-50m.geojson", "/stitched-50m.geojson"}) {
-    AddCountries(dataFolder + file, input, rings, countries);
+    AddCountries(dataFolder + file, hashes);
   }
   for (std::uint64_t seed = 1; seed <= 300; ++seed) {
     Random random(seed);
-    AddSized(random, input, sized);
-    if (seed <= 40) AddChain(random, flat, regions);
+    AddSized(random, hashes);
+    if (seed <= 40) AddChain(random, hashes["chains"], hashes["regions"]);
   }
-  AddExact(lines, "input", input);
-  AddExact(lines, "rings", rings);
-  AddExact(lines, "countries", countries);
-  AddExact(lines, "sized", sized);
-  AddExact(lines, "chains", flat);
-  AddExact(lines, "regions", regions);
 }
 
 }  // namespace same_bytes

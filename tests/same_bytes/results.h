@@ -1,15 +1,12 @@
-// What the library answers, a line for each group of answers: exact answers as a hash of their
-// bytes; those that hang on the platform's sine, cosine, arc tangent or arc cosine as the
-// numbers themselves.
+// What the library answers: a hash of the bytes of each group of answers.
 #pragma once
 
 #include <cstdint>
-#include <cstdio>
 #include <cstring>
 #include <iterator>
+#include <map>
 #include <string>
 #include <type_traits>
-#include <vector>
 
 namespace same_bytes {
 
@@ -20,14 +17,6 @@ To BitCast(const From& from) {
   To to;
   std::memcpy(&to, &from, sizeof to);
   return to;
-}
-
-/// The numbers of a record that holds nothing but doubles.
-template <class Record>
-std::vector<double> DoublesOf(const Record& record) {
-  std::vector<double> numbers(sizeof record / sizeof(double));
-  std::memcpy(numbers.data(), &record, sizeof record);
-  return numbers;
 }
 
 /// FNV-1a over 64-bit words (Fowler, Noll, Vo 1991). Every NaN counts as the same
@@ -56,37 +45,22 @@ class Hash {
       AddOne(std::size(value));
       for (const auto& one : value) AddOne(one);
     } else {
-      AddOne(DoublesOf(value));
+      double numbers[sizeof value / sizeof(double)];
+      std::memcpy(numbers, &value, sizeof value);
+      AddOne(numbers);
     }
   }
 
   std::uint64_t state_ = 0xCBF29CE484222325u;
 };
 
-using Lines = std::vector<std::string>;
-
-inline std::string Hex(std::uint64_t word) {
-  char text[20];
-  std::snprintf(text, sizeof text, " %08x%08x", static_cast<unsigned>(word >> 32),
-                static_cast<unsigned>(word & 0xFFFFFFFFu));
-  return text;
-}
-
-/// "NAME HASH"
-inline void AddExact(Lines& lines, const std::string& name, const Hash& hash) {
-  lines.push_back(name + Hex(hash.Value()));
-}
-/// "NAME ~ BITS BITS ..."
-inline void AddClose(Lines& lines, const std::string& name, const std::vector<double>& numbers) {
-  lines.push_back(name + " ~");
-  for (const double x : numbers) lines.back() += Hex(BitCast<std::uint64_t>(x));
-}
+using Hashes = std::map<std::string, Hash>;  // of groups of answers
 
 /// Polygons of the map and generated ones, through the flat interface and as regions. The inputs
 /// are hashed too, under names of their own.
-void AddPolygons(const std::string& dataFolder, Lines& lines);
+void AddPolygons(const std::string& dataFolder, Hashes& hashes);
 
 /// The toolkit on seeded input.
-void AddToolkit(Lines& lines);
+void AddToolkit(Hashes& hashes);
 
 }  // namespace same_bytes

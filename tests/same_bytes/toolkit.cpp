@@ -1,6 +1,6 @@
-// The toolkit on seeded input (results.h): every exported function. What goes through
-// the platform's sine, cosine, arc tangent or arc cosine is kept as numbers, all else
-// as hashes. (The square root is exactly rounded everywhere.)
+// The toolkit on seeded input (results.h): every exported function but those that go through the
+// platform's sine, cosine, arc tangent or arc cosine. (The square root is exactly rounded
+// everywhere.)
 #include <zelvan/toolkit.h>
 
 #include "results.h"
@@ -78,36 +78,15 @@ void AddTransforms(Random& random, Hash& hash) {
   hash.Add(w);
 }
 
-// About the origin: elsewhere the translation grows with the distance, and with it the
-// last place.
-void AddRotations(Random& random, Lines& lines) {
-  const VECTF v[] = {Vector(random), Vector(random), Vector(random)};
-  const double angles[] = {random.Between(-7.0, 7.0), random.Between(-4.0, 4.0), random.Unit()};
-  MATRX m;
-  m.RotateScale(nullptr, v[0], angles[0], nullptr);
-  AddClose(lines, "RotateScale", DoublesOf(m));
-  m.CalcNMatrx(nullptr, v[0], random.Below(2) == 0);
-  AddClose(lines, "CalcNMatrx", DoublesOf(m));
-  AddClose(lines, "TFORM_R", DoublesOf(TFORM::R(angles[0], angles[1], angles[2])));
-  AddClose(lines, "mth_angle_1",
-           {mth_angle_1(v[0], v[1], v[2]),
-            mth_angle_1(VECTF(0, 0, 0), VECTF(1, 0, 0), VECTF(angles[2], 1, 0))});
-}
-
 }  // namespace
 
-void AddToolkit(Lines& lines) {
+void AddToolkit(Hashes& hashes) {
   Random random(1);
-  Hash vectors, matrices, transforms;
   for (int k = 0; k < 2000; ++k) {
-    AddVectors(random, vectors);
-    AddMatrices(random, matrices);
-    AddTransforms(random, transforms);
+    AddVectors(random, hashes["vectors"]);
+    AddMatrices(random, hashes["matrices"]);
+    AddTransforms(random, hashes["transforms"]);
   }
-  AddExact(lines, "vectors", vectors);
-  AddExact(lines, "matrices", matrices);
-  AddExact(lines, "transforms", transforms);
-  for (int k = 0; k < 8; ++k) AddRotations(random, lines);
 }
 
 }  // namespace same_bytes

@@ -8,7 +8,6 @@
 
 #include <array>
 #include <cstdint>
-#include <string>
 #include <vector>
 
 #include "support/polygons.h"
@@ -67,10 +66,5 @@ Boundary BoundaryOf(const Arrangement& arrangement, int op, Rules rules = {});
 
 /// The edges of all rings, cut at the hot pixels that lie on them.
 Boundary Cut(const Areas& areas, const std::vector<Point>& hot);
-
-/// What is wrong with the structure of a result whose edges are cut at `hot`:
-/// orientation, equal neighbours, holes outside their area, areas that overlap.
-/// Empty when it is sound.
-std::string Faults(const Areas& areas, const std::vector<Point>& hot);
 
 }  // namespace oracle
