@@ -57,7 +57,7 @@ class Flavour:
             test["folder"] = properties["WORKING_DIRECTORY"]
             test["environment"] = dict(e.split("=", 1) for e in properties.get("ENVIRONMENT", []))
             program = pathlib.Path(test["command"][0])
-            test["target"] = program.name if program.parent == self.folder else "zelvan"
+            test["target"] = program.name if program.parent == self.folder else "all"
             test["seconds"] = 60.0
             begin = time.time()
             fault = self.judge(test)

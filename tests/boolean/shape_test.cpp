@@ -5,10 +5,8 @@
 
 #include <cmath>
 #include <cstdlib>
-#include <functional>
 
 #include "boolean/boolean.h"
-#include "boolean/fixtures.h"
 #include "boolean/shape_boolean.h"
 #include "boolean/shape_queue.h"
 #include "boolean/soundness.h"
@@ -17,6 +15,7 @@
 #include "support/failing_allocator.h"
 #include "support/geos_area.h"
 #include "support/mesh_checker.h"
+#include "support/polygons.h"
 #include "triangulation/triangulate.h"
 
 namespace zelvan {
@@ -28,9 +27,12 @@ constexpr std::uint64_t kQueues = 2000 / ZELVAN_TEST_SCALE;
 constexpr std::uint64_t kQueues = 2000;
 #endif
 
-using fixtures::Random;
 using support::WorldAreas;
 using support::WorldRing;
+using test::Areas;
+using test::AreasOf;
+using test::Random;
+using test::Rings;
 
 std::unique_ptr<Shape> ShapeOf(const WorldRing& ring) {
   std::vector<InputPoint> points;
@@ -40,14 +42,12 @@ std::unique_ptr<Shape> ShapeOf(const WorldRing& ring) {
 
 WorldAreas WorldOf(const Shape& shape) {
   WorldAreas areas;
-  for (const oracle::Rings& rings : fixtures::AreasOf(shape.areas)) {
+  for (const Rings& rings : AreasOf(shape.areas)) {
     areas.emplace_back();
-    for (const oracle::Ring& ring : rings) {
+    for (const test::Ring& ring : rings) {
       areas.back().emplace_back();
-      for (const oracle::Point& p : ring) {
-        const WorldPoint w =
-            Unsnap({static_cast<std::int32_t>(p.x), static_cast<std::int32_t>(p.y)}, shape.boxMin,
-                   shape.boxMax);
+      for (const GridPoint p : ring) {
+        const WorldPoint w = Unsnap(p, shape.boxMin, shape.boxMax);
         areas.back().back().push_back({w.x, w.y});
       }
     }
@@ -98,9 +98,9 @@ void Step(Shape& shape, const Shape& other, bool unite) {
       for (const auto& p : rings[0]) extent = std::max({extent, std::abs(p.x), std::abs(p.y)});
     }
   }
-  const auto grid = fixtures::AreasOf(other.areas);
+  const auto grid = AreasOf(other.areas);
   (unite ? Unite : Subtract)(shape, other);
-  EXPECT_EQ(fixtures::AreasOf(other.areas), grid);
+  EXPECT_EQ(AreasOf(other.areas), grid);
   const double step = 2 * extent / GRID_MAX;
   EXPECT_NEAR(AreaOf(WorldOf(shape)), expected.area, 3 * step * (expected.length + step));
   ExpectWhole(shape);
@@ -115,67 +115,9 @@ WorldRing Circle(double x, double y, double r, int n) {
   return ring;
 }
 
-using Maker = std::function<WorldRing(Random&)>;
-
+// In steps that the grids of tests hold.
 double Unit(Random& random) {
-  return static_cast<double>(random.Below(1 << 20)) / (1 << 20);
-}
-
-// A strip right across the square, and beyond it.
-WorldRing Guillotine(Random& random) {
-  const double angle = 6.283185307179586 * Unit(random);
-  const double x = 100 * Unit(random);
-  const double y = 100 * Unit(random);
-  const double dx = 200 * std::cos(angle);
-  const double dy = 200 * std::sin(angle);
-  const double w = 0.001 + 0.01 * Unit(random);
-  return {{x - dx, y - dy},
-          {x + dx, y + dy},
-          {x + dx - w * dy, y + dy + w * dx},
-          {x - dx - w * dy, y - dy + w * dx}};
-}
-
-WorldRing RandomCircle(Random& random) {
-  const double x = 100 * Unit(random);
-  const double y = 100 * Unit(random);
-  return Circle(x, y, 2 + 10 * Unit(random), 24);
-}
-
-WorldRing RotatedSquare(Random& random) {
-  const double u = 10 * Unit(random) + 1;
-  const double v = 10 * Unit(random) + 1;
-  const double x = std::floor(100 * Unit(random));
-  const double y = std::floor(100 * Unit(random));
-  return {{x, y}, {x + u, y + v}, {x + u - v, y + v + u}, {x - v, y + u}};
-}
-
-// Triangles over one line that reach far outside: contacts along it.
-WorldRing OnALine(Random& random) {
-  const double from = std::floor(30 * Unit(random)) / 2;
-  const double to = from + 1 + std::floor(60 * Unit(random));
-  const auto on = [](double t) { return support::Xy{3 * t, 7 + t}; };
-  const support::Xy a = on(from);
-  const support::Xy b = on(to);
-  if (random.Below(2) == 0) return {a, b, {a.x - 20, b.y + 60 * Unit(random)}};
-  return {b, a, {b.x + 10, a.y - 60 * Unit(random)}};
-}
-
-TEST(Chains, FiftyStepsEachSoundAndTriangulated) {
-  const std::vector<std::pair<const char*, Maker>> families = {{"guillotine cuts", Guillotine},
-                                                               {"circles", RandomCircle},
-                                                               {"rotated squares", RotatedSquare},
-                                                               {"contacts on a line", OnALine}};
-  for (const auto& [name, make] : families) {
-    for (std::uint64_t seed = 0; seed < 4; ++seed) {
-      SCOPED_TRACE(std::string(name) + ", seed " + std::to_string(seed));
-      Random random(seed);
-      const auto shape = ShapeOf({{0, 0}, {100, 0}, {100, 100}, {0, 100}});
-      for (int k = 0; k < 50; ++k) {
-        Step(*shape, *ShapeOf(make(random)), random.Below(3) == 0);
-        if (HasFailure()) return;
-      }
-    }
-  }
+  return random.Below(1 << 20) * 0x1p-20;
 }
 
 // A contour of a queue: on a lattice that the grid of 75 units holds exactly or not, or a
@@ -245,6 +187,30 @@ WorldRing Queued(Random& random, double unit, std::int64_t span, std::int64_t ki
   }
 }
 
+// A contour of a queue as a shape, or null where it is none.
+std::unique_ptr<Shape> QueuedShape(Random& random, double unit, std::int64_t span,
+                                   std::int64_t kind, support::Xy origin = {0, 0}) try {
+  WorldRing ring = Queued(random, unit, span, kind);
+  for (auto& p : ring) p = {origin.x + p.x, origin.y + p.y};
+  return ShapeOf(ring);
+} catch (const ZelvanLib::BadPolyError&) {
+  return nullptr;
+}
+
+TEST(Chains, FiftyStepsEachSoundAndTriangulated) {
+  for (std::uint64_t seed = 0; seed < 16; ++seed) {
+    SCOPED_TRACE(seed);
+    Random random(seed);
+    const double unit = seed % 2 == 0 ? 1.5 : 1 + Unit(random);
+    const auto shape = ShapeOf({{0, 0}, {100, 0}, {100, 100}, {0, 100}});
+    for (int k = 0; k < 50; ++k) {
+      const auto other = QueuedShape(random, unit, 64, random.Below(std::int64_t{9}));
+      if (other != nullptr) Step(*shape, *other, random.Below(3) == 0);
+      if (HasFailure()) return;
+    }
+  }
+}
+
 // What UniteAll and SubtractAll do is what Unite and Subtract do, contour after contour.
 TEST(Queues, GiveWhatOneAfterTheOtherGives) {
   for (std::uint64_t seed = 0; seed < kQueues; ++seed) {
@@ -268,16 +234,12 @@ TEST(Queues, GiveWhatOneAfterTheOtherGives) {
       const bool unite = random.Below(3) == 0;
       ShapeQueue queue;
       for (std::int64_t n = random.Below(random.Below(20) == 0 ? 200 : 20); n >= 0; --n) {
-        try {
-          WorldRing ring = Queued(random, scale, span, random.Below(kinds));
-          for (auto& p : ring) p = {origin.x + p.x, origin.y + p.y};
-          queue.push_back(ShapeOf(ring));
-        } catch (const ZelvanLib::BadPolyError&) {
-        }
+        auto other = QueuedShape(random, scale, span, random.Below(kinds), origin);
+        if (other != nullptr) queue.push_back(std::move(other));
       }
       for (const auto& other : queue) (unite ? Unite : Subtract)(*plain, *other);
       (unite ? UniteAll : SubtractAll)(*queued, queue);
-      ASSERT_EQ(fixtures::AreasOf(queued->areas), fixtures::AreasOf(plain->areas));
+      ASSERT_EQ(AreasOf(queued->areas), AreasOf(plain->areas));
       for (const auto corner : {&Shape::boxMin, &Shape::boxMax}) {
         ASSERT_EQ(((*queued).*corner).x, ((*plain).*corner).x);
         ASSERT_EQ(((*queued).*corner).y, ((*plain).*corner).y);
@@ -363,7 +325,7 @@ TEST(Regridding, HugeOffsetsWithTinyExtents) {
 TEST(Failures, InfiniteExtentsAreRefusedBeforeAnythingIsTouched) {
   const auto shape = ShapeOf({{-1.5e308, 0}, {-1.5e308 + 1e302, 0}, {-1.5e308, 1}});
   const auto other = ShapeOf({{1.5e308 - 1e302, 0}, {1.5e308, 0}, {1.5e308, 1}});
-  const auto before = fixtures::AreasOf(shape->areas);
+  const auto before = AreasOf(shape->areas);
   for (const bool unite : {true, false}) {
     try {
       (unite ? Unite : Subtract)(*shape, *other);
@@ -371,7 +333,7 @@ TEST(Failures, InfiniteExtentsAreRefusedBeforeAnythingIsTouched) {
     } catch (CException* e) {
       EXPECT_EQ(ERR::Delete(e), ERR::FAIL);
     }
-    EXPECT_EQ(fixtures::AreasOf(shape->areas), before);
+    EXPECT_EQ(AreasOf(shape->areas), before);
     EXPECT_EQ(shape->boxMin.x, -1.5e308);
   }
 }
@@ -396,10 +358,10 @@ TEST(Failures, AllocationFailuresLeaveAStateBetweenTwoOperations) {
     for (const std::string kind : {"unite", "subtract", "rings"}) {
       if (inQueue && kind == "rings") continue;
       const bool unite = kind == "unite";
-      std::vector<oracle::Areas> states;
+      std::vector<Areas> states;
       const auto stepwise = start();
       for (const auto& other : queue) {
-        states.push_back(fixtures::AreasOf(stepwise->areas));
+        states.push_back(AreasOf(stepwise->areas));
         if (kind != "rings") (unite ? Unite : Subtract)(*stepwise, *other);
       }
       std::size_t failures = 0;
@@ -426,9 +388,9 @@ TEST(Failures, AllocationFailuresLeaveAStateBetweenTwoOperations) {
           struck = scope.Struck();
         }
         const std::ptrdiff_t leaked = support::LiveAllocations() - alive;
-        const oracle::Areas areas = fixtures::AreasOf(shape->areas);
+        const Areas areas = AreasOf(shape->areas);
         if (code == ERR::OK) {  // sorting does without the buffer that it could not have
-          ASSERT_EQ(areas, fixtures::AreasOf(stepwise->areas));
+          ASSERT_EQ(areas, AreasOf(stepwise->areas));
         } else {
           ++failures;
           ASSERT_TRUE(struck);
@@ -444,46 +406,36 @@ TEST(Failures, AllocationFailuresLeaveAStateBetweenTwoOperations) {
   }
 }
 
-// Full grids: large stars, combs and tangles against GEOS, every operation.
+// Full grids: polygons, stars, combs and tangles against GEOS, every operation.
 TEST(FullGrid, AreasAreThoseOfGeosWithinTheRounding) {
-  const auto world = [](const oracle::Areas& areas) {
-    WorldAreas result;
-    for (const auto& rings : areas) {
-      result.emplace_back();
-      for (const auto& ring : rings) {
-        result.back().emplace_back();
-        for (const auto& p : ring) {
-          result.back().back().push_back({static_cast<double>(p.x), static_cast<double>(p.y)});
-        }
-      }
-    }
-    return result;
-  };
   for (std::uint64_t seed = 0; seed < 60; ++seed) {
     SCOPED_TRACE(seed);
     Random random(seed);
-    const auto make = [&]() -> oracle::Areas {
-      oracle::Ring ring;
-      if (seed % 3 == 0) ring = fixtures::SimplePolygon(random, GRID_MAX, 25);
-      if (seed % 3 == 1) ring = fixtures::Star(random, GRID_MAX, 20 + 40 * random.Below(10));
-      while (seed % 3 == 2 && ring.size() < 20) ring.push_back(random.PointIn(GRID_MAX));
-      for (auto& p : ring) p = {p.x - GRID_OFFSET, p.y - GRID_OFFSET};
-      return {{ring}};
+    const auto make = [&]() -> Areas {
+      Rings rings = {test::SimplePolygon(random, GRID_MAX, 25)};
+      if (seed % 3 == 1) rings = {test::Star(random, GRID_MAX, 20 + 40 * random.Below(10))};
+      if (seed % 3 == 2) rings = {{}};
+      while (rings[0].size() < 20) rings[0].push_back(zelvan::test::PointIn(random, GRID_MAX));
+      for (GridPoint& p : rings[0]) p = {p.gx - GRID_OFFSET, p.gy - GRID_OFFSET};
+      return {{rings[0]}};
     };
-    const oracle::Areas a = make();
-    const oracle::Areas b = make();
+    const auto a = test::ShapeOf(make());
+    const auto b = test::ShapeOf(make());
+    for (Shape* shape : {a.get(), b.get()}) {  // the world is the grid
+      shape->boxMin = {0, 0};
+      shape->boxMax = {GRID_MAX, GRID_MAX};
+    }
     for (int op = 0; op < 4; ++op) {
-      OwnedRing result;
-      ASSERT_EQ(
-          Boolean(fixtures::RingOf(a).first, fixtures::RingOf(b).first, result.first, BoolOp{op}),
-          ERR::OK);
-      EXPECT_TRUE(IsSound(result.first));
-      const auto expected = support::MeasureByGeos(world(a), world(b), op);
-      const oracle::Areas areas = fixtures::AreasOf(result.first);
-      EXPECT_NEAR(AreaOf(world(areas)), expected.area, 0.75 * expected.length);
+      Shape result;
+      result.boxMin = a->boxMin;
+      result.boxMax = a->boxMax;
+      ASSERT_EQ(Boolean(a->areas, b->areas, result.areas, BoolOp{op}), ERR::OK);
+      EXPECT_TRUE(IsSound(result.areas));
+      const auto expected = support::MeasureByGeos(WorldOf(*a), WorldOf(*b), op);
+      EXPECT_NEAR(AreaOf(WorldOf(result)), expected.area, 0.75 * expected.length);
       OwnedRing twice;
-      ASSERT_EQ(Boolean(result.first, result.first, twice.first, UNION), ERR::OK);
-      EXPECT_EQ(fixtures::AreasOf(twice.first), areas);
+      ASSERT_EQ(Boolean(result.areas, result.areas, twice.first, UNION), ERR::OK);
+      EXPECT_EQ(AreasOf(twice.first), AreasOf(result.areas));
     }
   }
 }

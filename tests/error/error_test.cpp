@@ -50,23 +50,21 @@ TEST(Error, RaiseThrowsThePointerThatStandsForTheCode) {
   EXPECT_EQ(ERR::Delete(file), ERR::FILE);
 }
 
+template <class Base>
+bool IsCaughtAs() {
+  try {
+    ERR::Raise(ERR::PARALLEL);
+  } catch (Base* e) {
+    ERR::Delete(reinterpret_cast<CException*>(e));
+    return true;
+  } catch (...) {
+    return false;
+  }
+}
+
 TEST(Error, ThrownAsPointerToEveryBase) {
-  const auto caughtAs = [](auto* kind) {
-    using Pointer = decltype(kind);
-    try {
-      ERR::Raise(ERR::PARALLEL);
-    } catch (Pointer e) {
-      ERR::Delete(reinterpret_cast<CException*>(e));
-      return true;
-    } catch (...) {
-      ERR::Clear();
-      return false;
-    }
-  };
-  EXPECT_TRUE(caughtAs(static_cast<CErrException*>(nullptr)));
-  EXPECT_TRUE(caughtAs(static_cast<CException*>(nullptr)));
-  EXPECT_TRUE(caughtAs(static_cast<CObject*>(nullptr)));
-  EXPECT_TRUE(caughtAs(static_cast<void*>(nullptr)));
+  EXPECT_TRUE(IsCaughtAs<CErrException>() && IsCaughtAs<CException>() && IsCaughtAs<CObject>() &&
+              IsCaughtAs<void>());
 }
 
 TEST(Error, ClearIdentifiesAndReleasesWhateverIsInFlight) {

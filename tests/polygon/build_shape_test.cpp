@@ -9,8 +9,7 @@
 #include <list>
 
 #include "polygon/input_predicates.h"
-#include "rings.h"
-#include "support/random.h"
+#include "support/polygons.h"
 
 namespace zelvan {
 namespace {
@@ -47,9 +46,9 @@ std::vector<double> CollinearPassOnList(const PointList& points) {
 }
 
 TEST(RemoveCollinear, IsThePassOverAList) {
-  support::Random random(7);
+  test::Random random(7);
   for (int round = 0; round < 100000; ++round) {
-    PointList list(random.Below(8));
+    PointList list(random.Below(std::size_t{8}));
     for (InputPoint& p : list) {
       p = {static_cast<double>(random.Below(3)), static_cast<double>(random.Below(3)), 0};
     }

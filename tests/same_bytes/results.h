@@ -1,6 +1,4 @@
-// What the library answers, gathered under names: exact answers as hashes of their
-// bytes, one for each group of answers; answers that hang on the platform's sine, cosine, arc
-// tangent or arc cosine as the numbers themselves.
+// What the library answers: hashes of the bytes of its answers, one for each group.
 #pragma once
 
 #include <cstdint>
@@ -50,36 +48,22 @@ class Hash {
   std::uint64_t state_ = 0xCBF29CE484222325u;
 };
 
-struct Result {
-  std::string name;  // without spaces
-  bool exact;
-  std::vector<std::uint64_t> words;  // one hash, or the bits of each number
-};
-
 class Results {
  public:
-  /// @param each  keep a hash of every exact answer, not one of each group
+  /// @param each  keep a hash of every answer, not one of each group
   explicit Results(bool each) : each_(each) {}
 
-  /// The group of an answer is its name up to the first number.
-  void Exact(const std::string& name, const Hash& hash) {
+  /// The group of an answer is its name up to the first number. Names have no spaces.
+  void Add(const std::string& name, const Hash& hash) {
     const std::string group = each_ ? name : name.substr(0, name.find_first_of("0123456789") - 1);
-    const auto [hashed, isNew] = groups_.try_emplace(group, list_.size());
-    if (isNew) list_.push_back({group, true, {Hash().Value()}});
-    std::uint64_t& word = list_[hashed->second].words[0];
+    std::uint64_t& word = hashes_.try_emplace(group, Hash().Value()).first->second;
     word = Hash().Add(word).Add(hash.Value()).Value();
   }
-  void Close(std::string name, const std::vector<double>& numbers) {
-    Result result{std::move(name), false, {}};
-    for (const double x : numbers) result.words.push_back(BitCast<std::uint64_t>(x));
-    list_.push_back(std::move(result));
-  }
-  [[nodiscard]] const std::vector<Result>& List() const { return list_; }
+  [[nodiscard]] const std::map<std::string, std::uint64_t>& Hashes() const { return hashes_; }
 
  private:
   bool each_;
-  std::vector<Result> list_;
-  std::map<std::string, std::size_t> groups_;  // where in the list a group's hash stands
+  std::map<std::string, std::uint64_t> hashes_;
 };
 
 /// Through the flat interface: every country of the map, generated polygons, chains of

@@ -5,7 +5,6 @@
 #include <map>
 #include <optional>
 #include <set>
-#include <sstream>
 #include <utility>
 
 namespace oracle {
@@ -37,7 +36,9 @@ std::int64_t Nearest(std::int64_t n, std::int64_t d) {
 
 template <class Visit>
 void ForEachEdge(const Ring& ring, Visit visit) {
-  for (std::size_t i = 0; i < ring.size(); ++i) visit(ring[i], ring[(i + 1) % ring.size()]);
+  for (std::size_t i = 0; i < ring.size(); ++i) {
+    visit(Point(ring[i]), Point(ring[(i + 1) % ring.size()]));
+  }
 }
 
 void AddLines(std::vector<Line>& lines, const Rings& rings, std::size_t operand) {
@@ -150,33 +151,6 @@ std::vector<DirectedEdge> CutRing(const Ring& ring, const std::vector<Point>& ho
   return cut;
 }
 
-// Is the point just left of `edge` inside the ring? No edge of the ring may pass
-// through the middle of `edge` but `edge` itself.
-bool LeftIsInside(const DirectedEdge& edge, const Ring& ring, const std::vector<Point>& hot) {
-  std::vector<Edge> edges;
-  int own = 0;
-  for (const DirectedEdge& e : CutRing(ring, hot)) {
-    const auto [from, to] = std::minmax(e.from, e.to);
-    edges.push_back({from, to, {from == e.from ? 1 : -1, 0}, 1, {}, {}});
-    if (std::minmax(e.from, e.to) == std::minmax(edge.from, edge.to)) ++own;
-  }
-  const int below = Below(edge.from, edge.to, edges)[0];  // or left, when vertical
-  const bool leftIsBelow =
-      edge.from.x == edge.to.x ? edge.from.y < edge.to.y : edge.to.x < edge.from.x;
-  return (leftIsBelow ? below : below + own) % 2 != 0;
-}
-
-// The area whose outer boundary is the innermost around the left of `edge`.
-std::size_t InnermostAround(const DirectedEdge& edge, const Areas& areas,
-                            const std::vector<Point>& hot) {
-  std::size_t best = areas.size();
-  for (std::size_t i = 0; i < areas.size(); ++i) {
-    if (!LeftIsInside(edge, areas[i][0], hot)) continue;
-    if (best == areas.size() || TwiceArea(areas[i][0]) < TwiceArea(areas[best][0])) best = i;
-  }
-  return best;
-}
-
 }  // namespace
 
 Arrangement Snap(const Rings& a, const Rings& b) {
@@ -245,41 +219,6 @@ Boundary Cut(const Areas& areas, const std::vector<Point>& hot) {
   }
   std::sort(boundary.begin(), boundary.end());
   return boundary;
-}
-
-std::string Faults(const Areas& areas, const std::vector<Point>& hot) {
-  std::ostringstream faults;
-  for (std::size_t i = 0; i < areas.size(); ++i) {
-    for (std::size_t k = 0; k < areas[i].size(); ++k) {
-      const Ring& ring = areas[i][k];
-      const auto where = [&] {
-        return " (area " + std::to_string(i) + ", contour " + std::to_string(k) + ")\n";
-      };
-      if (ring.size() < 3) faults << "fewer than 3 vertices" << where();
-      if ((TwiceArea(ring) > 0) != (k == 0)) faults << "wrong orientation" << where();
-      ForEachEdge(ring, [&](Point p, Point q) {
-        if (p == q) faults << "equal neighbours" << where();
-      });
-      if (InnermostAround(CutRing(ring, hot).front(), areas, hot) != i) {
-        faults << "not in the innermost area around it" << where();
-      }
-    }
-  }
-  return faults.str();
-}
-
-std::int64_t TwiceArea(const Ring& ring) {
-  std::int64_t sum = 0;
-  ForEachEdge(ring, [&](Point p, Point q) { sum += p.x * q.y - p.y * q.x; });
-  return sum;
-}
-
-std::int64_t TwiceArea(const Areas& areas) {
-  std::int64_t sum = 0;
-  for (const Rings& rings : areas) {
-    for (const Ring& ring : rings) sum += TwiceArea(ring);
-  }
-  return sum;
 }
 
 }  // namespace oracle

@@ -8,19 +8,23 @@
 
 #include <array>
 #include <cstdint>
-#include <string>
 #include <vector>
 
+#include "support/polygons.h"
+
 namespace oracle {
+
+using zelvan::test::Areas;
+using zelvan::test::Ring;
+using zelvan::test::Rings;
 
 struct Point {
   std::int64_t x;
   std::int64_t y;
+  Point(std::int64_t px, std::int64_t py) : x(px), y(py) {}
+  Point(zelvan::GridPoint p) : x(p.gx), y(p.gy) {}
   auto operator<=>(const Point&) const = default;
 };
-using Ring = std::vector<Point>;
-using Rings = std::vector<Ring>;
-using Areas = std::vector<Rings>;  // each the outer boundary, then its holes
 
 /// A grid edge, directed: the region lies to the left of from -> to.
 struct DirectedEdge {
@@ -62,13 +66,5 @@ Boundary BoundaryOf(const Arrangement& arrangement, int op, Rules rules = {});
 
 /// The edges of all rings, cut at the hot pixels that lie on them.
 Boundary Cut(const Areas& areas, const std::vector<Point>& hot);
-
-/// What is wrong with the structure of a result whose edges are cut at `hot`:
-/// orientation, equal neighbours, holes outside their area, areas that overlap.
-/// Empty when it is sound.
-std::string Faults(const Areas& areas, const std::vector<Point>& hot);
-
-std::int64_t TwiceArea(const Ring& ring);
-std::int64_t TwiceArea(const Areas& areas);
 
 }  // namespace oracle

@@ -8,7 +8,7 @@
 
 #include "support/failing_allocator.h"
 #include "support/mesh_checker.h"
-#include "support/polygon_families.h"
+#include "support/polygons.h"
 #include "triangulation/area_sweep.h"
 #include "triangulation/delaunay.h"
 #include "triangulation/in_circle.h"
@@ -17,11 +17,11 @@
 namespace {
 
 using zelvan::GridPoint;
-using zelvan::test::MakeShape;
 using zelvan::test::Random;
-using zelvan::test::Region;
+using zelvan::test::Rings;
+using zelvan::test::ShapeOf;
 
-const Region kSquare{{{0, 0}, {10, 0}, {10, 10}, {0, 10}}};
+const Rings kSquare{{{0, 0}, {10, 0}, {10, 10}, {0, 10}}};
 
 std::vector<GridPoint> PlacesOf(const zelvan::Shape& shape) {
   std::vector<GridPoint> places;
@@ -30,15 +30,15 @@ std::vector<GridPoint> PlacesOf(const zelvan::Shape& shape) {
 }
 
 TEST(Triangulation, AFailingAreaIsLeftWithoutTriangles) {
-  const Region crossing{{{20, 0}, {29, 0}, {20, 9}, {30, 8}, {30, 30}}};
-  const auto shape = MakeShape({kSquare, crossing});
+  const Rings crossing{{{20, 0}, {29, 0}, {20, 9}, {30, 8}, {30, 30}}};
+  const auto shape = ShapeOf({kSquare, crossing});
   EXPECT_EQ(VORNEX::TriangulateAreas(shape->areas), ERR::FAIL);
   EXPECT_EQ(zelvan::test::CheckTriangles(*shape->areas), "");
   EXPECT_EQ(shape->areas->next->triangles, nullptr);
   EXPECT_FALSE(Triangulate(*shape));
   EXPECT_EQ(shape->mesh, nullptr);
 
-  const auto miscounted = MakeShape({kSquare});
+  const auto miscounted = ShapeOf({kSquare});
   for (const std::uint32_t count : {3u, 5u}) {
     miscounted->areas->contours->count = count;
     EXPECT_EQ(VORNEX::TriangulateAreas(miscounted->areas), ERR::FAIL);
@@ -49,7 +49,7 @@ TEST(Triangulation, TheOutputArrayIsGuarded) {
   struct Probe : VORNEX::TRIAGLOBS {
     explicit Probe(zelvan::Area* target) { area = target; }
   };
-  const auto shape = MakeShape({kSquare});
+  const auto shape = ShapeOf({kSquare});
   shape->areas->triangles = std::make_unique<zelvan::Triangle[]>(2);
   shape->areas->triangleCount = 1;
   const auto& v = shape->vertexTable;
@@ -80,7 +80,7 @@ void FailEachAllocation(Work work) {
 
 TEST(Triangulation, EveryFailedAllocationIsReported) {
   Random random(9);
-  const auto shape = MakeShape({zelvan::test::WithHoles(12, random)});
+  const auto shape = ShapeOf({zelvan::test::LargePolygons(random, 48)[5]});
   FailEachAllocation([&] {
     const ERR::CODE code = VORNEX::TriangulateAreas(shape->areas);
     EXPECT_EQ(code == ERR::OK, shape->areas->triangles != nullptr);
@@ -144,12 +144,8 @@ TEST(SideOfCircle, IsTheSignOfTheDeterminant) {
 TEST(Sweep, WorkFollowsTheSize) {
   Random random(21);
   for (const std::int32_t size : {1000, 4000, 16000}) {
-    const Region regions[] = {
-        {zelvan::test::Comb(size / 2, false, random)}, {zelvan::test::Comb(size / 2, true, random)},
-        {zelvan::test::Zigzag(size / 2, random)},      {zelvan::test::Spiral(size / 2)},
-        {zelvan::test::FewRows(size / 2, random)},     zelvan::test::WithHoles(size / 4, random)};
-    for (const Region& region : regions) {
-      const auto shape = MakeShape({region});
+    for (const Rings& rings : zelvan::test::LargePolygons(random, size)) {
+      const auto shape = ShapeOf({rings});
       VORNEX::SweepCounts counts;
       ASSERT_TRUE(VORNEX::TriangulateBySweep(*shape->areas, {.counts = &counts}));
       const double n = static_cast<double>(shape->vertexTable.size());
