@@ -10,15 +10,20 @@
 
 namespace fuzz {
 
+/// Calls that change something, made and judged so far.
+inline double steps = 0;
+
 class Bytes {
  public:
   Bytes(const std::uint8_t* data, std::size_t size) : at_(data), end_(data + size) {}
   [[nodiscard]] bool Empty() const { return at_ == end_; }
   std::uint8_t Byte() { return Empty() ? std::uint8_t{0} : *at_++; }
-  double Double() {
-    double value = 0.0;
-    std::uint8_t raw[sizeof value];
+  double Double() { return Number<double>(); }
+  template <class T>
+  T Number() {
+    std::uint8_t raw[sizeof(T)];
     for (std::uint8_t& byte : raw) byte = Byte();
+    T value{};
     std::memcpy(&value, raw, sizeof value);
     return value;
   }
@@ -28,8 +33,9 @@ class Bytes {
   const std::uint8_t* end_;
 };
 
-/// Ends the program where a judge has found something.
+/// Ends the program where a judge has found something in the last step.
 inline void Expect(const std::string& fault) {
+  ++steps;
   if (fault.empty()) return;
   std::fprintf(stderr, "%s\n", fault.c_str());
   std::abort();

@@ -1,27 +1,54 @@
-// Any bytes, read as a session of calls of the flat interface. Every mesh that
-// comes out is checked. Built for libFuzzer, or with replay.cpp as a program that
-// runs the corpus.
+// Any bytes, read as a session of the twelve calls of the flat interface. After each everything
+// is read back, and judged against what the header promises of that call.
+#include <cmath>
+#include <numeric>
+
 #include "bytes.h"
 #include "support/flat.h"
-#include "support/mesh_checker.h"
 
 namespace {
 
-// Points of a lattice of 16 by 16, one byte each, so that everything touches; or,
-// for every eighth contour, raw doubles.
+// Points of a lattice of 16 by 16, one byte each, so that everything touches; or, for every
+// eighth contour, raw doubles. Another eighth ends with two doubles that make no point.
 support::Xyz ReadContour(fuzz::Bytes& bytes) {
   const std::uint8_t header = bytes.Byte();
   support::Xyz xyz;
   for (int n = header & 31; n > 0 && !bytes.Empty(); --n) {
     if (header >> 5 == 7) {
-      const double x = bytes.Double();
-      xyz.insert(xyz.end(), {x, bytes.Double(), 0.0});
+      xyz.insert(xyz.end(), {bytes.Double(), bytes.Double(), std::nan("")});
     } else {
       const std::uint8_t point = bytes.Byte();
       xyz.insert(xyz.end(), {1.0 * (point & 15), 1.0 * (point >> 4), 0.0});
     }
   }
+  if (header >> 5 == 6) xyz.insert(xyz.end(), {7.0, 7.0});
   return xyz;
+}
+
+// Makes a call and judges what it changes, and what stays as it was.
+std::string FaultsOf(int call, fuzz::Bytes& bytes) {
+  const support::ReadBack before = support::Read();
+  const int answer = call == 0   ? support::SetMain(ReadContour(bytes))
+                     : call == 1 ? support::AddHole(ReadContour(bytes))
+                     : call == 2 ? Union()
+                     : call == 3 ? Substruct()
+                                 : Triangulate();
+  const support::ReadBack now = support::Read();
+  if (answer != 0 && answer != 1) return "no answer";
+  if (call == 0) {
+    if (now.faceCount + (answer == 0 ? now.vertexCount : 0) > 0) return "an old polygon is left";
+  } else if (call == 2 || call == 3) {
+    if (now.edges != before.edges || now.faces != before.faces) return "the old mesh is gone";
+  } else if (call == 4 && answer == 1) {
+    if (now.vertices != before.vertices) return "cutting moves a vertex";
+    const std::string faults = support::CheckFlatMesh(now);
+    if (!faults.empty()) return faults;
+  } else if (now != before) {
+    return "a failure, or a contour queued, shows";
+  }
+  const int sum = std::accumulate(now.contourSize.begin(), now.contourSize.end(), 0);
+  const bool beyond = GetContourSize(GetContourCount()) != -1 || GetContourIndex(-1) != -1;
+  return sum != now.vertexCount || beyond ? "the contours are not all vertices" : "";
 }
 
 }  // namespace
@@ -29,23 +56,6 @@ support::Xyz ReadContour(fuzz::Bytes& bytes) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   SetMainContour(0, nullptr);
   fuzz::Bytes bytes(data, size);
-  while (!bytes.Empty()) {
-    switch (bytes.Byte() % 5) {
-      case 0:
-        support::SetMain(ReadContour(bytes));
-        break;
-      case 1:
-        support::AddHole(ReadContour(bytes));
-        break;
-      case 2:
-        Union();
-        break;
-      case 3:
-        Substruct();
-        break;
-      default:
-        if (Triangulate() == 1) fuzz::Expect(support::CheckFlatMesh(support::Read()));
-    }
-  }
+  while (!bytes.Empty()) fuzz::Expect(FaultsOf(bytes.Byte() % 5, bytes));
   return 0;
 }

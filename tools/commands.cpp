@@ -1,23 +1,13 @@
-// What the commands share: reading all inputs, and the kinds of files.
+// What the commands share: reading all inputs.
 #include "commands.h"
 
 #include <algorithm>
-#include <cctype>
-#include <filesystem>
 #include <iostream>
 
 #include "output.h"
 #include "report.h"
 
 namespace tool {
-
-std::string Extension(const std::string& path) {
-  std::string extension = std::filesystem::path(path).extension().string();
-  std::transform(extension.begin(), extension.end(), extension.begin(), [](char c) {
-    return static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-  });
-  return extension;
-}
 
 std::vector<Input> ReadInputs(const Options& options, int& status) {
   std::vector<Input> inputs;

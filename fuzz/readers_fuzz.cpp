@@ -1,0 +1,58 @@
+// Any bytes, read by the host program as a file of either format. What is no such file is refused
+// in words; what was read is the same when it is written, in both formats, and read again.
+#include <iostream>
+#include <sstream>
+
+#include "bytes.h"
+#include "input.h"
+#include "output.h"
+
+namespace {
+
+tool::Input Read(const std::string& text) {
+  static std::stringbuf buffer;
+  buffer.str(text);
+  std::cin.rdbuf(&buffer);
+  return tool::ReadInput(tool::kStandard, {});
+}
+
+std::vector<tool::Item> ItemsOf(const tool::Input& input) {
+  std::vector<tool::Item> items;
+  for (const tool::Feature& feature : input.features) {
+    for (std::size_t i = 0; i < feature.polygons.size(); ++i) {
+      const tool::Polygon& polygon = feature.polygons[i];
+      if (tool::Lost(tool::PlaceOf(feature, i), polygon).empty() || !tool::IsFinite(polygon))
+        continue;
+      const tool::Region region(tool::RingsOf(polygon));  // never refused
+      if (!region.IsEmpty()) items.push_back({feature.name, feature.number, i + 1, region, {}});
+    }
+  }
+  return items;
+}
+
+template <class Write>
+std::string FaultsOf(const std::vector<tool::Item>& items, bool named, Write write) {
+  std::ostringstream out;
+  write(out, items, tool::Show::kRegion);
+  const tool::Input again = Read(out.str());
+  if (again.features.size() != items.size() || !again.refusals.empty()) return "a feature is lost";
+  for (std::size_t i = 0; i < items.size(); ++i) {
+    if (again.features[i].polygons != items[i].region.Polygons()) return "a point is not the same";
+    if (named && again.features[i].name != items[i].name) return "a name is not the same";
+  }
+  return "";
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  std::vector<tool::Item> items;
+  try {
+    items = ItemsOf(Read({data, data + size}));
+  } catch (const tool::UnreadableFile&) {
+  }
+  if (items.empty()) return 0;
+  fuzz::Expect(FaultsOf(items, true, tool::WriteGeoJson));
+  fuzz::Expect(FaultsOf(items, false, tool::WriteWkt));
+  return 0;
+}
