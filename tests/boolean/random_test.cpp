@@ -274,8 +274,8 @@ TEST(Soundness, IsToBeOnesOwnRegion) {
   int counts[2][2] = {};
   for (std::int64_t k = Scaled(40000); k > 0; --k) {
     Random random(static_cast<std::uint64_t>(k));
-    const std::int32_t size = 4 + random.Below(k % 4 == 0 ? 30 : 6);
-    Ring ring = k % 3 == 0 ? kFamilies[0].make(random, size)[0]
+    const std::int32_t size = 2 + random.Below(k % 4 == 0 ? 30 : 7);
+    Ring ring = k % 2 == 0 ? kFamilies[0].make(random, size)[0]
                            : zelvan::test::SimplePolygon(random, size, 3 + random.Below(6));
     if (k % 32 != 0 && TwiceArea(ring) < 0) std::reverse(ring.begin(), ring.end());
     const zelvan::OwnedRing owned = RingOf({{ring}});
