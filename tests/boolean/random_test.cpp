@@ -278,6 +278,7 @@ TEST(Soundness, IsToBeOnesOwnRegion) {
     Ring ring = k % 2 == 0 ? kFamilies[0].make(random, size)[0]
                            : zelvan::test::SimplePolygon(random, size, 3 + random.Below(6));
     if (k % 32 != 0 && TwiceArea(ring) < 0) std::reverse(ring.begin(), ring.end());
+    for (zelvan::GridPoint& p : ring) p = {p.gx - size / 2, p.gy - size / 2};
     const zelvan::OwnedRing owned = RingOf({{ring}});
     zelvan::OwnedRing region;
     ASSERT_EQ(zelvan::RegionOf({owned.first}, region.first), ERR::OK);
