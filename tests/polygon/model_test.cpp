@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <zelvan/error.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <numeric>
@@ -138,6 +139,16 @@ TEST(SnapShape, KeepsWhatDoesNotCollapse) {
     UnsnapShape(shape.areas, {0, 0}, fine);
     SnapShape(shape, {0, 0}, coarse);
     ASSERT_EQ(test::AreasOf(shape.areas), expected) << round;
+    RebuildTables(shape);
+    Ring all;
+    for (const Ring& ring : test::Flatten(expected))
+      all.insert(all.end(), ring.begin(), ring.end());
+    for (int k = 0; k < 8; ++k) {
+      GridPoint p = all.empty() ? GridPoint{0, 0} : random.Pick(all);
+      if (k % 2 == 0) p.gy += random.Between(-9, 9);
+      const auto found = std::find(all.begin(), all.end(), p);
+      ASSERT_EQ(shape.vertexTable.Find(p), found == all.end() ? -1 : found - all.begin());
+    }
     std::size_t i = 0;
     ForEachContour(shape.areas, [&](const Contour* contour) {
       EXPECT_EQ(contour->gridBox.min, boxes[i].min);
