@@ -74,8 +74,8 @@ Areas Combined(const Areas& a, const Areas& b, int op, const oracle::Rules* rule
   return zelvan::test::AreasOf(result.first);
 }
 
-// Takes the holes out of a sound region and has them placed by the sweep.
-Areas PlacedAgain(const Areas& areas) {
+// Takes the holes out of a sound region and has them placed by the sweep, or one by one.
+Areas PlacedAgain(const Areas& areas, decltype(zelvan::PlaceHolesBySweep)& place) {
   zelvan::OwnedRing ring;
   zelvan::PendingHoles holes;
   for (const Rings& rings : areas) {
@@ -85,7 +85,7 @@ Areas PlacedAgain(const Areas& areas) {
       holes.Push(zelvan::OwnedContour(std::exchange(hole.first->contours, nullptr)));
     }
   }
-  zelvan::PlaceHolesBySweep(ring, holes);
+  place(ring, holes);
   Areas placed = zelvan::test::AreasOf(ring.first);
   for (Rings& rings : placed) std::reverse(rings.begin() + 1, rings.end());
   return placed;
@@ -134,7 +134,8 @@ class RandomCase {
                     << Text(Flatten(result));
     }
     if (!result.empty()) {
-      EXPECT_EQ(PlacedAgain(result), result);
+      EXPECT_EQ(PlacedAgain(result, zelvan::PlaceHolesBySweep), result);
+      EXPECT_EQ(PlacedAgain(result, zelvan::PlaceHolesByTests), result);
       for (const Rings& rings : result) holes += static_cast<std::int64_t>(rings.size()) - 1;
     }
     return result;

@@ -3,8 +3,9 @@
 #include <gtest/gtest.h>
 #include <zelvan/error.h>
 
+#include <algorithm>
 #include <cmath>
-#include <cstdlib>
+#include <string>
 
 #include "boolean/boolean.h"
 #include "boolean/shape_boolean.h"
@@ -71,17 +72,15 @@ double AreaOf(const WorldAreas& areas) {
 
 void ExpectWhole(Shape& shape) {
   EXPECT_TRUE(IsSound(shape.areas));
-  std::size_t i = 0;
-  std::size_t contours = 0;
+  std::vector<VertexNode*> vertices;
+  std::vector<VertexNode*> heads;
   ForEachContour(shape.areas, [&](const Contour* contour) {
-    EXPECT_EQ(shape.contourStarts.at(contours++), contour->head);
-    ForEachVertex(contour, [&](VertexNode* v) {
-      ASSERT_LT(i, shape.vertexTable.size());
-      EXPECT_EQ(shape.vertexTable[i++], v);
-    });
+    heads.push_back(contour->head);
+    ForEachVertex(contour, [&](VertexNode* v) { vertices.push_back(v); });
   });
-  EXPECT_EQ(shape.vertexTable.size(), i);
-  EXPECT_EQ(shape.contourStarts.size(), contours);
+  EXPECT_EQ(shape.contourStarts, heads);
+  ASSERT_EQ(shape.vertexTable.size(), vertices.size());
+  EXPECT_TRUE(std::equal(vertices.begin(), vertices.end(), shape.vertexTable.begin()));
   if (shape.areas == nullptr) return;
   EXPECT_TRUE(Triangulate(shape));
   EXPECT_EQ(test::CheckMesh(shape), "");
@@ -99,8 +98,15 @@ void Step(Shape& shape, const Shape& other, bool unite) {
     }
   }
   const auto grid = AreasOf(other.areas);
+  const WorldBox before{shape.boxMin, shape.boxMax};
   (unite ? Unite : Subtract)(shape, other);
   EXPECT_EQ(AreasOf(other.areas), grid);
+  if (unite && !a.empty() && !b.empty()) {  // the ends of a box are no rounded numbers
+    EXPECT_EQ(shape.boxMin.x, std::min(before.min.x, other.boxMin.x));
+    EXPECT_EQ(shape.boxMin.y, std::min(before.min.y, other.boxMin.y));
+    EXPECT_EQ(shape.boxMax.x, std::max(before.max.x, other.boxMax.x));
+    EXPECT_EQ(shape.boxMax.y, std::max(before.max.y, other.boxMax.y));
+  }
   const double step = 2 * extent / GRID_MAX;
   EXPECT_NEAR(AreaOf(WorldOf(shape)), expected.area, 3 * step * (expected.length + step));
   ExpectWhole(shape);
@@ -131,16 +137,14 @@ WorldRing Queued(Random& random, double unit, std::int64_t span, std::int64_t ki
   };
   const double x = at(span);
   const double y = at(span);
+  const auto box = [](double x0, double y0, double x1, double y1) -> WorldRing {
+    return {{x0, y0}, {x1, y0}, {x1, y1}, {x0, y1}};
+  };
   switch (kind) {
-    case 0: {
-      const double w = at(5) + unit;
-      const double h = at(5) + unit;
-      return {{x, y}, {x + w, y}, {x + w, y + h}, {x, y + h}};
-    }
+    case 0:
     case 4: {
-      const double w = at(30) + unit;
-      const double h = at(30) + unit;
-      return {{x, y}, {x + w, y}, {x + w, y + h}, {x, y + h}};
+      const double w = at(kind == 0 ? 5 : 30) + unit;
+      return box(x, y, x + w, y + at(kind == 0 ? 5 : 30) + unit);
     }
     case 1:
       return Circle(x, y, at(12) + unit, 3 + static_cast<int>(random.Below(40)));
@@ -155,19 +159,13 @@ WorldRing Queued(Random& random, double unit, std::int64_t span, std::int64_t ki
     case 5: {  // around something, but for a gap
       const double w = at(12) + 3 * unit;
       const double h = at(12) + 3 * unit;
-      return {{x, y},
-              {x + w, y},
-              {x + w, y + unit},
-              {x + unit, y + unit},
-              {x + unit, y + h - unit},
-              {x + w, y + h - unit},
-              {x + w, y + h},
-              {x, y + h}};
+      const double low = y + unit, high = y + h - unit;
+      return {{x, y},           {x + w, y},    {x + w, low},   {x + unit, low},
+              {x + unit, high}, {x + w, high}, {x + w, y + h}, {x, y + h}};
     }
     case 6: {  // right across
       const double w = at(2) + unit;
-      if (random.Below(2) == 0)
-        return {{x, -5 * unit}, {x + w, -5 * unit}, {x + w, 70 * unit}, {x, 70 * unit}};
+      if (random.Below(2) == 0) return box(x, -5 * unit, x + w, 70 * unit);
       return {{-5 * unit, x}, {70 * unit, y}, {70 * unit, y + w}, {-5 * unit, x + w}};
     }
     case 7: {  // along a diagonal, or with a corner on it
@@ -175,9 +173,8 @@ WorldRing Queued(Random& random, double unit, std::int64_t span, std::int64_t ki
       const double e = d + at(20) + unit;
       WorldRing ring{{d, d}, {e, d}, {e, e}};
       if (random.Below(2) == 0) ring = {{d, d}, {e, d - unit}, {e, d + (e - d) / 2}};
-      if (random.Below(2) == 0) {
-        for (auto& p : ring) std::swap(p.x, p.y);
-      }
+      const bool mirrored = random.Below(2) == 0;
+      for (auto& p : ring) p = mirrored ? support::Xy{p.y, p.x} : p;
       return ring;
     }
     default: {  // steps across
@@ -203,9 +200,19 @@ TEST(Chains, FiftyStepsEachSoundAndTriangulated) {
     Random random(seed);
     const double unit = seed % 2 == 0 ? 1.5 : 1 + Unit(random);
     const auto shape = ShapeOf({{0, 0}, {100, 0}, {100, 100}, {0, 100}});
+    const auto whole = ShapeOf({{-99, -99}, {999, -99}, {999, 999}, {-99, 999}});
     for (int k = 0; k < 50; ++k) {
       const auto other = QueuedShape(random, unit, 64, random.Below(std::int64_t{9}));
       if (other != nullptr) Step(*shape, *other, random.Below(3) == 0);
+      if (k % 16 == 15) {  // from nothing, of which nothing can be taken
+        Step(*shape, *whole, false);
+        EXPECT_EQ(shape->areas, nullptr);
+        const WorldPoint corner = shape->boxMax;
+        for (const bool unite : {true, false}) Step(*shape, Shape(), unite);
+        if (other != nullptr) Step(*shape, *other, false);
+        EXPECT_EQ(shape->boxMax.x, corner.x);
+        Step(*shape, *ShapeOf({{0, 0}, {100, 0}, {100, 100}, {0, 100}}), true);
+      }
       if (HasFailure()) return;
     }
   }
@@ -275,23 +282,6 @@ TEST(Regridding, ContactsNeverBecomeCrossings) {
   EXPECT_LT(stayed, 290);
 }
 
-TEST(Regridding, EmptyShapes) {
-  const auto square = ShapeOf({{0, 0}, {8, 0}, {8, 8}, {0, 8}});
-  const auto shape = ShapeOf({{0, 0}, {8, 0}, {8, 8}, {0, 8}});
-  const Shape empty;
-  Unite(*shape, empty);
-  Subtract(*shape, empty);
-  EXPECT_EQ(AreaOf(WorldOf(*shape)), 64);
-  Subtract(*shape, *square);
-  EXPECT_EQ(shape->areas, nullptr);
-  EXPECT_TRUE(shape->vertexTable.empty());
-  Subtract(*shape, *square);
-  EXPECT_EQ(shape->areas, nullptr);
-  Unite(*shape, *ShapeOf({{100, 100}, {108, 100}, {108, 108}}));
-  EXPECT_EQ(AreaOf(WorldOf(*shape)), 32) << "a shape without areas leaves the box alone";
-  ExpectWhole(*shape);
-}
-
 // Where doubles are coarser than grid steps, the region stays where it can be held.
 TEST(Regridding, HugeOffsetsWithTinyExtents) {
   for (const double offset : {1e12, 1e15, 4e15, 1e17}) {
@@ -326,9 +316,9 @@ TEST(Failures, InfiniteExtentsAreRefusedBeforeAnythingIsTouched) {
   const auto shape = ShapeOf({{-1.5e308, 0}, {-1.5e308 + 1e302, 0}, {-1.5e308, 1}});
   const auto other = ShapeOf({{1.5e308 - 1e302, 0}, {1.5e308, 0}, {1.5e308, 1}});
   const auto before = AreasOf(shape->areas);
-  for (const bool unite : {true, false}) {
+  for (const auto combine : {Unite, Subtract}) {
     try {
-      (unite ? Unite : Subtract)(*shape, *other);
+      combine(*shape, *other);
       FAIL();
     } catch (CException* e) {
       EXPECT_EQ(ERR::Delete(e), ERR::FAIL);
@@ -341,68 +331,65 @@ TEST(Failures, InfiniteExtentsAreRefusedBeforeAnythingIsTouched) {
 // Every allocation in turn fails: a single operation leaves the shape as it was, a queue
 // some first ones of it applied, with tables to match; nothing leaks.
 TEST(Failures, AllocationFailuresLeaveAStateBetweenTwoOperations) {
-  std::vector<WorldRing> rings = {{{2, 2}, {14, 3}, {9, 9}, {3, 14}}};
-  for (const bool inQueue : {false, true}) {
-    for (double x = 4; inQueue && x < 9; x += 1) {
-      rings.push_back({{x, 0}, {x + 0.5, 0}, {x + 0.5, 0.5}});
-      rings.push_back({{-x - 2, -8}, {-x - 1.5, -8}, {-x - 1.5, -7}});
+  ShapeQueue queue;
+  queue.push_back(ShapeOf({{2, 2}, {14, 3}, {9, 9}, {3, 14}}));
+  const auto start = [] {
+    auto shape = ShapeOf(Circle(5, 5, 27, 40));
+    Subtract(*shape, *ShapeOf({{4, 4}, {6, 4}, {5, 6}}));
+    return shape;
+  };
+  const auto rings = [](Shape& shape, const ShapeQueue& others) {
+    OwnedRing region;
+    const RingSet operand{others.front()->areas};
+    return CombineRings({shape.areas, FillRule::NonZero}, operand, region.first, XOR);
+  };
+  for (const char* kind : {"rings", "unite", "subtract", "unite all", "subtract all"}) {
+    SCOPED_TRACE(kind);
+    const bool unite = kind[0] == 'u';
+    const bool inQueue = std::string(kind).ends_with("all");
+    for (double x = 4; inQueue && unite && x < 9; x += 1) {
+      queue.push_back(ShapeOf({{x, 0}, {x + 0.5, 0}, {x + 0.5, 0.5}}));
+      queue.push_back(ShapeOf({{-x - 2, -8}, {-x - 1.5, -8}, {-x - 1.5, -7}}));
     }
-    if (inQueue) rings.push_back({{-9, -9}, {1, -9}, {0, 2}});
-    ShapeQueue queue;
-    for (const WorldRing& ring : rings) queue.push_back(ShapeOf(ring));
-    const auto start = [] {
-      auto shape = ShapeOf(Circle(5, 5, 27, 40));
-      Subtract(*shape, *ShapeOf({{4, 4}, {6, 4}, {5, 6}}));
-      return shape;
-    };
-    for (const std::string kind : {"unite", "subtract", "rings"}) {
-      if (inQueue && kind == "rings") continue;
-      const bool unite = kind == "unite";
-      std::vector<Areas> states;
-      const auto stepwise = start();
-      for (const auto& other : queue) {
-        states.push_back(AreasOf(stepwise->areas));
-        if (kind != "rings") (unite ? Unite : Subtract)(*stepwise, *other);
-      }
-      std::size_t failures = 0;
-      bool struck = true;
-      for (std::size_t failing = 0; struck; ++failing) {
-        const auto shape = start();
-        const std::ptrdiff_t alive = support::LiveAllocations();
-        int code = ERR::OK;
-        {
-          const support::FailingAllocations scope(failing, failing % 2 != 0);
-          try {
-            if (kind == "rings") {
-              OwnedRing region;
-              code = CombineRings({shape->areas, FillRule::NonZero}, {queue.front()->areas},
-                                  region.first, XOR);
-            } else if (inQueue) {
-              (unite ? UniteAll : SubtractAll)(*shape, queue);
-            } else {
-              (unite ? Unite : Subtract)(*shape, *queue.front());
-            }
-          } catch (...) {
-            code = ERR::Clear();
-          }
-          struck = scope.Struck();
-        }
-        const std::ptrdiff_t leaked = support::LiveAllocations() - alive;
-        const Areas areas = AreasOf(shape->areas);
-        if (code == ERR::OK) {  // sorting does without the buffer that it could not have
-          ASSERT_EQ(areas, AreasOf(stepwise->areas));
-        } else {
-          ++failures;
-          ASSERT_TRUE(struck);
-          ASSERT_EQ(code, ERR::NOMEM);
-          ASSERT_NE(std::find(states.begin(), states.end(), areas), states.end());
-          ASSERT_TRUE(areas != states[0] || leaked == 0);
-        }
-        ExpectWhole(*shape);
-        if (HasFailure()) return;
-      }
-      EXPECT_GT(failures, 20u);
+    if (inQueue && unite) queue.push_back(ShapeOf({{-9, -9}, {1, -9}, {0, 2}}));
+    std::vector<Areas> states;
+    const auto stepwise = start();
+    for (const auto& other : queue) {
+      states.push_back(AreasOf(stepwise->areas));
+      if (kind[0] != 'r') (unite ? Unite : Subtract)(*stepwise, *other);
     }
+    std::size_t failures = 0;
+    bool struck = true;
+    for (std::size_t failing = 0; struck; ++failing) {
+      const auto shape = start();
+      const std::ptrdiff_t alive = support::LiveAllocations();
+      int code = ERR::OK;
+      {
+        const support::FailingAllocations scope(failing, failing % 2 != 0);
+        try {
+          if (kind[0] == 'r') code = rings(*shape, queue);
+          if (kind[0] != 'r' && inQueue) (unite ? UniteAll : SubtractAll)(*shape, queue);
+          if (kind[0] != 'r' && !inQueue) (unite ? Unite : Subtract)(*shape, *queue.front());
+        } catch (...) {
+          code = ERR::Clear();
+        }
+        struck = scope.Struck();
+      }
+      const std::ptrdiff_t leaked = support::LiveAllocations() - alive;
+      const Areas areas = AreasOf(shape->areas);
+      if (code == ERR::OK) {  // sorting does without the buffer that it could not have
+        ASSERT_EQ(areas, AreasOf(stepwise->areas));
+      } else {
+        ++failures;
+        ASSERT_TRUE(struck);
+        ASSERT_EQ(code, ERR::NOMEM);
+        ASSERT_NE(std::find(states.begin(), states.end(), areas), states.end());
+        ASSERT_TRUE(areas != states[0] || leaked == 0);
+      }
+      ExpectWhole(*shape);
+      if (HasFailure()) return;
+    }
+    EXPECT_GT(failures, 20u);
   }
 }
 
@@ -415,7 +402,7 @@ TEST(FullGrid, AreasAreThoseOfGeosWithinTheRounding) {
       Rings rings = {test::SimplePolygon(random, GRID_MAX, 25)};
       if (seed % 3 == 1) rings = {test::Star(random, GRID_MAX, 20 + 40 * random.Below(10))};
       if (seed % 3 == 2) rings = {{}};
-      while (rings[0].size() < 20) rings[0].push_back(zelvan::test::PointIn(random, GRID_MAX));
+      while (rings[0].size() < 20) rings[0].push_back(test::PointIn(random, GRID_MAX));
       for (GridPoint& p : rings[0]) p = {p.gx - GRID_OFFSET, p.gy - GRID_OFFSET};
       return {{rings[0]}};
     };

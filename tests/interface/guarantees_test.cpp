@@ -25,14 +25,14 @@ using support::SetMain;
 using support::Xyz;
 using zelvan::test::Random;
 
-Xyz RandomStar(Random& random, int n, double size) {
+Xyz XyzOf(const zelvan::test::Ring& ring, double factor = 1) {
   Xyz xyz;
-  for (int i = 0; i < n; ++i) {
-    const double angle = 6.283185307179586 * i / n;
-    const double r = size * random.Between(0.1, 1.0);
-    xyz.insert(xyz.end(), {r * std::cos(angle), r * std::sin(angle), random.Unit()});
-  }
+  for (const auto& [x, y] : ring) xyz.insert(xyz.end(), {x * factor, y * factor, 9});
   return xyz;
+}
+// Of any size, its points on no grid.
+Xyz RandomStar(Random& random, int n, double size) {
+  return XyzOf(zelvan::test::Star(random, 99999, n), size / 99999);
 }
 
 // Sessions of random calls, judged as the fuzzer judges its own: an end of the program, with the
@@ -71,10 +71,7 @@ TEST(Guarantee, AreaIsExact) {
   for (std::uint64_t seed = 0; seed < 200; ++seed) {
     SCOPED_TRACE(seed);
     Random random(seed);
-    Xyz hole;
-    for (const auto& [x, y] : zelvan::test::SimplePolygon(random, zelvan::GRID_MAX, 40)) {
-      hole.insert(hole.end(), {double(x), double(y), 0});
-    }
+    const Xyz hole = XyzOf(zelvan::test::SimplePolygon(random, zelvan::GRID_MAX, 40));
     ASSERT_EQ(SetMain({0, 0, 0, far, 0, 0, far, far, 0, 0, far, 0}), 1);
     if (AddHole(hole) + Substruct() + Triangulate() < 3) continue;
     ++accepted;
@@ -157,46 +154,40 @@ TEST(Guarantee, ContoursThatDoNotCrossHaveTriangles) {
     ASSERT_EQ(Triangulate(), main.areas != nullptr ? 1 : 0);
     ASSERT_EQ(main.areas != nullptr ? support::CheckFlatMesh(Read()) : "", "");
   }
-  EXPECT_GT(replaced, 300);
-  EXPECT_GT(kept, 300);
+  EXPECT_TRUE(replaced > 300 && kept > 300);
 }
 
 TEST(Guarantee, MeshIsConsistent) {
   int refused = 0;
   int triangulated = 0;
   for (const auto& country : support::ReadCountries(ZELVAN_DATA_DIR "/countries-50m.geojson")) {
-    SCOPED_TRACE(country.name);
     for (const support::RingPolygon& polygon : country.polygons) {
       for (support::Ring ring : polygon) {
         for (double& v : ring) v *= 4096;
-        if (SetMain(ring) == 0) {
-          ++refused;
-          continue;
-        }
-        ASSERT_EQ(Triangulate(), 1);
-        ASSERT_EQ(support::CheckFlatMesh(Read()), "");
-        ++triangulated;
+        const bool taken = SetMain(ring) == 1;
+        ++(taken ? triangulated : refused);
+        ASSERT_EQ(taken ? Triangulate() : 1, 1) << country.name;
+        ASSERT_EQ(taken ? support::CheckFlatMesh(Read()) : "", "") << country.name;
       }
     }
   }
-  EXPECT_GT(triangulated, 1000);
-  EXPECT_LT(refused, 20);
+  EXPECT_TRUE(triangulated > 1000 && refused < 20);
 }
 
 TEST(Guarantee, SnapIsBounded) {
   for (std::uint64_t seed = 0; seed < 300; ++seed) {
     SCOPED_TRACE(seed);
     Random random(seed);
-    const double size = std::ldexp(1.0, random.Between(-3, 40));
-    const Xyz star = RandomStar(random, 3 + random.Below(60), size);
+    const Xyz star =
+        RandomStar(random, 3 + random.Below(60), std::ldexp(1.0, random.Between(-3, 40)));
     if (SetMain(star) == 0) continue;
     const ReadBack r = Read();
     if (r.vertices.size() != star.size()) continue;  // a point was collinear
     const zelvan::Shape& main = *zelvan::ProcessWorkspace().Main();
     const double bounds[] = {main.boxMax.x - main.boxMin.x, main.boxMax.y - main.boxMin.y};
     for (std::size_t k = 0; k < star.size(); ++k) {
-      if (k % 3 == 2) continue;
-      EXPECT_LE(std::fabs(r.vertices[k] - star[k]), bounds[k % 3] / 1048575 / 2 * (1 + 1e-9));
+      const double bound = k % 3 < 2 ? bounds[k % 3] / 1048575 / 2 * (1 + 1e-9) : 0;
+      EXPECT_LE(std::fabs(r.vertices[k] - (k % 3 < 2 ? star[k] : 0.0)), bound);
     }
   }
 }
@@ -209,53 +200,34 @@ TEST(Guarantee, SameBytes) {
   std::srand(42);
   ASSERT_EQ(SetMain(star) + Triangulate(), 2);
   const ReadBack once = Read();
-  ASSERT_EQ(Triangulate(), 1);
-  EXPECT_EQ(Read(), once);
-  ASSERT_EQ(SetMain(star) + Triangulate(), 2);
-  EXPECT_EQ(Read(), once);
+  EXPECT_TRUE(Triangulate() == 1 && Read() == once);
+  EXPECT_TRUE(SetMain(star) + Triangulate() == 2 && Read() == once);
   EXPECT_EQ(std::rand(), first) << "the host's generator is untouched";
 }
 
 TEST(Guarantee, FailureLeavesNothingBehind) {
   Random random(12);
-  const Xyz star = RandomStar(random, 24, 1e3);
-  const Xyz added = {-900, -700, 0, 2000, -600, 0, 0, 800, 0};
+  const Xyz star = RandomStar(random, 24, 2e3);
+  const Xyz added = {100, 300, 0, 3000, 400, 0, 1000, 1800, 0};
   // Touches itself.
-  const Xyz removed = {-50, -40, 0, 50, -40, 0, 60, 60, 0, 0, -40, 0, -60, 60, 0};
+  const Xyz removed = {950, 960, 0, 1050, 960, 0, 1060, 1060, 0, 1000, 960, 0, 940, 1060, 0};
   const auto session = [&] {
     int done = SetMain(star) + AddHole(added) + Union() + AddHole(removed);
     done += Substruct();
-    return done + Triangulate();
+    return done + Triangulate() == 6;
   };
-  ASSERT_EQ(session(), 6);
+  ASSERT_TRUE(session());
   const ReadBack expected = Read();
-  EXPECT_EQ(expected.contourSize.size(), 2u);
+  EXPECT_GT(expected.contourSize.size(), 1u);
   SetMainContour(0, nullptr);
-  const std::ptrdiff_t empty = support::LiveAllocations();
-
-  for (const bool andAllAfter : {false, true}) {
-    bool struck = true;
-    int failures = 0;
-    for (std::size_t failing = 0; struck; ++failing) {
-      int done = 0;
-      {
-        support::FailingAllocations scope(failing, andAllAfter);
-        done = session();
-        struck = scope.Struck();
-      }
-      // A sort may do without its buffer; everything else must show.
-      if (done == 6) {
-        ASSERT_EQ(Read(), expected) << "allocation " << failing;
-      }
-      failures += done < 6 ? 1 : 0;
-      SetMainContour(0, nullptr);
-      ASSERT_EQ(support::LiveAllocations(), empty) << "allocation " << failing;
-    }
-    EXPECT_GT(failures, 150);
-    ASSERT_EQ(session(), 6);
-    ASSERT_EQ(Read(), expected);
-    SetMainContour(0, nullptr);
-  }
+  bool done = false;
+  const std::size_t failures = support::FailEachInTurn(
+      [&] { return done = session(); },
+      [&](bool struck) {  // a sort may do without its buffer; everything else must show
+        EXPECT_TRUE(done ? Read() == expected : struck);
+        SetMainContour(0, nullptr);
+      });
+  EXPECT_GT(failures, 300u);
 }
 
 }  // namespace

@@ -5,8 +5,6 @@
 
 #include "support/flat.h"
 
-extern "C" int CallsTheLibraryFromC(void);
-
 namespace {
 
 using support::AddHole;
@@ -18,10 +16,6 @@ using support::Xyz;
 const Xyz kOuter = {0, 0, 7, 10, 0, 7, 10, 10, 7, 0, 10, 7};
 const Xyz kInner = {3, 3, 0, 3, 7, 0, 7, 7, 0, 7, 3, 0};
 const Xyz kLine = {0, 0, 0, 1, 1, 0, 2, 2, 0};
-
-TEST(Protocol, TheHeaderIsC) {
-  EXPECT_EQ(CallsTheLibraryFromC(), 1);
-}
 
 TEST(Protocol, ReadsWholePointsOnly) {
   const Xyz points = {0, 0, 0, 4, 0, 0, 0, 4, 0, 9, 9};

@@ -3,11 +3,6 @@
 // everywhere.)
 #include <zelvan/toolkit.h>
 
-#include <array>
-#include <cstdint>
-#include <string>
-#include <vector>
-
 #include "results.h"
 #include "support/random.h"
 
@@ -19,13 +14,9 @@ using zelvan::test::Random;
 
 // Draws stand in braces, where their order is fixed, or in statements of their own.
 VECTF Vector(Random& random) {
-  // Integers now and then: equal, parallel and degenerate inputs.
-  if (random.Below(3) == 0) {
-    const int v[] = {random.Between(-2, 2), random.Between(-2, 2), random.Between(-2, 2)};
-    return VECTF(v[0], v[1], v[2]);
-  }
-  const double v[] = {random.Between(-10.0, 10.0), random.Between(-10.0, 10.0),
-                      random.Between(-10.0, 10.0)};
+  const bool whole = random.Below(3) == 0;  // equal, parallel and degenerate inputs
+  double v[3];
+  for (double& x : v) x = whole ? random.Between(-2, 2) : random.Between(-10.0, 10.0);
   return VECTF(v);
 }
 
@@ -45,44 +36,20 @@ TFORM Transform(Random& random) {
   return t;
 }
 
-void Add(Hash& hash, const VECTF& v) {
-  hash.Add(v.x).Add(v.y).Add(v.z);
-}
-void Add(Hash& hash, const MATRX& m) {
-  for (const auto& row : m.m) {
-    for (const double x : row) hash.Add(x);
-  }
-}
-void Add(Hash& hash, const TFORM& t) {
-  Add(hash, t.mDir);
-  Add(hash, t.mInv);
-}
-
 void AddVectors(Random& random, Hash& hash) {
-  VECTF a = Vector(random);
-  const VECTF b = Vector(random);
-  const VECTF c = Vector(random);
-  const VECTF d = Vector(random);
-  hash.Add(a.Length()).Add(int{vec::cmp(a, b)}).Add(int{b.IsZero()});
-  hash.Add(vec::dist2(a, b)).Add(vec::dist3(a, b));
-  Add(hash, a.Normal());
-  Add(hash, vec::calc_normal(a, b, c));
-  VECTF first(7, 7, 7);
-  VECTF second(8, 8, 8);
+  const VECTF v[] = {Vector(random), Vector(random), Vector(random), Vector(random)};
+  VECTF a = v[0], b = v[1], c = v[2], d = v[3];
+  VECTF first(7, 7, 7), second(8, 8, 8);
+  hash.Add(a.Length(), vec::cmp(a, b), b.IsZero(), vec::dist2(a, b), vec::dist3(a, b), a.Normal(),
+           vec::calc_normal(a, b, c), M_G2R(a.x * 100), M_R2G(b.x));
   hash.Add(vec::isect2(&a, &b, &c, &d, &first, &second, random.Below(2) == 0));
-  Add(hash, first);
-  Add(hash, second);
-  hash.Add(vec::nearest(a, b, c, &first));
-  hash.Add(static_cast<int>(vec::cross_plane(&second, a, b, c, d)));
-  Add(hash, first);
-  Add(hash, second);
-  std::array<double, 7> arc{};
-  hash.Add(
-      int{mth_calc_arc(&arc[0], &arc[1], &arc[2], &arc[3], &arc[4], &arc[5], &arc[6], a, b, c)});
-  for (const double x : arc) hash.Add(x);
-  hash.Add(M_G2R(a.x * 100)).Add(M_R2G(b.x));
+  hash.Add(first, second);
+  hash.Add(vec::nearest(a, b, c, &first), vec::cross_plane(&second, a, b, c, d));
+  hash.Add(first, second);
+  double arc[7] = {};
+  hash.Add(mth_calc_arc(&arc[0], &arc[1], &arc[2], &arc[3], &arc[4], &arc[5], &arc[6], a, b, c));
   a.Normalize();
-  Add(hash, a);
+  hash.Add(arc, a);
 }
 
 void AddMatrices(Random& random, Hash& hash) {
@@ -90,53 +57,35 @@ void AddMatrices(Random& random, Hash& hash) {
   const MATRX b = Matrix(random);
   VECTF v = Vector(random);
   MATRX inverse = a;
-  hash.Add(a.det()).Add(a.Inverse(inverse));
-  Add(hash, inverse);
-  Add(hash, a * b);
-  Add(hash, v * a);
-  const VECTH h = VECTH{v.x, v.y, v.z, 0.5} * b;
-  hash.Add(h.x).Add(h.y).Add(h.z).Add(h.w);
+  hash.Add(a.det(), a.Inverse(inverse), a * b, v * a, VECTH{v.x, v.y, v.z, 0.5} * b);
   v *= b;
-  Add(hash, v);
+  hash.Add(inverse, v);
 }
 
 void AddTransforms(Random& random, Hash& hash) {
   const TFORM a = Transform(random);
   const TFORM b = Transform(random);
-  VECTF v = Vector(random);
-  Add(hash, a * b);
-  Add(hash, a.Inverse());
-  TFORM t = TFORM::E();
-  tform_InBasis(&t, a, b);
-  Add(hash, t);
-  const VECTF w[] = {Vector(random), Vector(random), Vector(random), Vector(random),
-                     Vector(random)};
+  VECTF w[] = {Vector(random), Vector(random), Vector(random),
+               Vector(random), Vector(random), Vector(random)};
   const bool flag = random.Below(2) == 0;
-  view_tform(&t, flag, v, w[0], w[1], w[2]);
-  Add(hash, t);
-  const bool hit = Point2Plain(a, b, w[3], &v);
-  hash.Add(int{hit});
-  Add(hash, v);
-  tform_direct(&v, w[4], a, !flag);
-  Add(hash, v);
+  TFORM basis = TFORM::E();
+  TFORM view = TFORM::E();
+  tform_InBasis(&basis, a, b);
+  view_tform(&view, flag, w[0], w[1], w[2], w[3]);
+  hash.Add(a * b, a.Inverse(), basis, view);
+  hash.Add(Point2Plain(a, b, w[4], &w[0]));
+  tform_direct(&w[1], w[5], a, !flag);
+  hash.Add(w);
 }
 
 }  // namespace
 
-void AddToolkit(Results& results) {
-  constexpr int kRounds = 200;
-  for (std::uint64_t seed = 1; seed <= 10; ++seed) {
-    Random random(seed);
-    const std::string number = std::to_string(seed);
-    Hash vectors;
-    Hash matrices;
-    Hash transforms;
-    for (int k = 0; k < kRounds; ++k) AddVectors(random, vectors);
-    for (int k = 0; k < kRounds; ++k) AddMatrices(random, matrices);
-    for (int k = 0; k < kRounds; ++k) AddTransforms(random, transforms);
-    results.Add("vectors/" + number, vectors);
-    results.Add("matrices/" + number, matrices);
-    results.Add("transforms/" + number, transforms);
+void AddToolkit(Hashes& hashes) {
+  Random random(1);
+  for (int k = 0; k < 2000; ++k) {
+    AddVectors(random, hashes["vectors"]);
+    AddMatrices(random, hashes["matrices"]);
+    AddTransforms(random, hashes["transforms"]);
   }
 }
 
