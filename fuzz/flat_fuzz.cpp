@@ -25,9 +25,17 @@ support::Xyz ReadContour(fuzz::Bytes& bytes) {
   return xyz;
 }
 
-// Makes a call and judges what it changes, and what stays as it was.
-std::string FaultsOf(int call, fuzz::Bytes& bytes) {
+// What there must be by the answers so far.
+struct Model {
+  bool main = false;
+  bool mesh = false;
+  int queue = 0;
+};
+
+// Makes a call and judges its answer, what it changes, and what stays as it was.
+std::string FaultsOf(int call, fuzz::Bytes& bytes, Model& model) {
   const support::ReadBack before = support::Read();
+  const bool idle = model.queue == 0;
   const int answer = call == 0   ? support::SetMain(ReadContour(bytes))
                      : call == 1 ? support::AddHole(ReadContour(bytes))
                      : call == 2 ? Union()
@@ -36,16 +44,23 @@ std::string FaultsOf(int call, fuzz::Bytes& bytes) {
   const support::ReadBack now = support::Read();
   if (answer != 0 && answer != 1) return "no answer";
   if (call == 0) {
-    if (now.faceCount + (answer == 0 ? now.vertexCount : 0) > 0) return "an old polygon is left";
+    model = {answer == 1, false, 0};
+  } else if (call == 1) {
+    model.queue += answer;
   } else if (call == 2 || call == 3) {
+    if (answer != (idle || model.main ? 1 : 0)) return "a queue is done if there is a polygon";
     if (now.edges != before.edges || now.faces != before.faces) return "the old mesh is gone";
-  } else if (call == 4 && answer == 1) {
+    model.queue = answer == 1 ? 0 : model.queue;
+  } else if (answer == 1) {
     if (now.vertices != before.vertices) return "cutting moves a vertex";
     const std::string faults = support::CheckFlatMesh(now);
     if (!faults.empty()) return faults;
-  } else if (now != before) {
-    return "a failure, or a contour queued, shows";
+    model.mesh = true;
   }
+  const bool changes = call == 0 || (call == 4 && answer == 1) || (call != 1 && !idle);
+  if (!changes && now != before) return "a failure, or a contour queued, shows";
+  if (now.counted != (model.main && model.mesh ? 1 : 0)) return "a mesh that should not be";
+  if (!model.main && now.vertexCount > 0) return "an old polygon is left";
   const int sum = std::accumulate(now.contourSize.begin(), now.contourSize.end(), 0);
   const bool beyond = GetContourSize(GetContourCount()) != -1 || GetContourIndex(-1) != -1;
   return sum != now.vertexCount || beyond ? "the contours are not all vertices" : "";
@@ -56,6 +71,7 @@ std::string FaultsOf(int call, fuzz::Bytes& bytes) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   SetMainContour(0, nullptr);
   fuzz::Bytes bytes(data, size);
-  while (!bytes.Empty()) fuzz::Expect(FaultsOf(bytes.Byte() % 5, bytes));
+  Model model;
+  while (!bytes.Empty()) fuzz::Expect(FaultsOf(bytes.Byte() % 5, bytes, model));
   return 0;
 }

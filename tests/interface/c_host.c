@@ -80,24 +80,16 @@ static void KnowsWherePointsLie(void) {
   zelvan_region_release(triangle);
 }
 
-static void CombinesAndCounts(const zelvan_region* frame) {
-  const zelvan_region *hole = Make(kFrame + 8, kRings, 1, ZELVAN_NON_ZERO), *result[4], *all;
-  const double areas[] = {100, 0, 84, 100};
-  int32_t i;
-  for (i = ZELVAN_UNITE; i <= ZELVAN_XOR; ++i) {
-    EXPECT(zelvan_region_combine(i, frame, hole, &result[i]) == ZELVAN_OK);
-    EXPECT(zelvan_region_area(result[i]) == areas[i]);
-  }
-  EXPECT(result[ZELVAN_INTERSECT] == NULL);
-  EXPECT(zelvan_region_equal(result[ZELVAN_SUBTRACT], frame) == 1);
-  EXPECT(zelvan_region_equal(result[ZELVAN_UNITE], frame) == 0);
+static void Combines(const zelvan_region* frame) {
+  const zelvan_region *hole = Make(kFrame + 8, kRings, 1, ZELVAN_NON_ZERO), *less, *all;
+  EXPECT(zelvan_region_combine(ZELVAN_INTERSECT, frame, hole, &less) == ZELVAN_OK && less == NULL);
+  EXPECT(zelvan_region_combine(ZELVAN_SUBTRACT, frame, hole, &less) == ZELVAN_OK);
+  EXPECT(zelvan_region_equal(less, frame) == 1 && zelvan_region_equal(less, hole) == 0);
   EXPECT(zelvan_region_retain(hole) == hole);
   zelvan_region_release(hole);
-  EXPECT(zelvan_region_unite((const zelvan_region*[]){NULL, hole, frame}, 3, &all) == ZELVAN_OK);
-  EXPECT(zelvan_region_equal(all, result[ZELVAN_UNITE]) == 1);
-  zelvan_region_release(all);
-  zelvan_region_release(hole);
-  for (i = ZELVAN_UNITE; i <= ZELVAN_XOR; ++i) zelvan_region_release(result[i]);
+  EXPECT(zelvan_region_unite((const zelvan_region*[]){NULL, hole, less}, 3, &all) == ZELVAN_OK);
+  EXPECT(zelvan_region_area(all) == 100);
+  zelvan_region_release(hole), zelvan_region_release(less), zelvan_region_release(all);
 }
 
 static void RefusesByName(void) {
@@ -128,7 +120,7 @@ int main(void) {
   CallsTheFlatInterface();
   ReadsAndCuts(frame);
   KnowsWherePointsLie();
-  CombinesAndCounts(frame);
+  Combines(frame);
   zelvan_region_release(frame);
   RefusesByName();
   return failures;

@@ -28,27 +28,21 @@ TEST(Protocol, ReadsWholePointsOnly) {
 }
 
 TEST(Protocol, NothingIsWrittenThatIsNotThere) {
-  int counts[3] = {-7, -7, -7};
+  int n[3] = {-7, -7, -7};
   double vertices[12] = {-7};
-  const auto untouched = [&] {
-    return std::count(counts, counts + 3, -7) == 3 && vertices[0] == -7;
-  };
+  const auto all = [&] { return GetCounts(&n[0], &n[1], &n[2]); };
   EXPECT_EQ(SetMain(kOuter), 1);
   EXPECT_EQ(SetMain(kLine), 0) << "a failed call leaves no main polygon";
-  EXPECT_EQ(Triangulate() + GetCounts(&counts[0], &counts[1], &counts[2]) + GetVertices(vertices) +
-                GetEdges(counts) + GetFaces(counts) + GetContourCount(),
+  EXPECT_EQ(Triangulate() + all() + GetVertices(vertices) + GetEdges(n) + GetFaces(n), 0);
+  EXPECT_EQ(GetContourIndex(0) + GetContourSize(0) + GetContourCount(), -2);
+  EXPECT_EQ(SetMain(kOuter) + GetVertices(nullptr) + GetEdges(n), 1);
+  EXPECT_EQ(GetCounts(nullptr, &n[1], &n[2]) + GetCounts(&n[0], nullptr, &n[2]) +
+                GetCounts(&n[0], &n[1], nullptr),
             0);
-  EXPECT_EQ(GetContourIndex(0) + GetContourSize(0), -2);
-  EXPECT_TRUE(untouched());
-  EXPECT_EQ(SetMain(kOuter), 1);
-  EXPECT_EQ(GetCounts(nullptr, &counts[1], &counts[2]) +
-                GetCounts(&counts[0], nullptr, &counts[2]) +
-                GetCounts(&counts[0], &counts[1], nullptr) + GetEdges(counts),
-            0);
-  EXPECT_TRUE(untouched());
-  EXPECT_EQ(GetCounts(&counts[0], &counts[1], &counts[2]), 0) << "not cut yet";
-  EXPECT_EQ(counts[0], 4);
-  EXPECT_EQ(std::count(counts, counts + 3, -7), 2);
+  EXPECT_TRUE(n[0] == -7 && n[1] == -7 && n[2] == -7 && vertices[0] == -7);
+  EXPECT_EQ(all(), 0) << "not cut yet";
+  EXPECT_TRUE(n[0] == 4 && n[1] == -7 && n[2] == -7);
+  EXPECT_EQ(Triangulate() + GetEdges(nullptr) + GetFaces(nullptr), 1);
 
   EXPECT_EQ(SetMain({0, 0, 0, 1e6, 1e6, 0, 999999.6, 1e6, 0}), 1) << "collapses on its grid";
   EXPECT_EQ(Read().vertexCount + GetContourCount() + Triangulate(), 0);
@@ -63,36 +57,12 @@ TEST(Protocol, TheDirectionOfTheInputDoesNotMatter) {
       << "from the first point given, z dropped";
 }
 
-TEST(Protocol, AQueueNeedsAMainPolygonAndSetMainContourEmptiesIt) {
-  EXPECT_EQ(SetMain(kLine), 0);
-  EXPECT_EQ(Union() + Substruct(), 2) << "an empty queue is done at once";
-  EXPECT_EQ(AddHole(kInner), 1);
-  EXPECT_EQ(AddHole(kLine), 0);
-  EXPECT_EQ(Union() + Substruct(), 0);
-  ASSERT_EQ(SetMain(kOuter), 1);
-  const ReadBack before = Read();
-  EXPECT_EQ(Union() + Substruct(), 2);
-  EXPECT_EQ(Read(), before);
-}
-
-TEST(Protocol, TheMeshStaysUntilTheNextTriangulate) {
-  ASSERT_EQ(SetMain(kOuter) + Triangulate() + AddHole(kInner) + Substruct(), 4);
-  ReadBack r = Read();
-  EXPECT_EQ(r.counted, 1);
-  EXPECT_EQ(r.faceCount, 2) << "stale";
-  EXPECT_EQ(r.contourIndex, (std::vector<int>{0, 4}));
-  ASSERT_EQ(Triangulate(), 1);
-  EXPECT_EQ(support::CheckFlatMesh(Read()), "");
-  ASSERT_EQ(Substruct(), 1) << "the queue is empty";
-  EXPECT_EQ(Read().faceCount, 8);
-
-  ASSERT_EQ(AddHole(kOuter) + Substruct(), 2);
-  EXPECT_EQ(Triangulate(), 0) << "nothing is left";
-  r = Read();
-  EXPECT_EQ(r.vertexCount + GetContourCount(), 0);
-  EXPECT_EQ(r.faceCount, 8);
-  ASSERT_EQ(AddHole(kOuter) + Union() + Triangulate(), 3);
-  EXPECT_EQ(Read().vertexCount, 4) << "an empty region united with a contour is that contour";
+TEST(Protocol, WhatIsEmptyUnitedWithAContourIsThatContour) {
+  ASSERT_EQ(SetMain(kOuter) + Triangulate() + AddHole(kOuter) + Substruct() + Triangulate(), 4);
+  EXPECT_EQ(Read().vertexCount, 0);
+  EXPECT_EQ(Read().faceCount, 2) << "stale";
+  ASSERT_EQ(AddHole(kInner) + Union() + Triangulate(), 3);
+  EXPECT_EQ(Read().vertexCount, 4);
 }
 
 // Areas in the order of their operands, the first area's triangles first; holes in that of the

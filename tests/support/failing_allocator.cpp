@@ -39,35 +39,18 @@ void Deallocate(void* memory) noexcept {
 
 }  // namespace
 
+// The others call these.
 void* operator new(std::size_t size) {
   if (void* memory = Allocate(size)) return memory;
   throw std::bad_alloc();
 }
-void* operator new[](std::size_t size) {
-  return operator new(size);
-}
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
-  return Allocate(size);
-}
-void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
   return Allocate(size);
 }
 void operator delete(void* memory) noexcept {
   Deallocate(memory);
 }
-void operator delete[](void* memory) noexcept {
-  Deallocate(memory);
-}
 void operator delete(void* memory, std::size_t) noexcept {
-  Deallocate(memory);
-}
-void operator delete[](void* memory, std::size_t) noexcept {
-  Deallocate(memory);
-}
-void operator delete(void* memory, const std::nothrow_t&) noexcept {
-  Deallocate(memory);
-}
-void operator delete[](void* memory, const std::nothrow_t&) noexcept {
   Deallocate(memory);
 }
 

@@ -12,21 +12,22 @@
 #include <string.h>
 #include <windows.h>
 
-typedef int(__cdecl* Contour)(int, const double*);
-typedef int(__cdecl* Plain)(void);
-typedef int(__cdecl* Ints)(int*);
-typedef int(__cdecl* Doubles)(double*);
-typedef int(__cdecl* ThreeInts)(int*, int*, int*);
-typedef int(__cdecl* OfContour)(int);
+#define FUNCTIONS(OF)                      \
+  OF(SetMainContour, (int, const double*)) \
+  OF(SetHole, (int, const double*))        \
+  OF(Triangulate, (void))                  \
+  OF(Union, (void))                        \
+  OF(Substruct, (void))                    \
+  OF(GetCounts, (int*, int*, int*))        \
+  OF(GetVertices, (double*))               \
+  OF(GetEdges, (int*))                     \
+  OF(GetFaces, (int*))                     \
+  OF(GetContourCount, (void))              \
+  OF(GetContourIndex, (int))               \
+  OF(GetContourSize, (int))
 
-static struct {
-  Contour SetMainContour, SetHole;
-  Plain Triangulate, Union, Substruct, GetContourCount;
-  Doubles GetVertices;
-  Ints GetEdges, GetFaces;
-  ThreeInts GetCounts;
-  OfContour GetContourIndex, GetContourSize;
-} z;
+#define MEMBER(name, arguments) int(__cdecl * name) arguments;
+static struct { FUNCTIONS(MEMBER) } z;
 
 static void fail(int line, const char* what) {
   printf("line %d: not so: %s\n", line, what);
@@ -43,15 +44,12 @@ static void look_up(HMODULE dll, const char* name, void* pointer) {
   if (found == NULL) fail(__LINE__, name);
   memcpy(pointer, &found, sizeof found);
 }
-#define BIND(dll, name) look_up(dll, #name, &z.name)
+#define BIND(name, arguments) look_up(dll, #name, &z.name);
 
 static HMODULE load(const char* path) {
   const HMODULE dll = LoadLibraryA(path);
   CHECK(dll != NULL);
-  BIND(dll, SetMainContour), BIND(dll, SetHole), BIND(dll, Triangulate), BIND(dll, Union);
-  BIND(dll, Substruct), BIND(dll, GetContourCount), BIND(dll, GetVertices), BIND(dll, GetEdges);
-  BIND(dll, GetFaces), BIND(dll, GetCounts), BIND(dll, GetContourIndex);
-  BIND(dll, GetContourSize);
+  FUNCTIONS(BIND)
   return dll;
 }
 
@@ -97,12 +95,8 @@ static void life(const char* path, unsigned turn) {
   CHECK(GetModuleHandleA("zelvan.dll") == NULL);
 }
 
-struct Holdings {
-  SIZE_T heaps;   /* bytes in use in all heaps */
-  SIZE_T memory;  /* bytes committed, heaps and all */
-  DWORD slots;    /* of thread-local storage, that are still free */
-  ULONG_PTR next; /* handles are given out from the lowest that is free */
-};
+/* What a process holds. Handles are given out from the lowest that is free. */
+enum { IN_HEAPS, COMMITTED, TLS_SLOTS, NEXT_HANDLE, KINDS };
 
 static SIZE_T in_use(HANDLE heap) {
   PROCESS_HEAP_ENTRY entry;
@@ -127,48 +121,42 @@ static SIZE_T committed(void) {
   return sum;
 }
 
-static DWORD free_slots(void) {
-  static DWORD taken[2000];
+static DWORD taken_slots(void) {
+  static DWORD free_slots[2000];
   DWORD count = 0, i;
-  while (count < 2000 && (taken[count] = TlsAlloc()) != TLS_OUT_OF_INDEXES) ++count;
-  for (i = 0; i < count; ++i) TlsFree(taken[i]);
-  return count;
+  while (count < 2000 && (free_slots[count] = TlsAlloc()) != TLS_OUT_OF_INDEXES) ++count;
+  for (i = 0; i < count; ++i) TlsFree(free_slots[i]);
+  return 2000 - count;
 }
 
-static struct Holdings held(void) {
-  struct Holdings now = {0, 0, 0, 0};
+static void hold(unsigned long now[KINDS]) {
   HANDLE heaps[64], event;
   const DWORD count = GetProcessHeaps(64, heaps);
   DWORD i;
   CHECK(count > 0 && count <= 64);
-  now.slots = free_slots();
-  for (i = 0; i < count; ++i) now.heaps += in_use(heaps[i]);
-  now.memory = committed();
+  now[TLS_SLOTS] = taken_slots();
+  now[IN_HEAPS] = 0;
+  for (i = 0; i < count; ++i) now[IN_HEAPS] += in_use(heaps[i]);
+  now[COMMITTED] = committed();
   event = CreateEventA(NULL, FALSE, FALSE, NULL);
-  now.next = (ULONG_PTR)event;
+  now[NEXT_HANDLE] = (unsigned long)(ULONG_PTR)event;
   CloseHandle(event);
-  return now;
 }
 
 int main(int argc, char** argv) {
-  const unsigned kWarm = 20, kLives = 1500;
-  struct Holdings before, after;
+  enum { kWarm = 20, kLives = 1500 };
+  /* Room for what the system itself keeps; one byte of ours in each life is too much. */
+  static const unsigned long kRoom[KINDS] = {kLives, 64 * kLives, 1, kLives};
+  unsigned long before[KINDS], after[KINDS];
   unsigned i;
   if (argc != 2) fail(__LINE__, "usage: dll_host zelvan.dll");
   for (i = 0; i < kWarm; ++i) life(argv[1], i);
-  before = held();
+  hold(before);
   for (i = 0; i < kLives; ++i) life(argv[1], i);
-  after = held();
-  printf(
-      "before and after %u lives: %lu and %lu bytes in heaps, %lu and %lu committed, "
-      "%lu and %lu free TLS slots, handles from %lu and %lu\n",
-      kLives, (unsigned long)before.heaps, (unsigned long)after.heaps, (unsigned long)before.memory,
-      (unsigned long)after.memory, before.slots, after.slots, (unsigned long)before.next,
-      (unsigned long)after.next);
-  /* Room for what the system itself keeps; one byte of ours in each life is too much. */
-  CHECK(after.heaps < before.heaps + kLives);
-  CHECK(after.memory < before.memory + 64 * kLives);
-  CHECK(after.slots == before.slots);
-  CHECK(after.next < before.next + kLives);
+  hold(after);
+  for (i = 0; i < KINDS; ++i) {
+    printf("after %d lives: %lu, was %lu\n", kLives, after[i], before[i]);
+    CHECK(after[i] < before[i] + kRoom[i]);
+  }
   return 0;
 }
