@@ -3,8 +3,8 @@
 # scripts/fuzz.sh [MINUTES [TARGET...]], with Clang's libFuzzer under the address and
 # undefined-behaviour sanitizers. What breaks something is left in build/fuzz/; fuzz/corpus/
 # becomes a small set of inputs that reaches all code that was reached. Prints how often each
-# target ran, and how much of src/ its corpus covers (the readers' of what reads and writes in
-# tools/). With 0 minutes it only prints the coverage.
+# target ran, and how much its corpus covers of src/, of the toolkit there, or of what reads and
+# writes in tools/. With 0 minutes it only prints the coverage.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 minutes="${1:-1}"
@@ -46,9 +46,10 @@ cover() {
   cmake --build build/fuzz-coverage -j2 --target "fuzz_replay_$1" >/dev/null
   LLVM_PROFILE_FILE="$profile.raw" "$program" "fuzz/corpus/$1"
   llvm-profdata merge -o "$profile.data" "$profile.raw"
+  [[ "$1" != toolkit ]] || sources=(src/math)
   [[ "$1" != readers ]] || sources=(tools/{input,read_wkt,geometry,write_rings}.cpp)
   llvm-cov report "$program" -instr-profile="$profile.data" "${sources[@]}" |
-    awk -v of="${sources[0]%%/*}" '/^TOTAL/ { print $8 - $9 " of " $8 " lines of " of "/: " $10 }'
+    awk -v of="${sources[*]}" '/^TOTAL/ { print $8 - $9 " of " $8 " lines of " of ": " $10 }'
 }
 
 configure build/fuzz -fsanitize=fuzzer-no-link -DZELVAN_SANITIZE=ON -DZELVAN_FUZZ=ON

@@ -20,8 +20,8 @@ std::uint64_t Side(const SweepEvent& e, std::uint32_t shift) noexcept {
 // Everything but the age in one number: 20 bits x, 2 its side, 20 bits y, 2 its
 // side, 2 the kind.
 std::uint64_t Key(const SweepEvent& e) noexcept {
-  const auto x = static_cast<std::uint64_t>(e.x + GRID_OFFSET);
-  const auto y = static_cast<std::uint64_t>(e.y + GRID_OFFSET);
+  const auto x = static_cast<std::uint64_t>(std::int64_t{e.x} + GRID_OFFSET);
+  const auto y = static_cast<std::uint64_t>(std::int64_t{e.y} + GRID_OFFSET);
   return x << 26 | Side(e, 2) << 24 | y << 4 | Side(e, 4) << 2 | e.Kind();
 }
 static_assert(GRID_MAX < 1 << 20, "a row takes bits 4 to 23 of the key");

@@ -34,7 +34,7 @@ std::int32_t YAt(const Segment* s, std::int32_t twiceX) noexcept {
   const GridPoint a = s->low;
   const std::int64_t twiceDx = 2 * std::int64_t{s->high.gx - a.gx};
   const std::int64_t dy = s->high.gy - a.gy;
-  return RoundRatio(a.gy * twiceDx + (twiceX - 2 * a.gx) * dy, twiceDx).value;
+  return RoundRatio(a.gy * twiceDx + (twiceX - 2 * std::int64_t{a.gx}) * dy, twiceDx).value;
 }
 
 RowSpan SpanInColumn(const Segment* s, std::int32_t x) noexcept {
@@ -69,14 +69,14 @@ bool IsBelowPixel(const Segment* s, std::int64_t twiceX, GridPoint p) noexcept {
   const GridPoint a = s->low;
   const std::int64_t dx = s->high.gx - a.gx;
   const std::int64_t dy = s->high.gy - a.gy;
-  return (twiceX - 2 * a.gx) * dy < (2 * std::int64_t{p.gy - a.gy} - 1) * dx;
+  return (twiceX - 2 * std::int64_t{a.gx}) * dy < (2 * std::int64_t{p.gy - a.gy} - 1) * dx;
 }
 
 bool IsAbovePixel(const Segment* s, std::int64_t twiceX, GridPoint p) noexcept {
   const GridPoint a = s->low;
   const std::int64_t dx = s->high.gx - a.gx;
   const std::int64_t dy = s->high.gy - a.gy;
-  return (twiceX - 2 * a.gx) * dy >= (2 * std::int64_t{p.gy - a.gy} + 1) * dx;
+  return (twiceX - 2 * std::int64_t{a.gx}) * dy >= (2 * std::int64_t{p.gy - a.gy} + 1) * dx;
 }
 
 // A segment of a column's start or end event reaches into half of the strip.

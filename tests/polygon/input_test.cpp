@@ -166,6 +166,9 @@ TEST(BuildShape, StoresWhatIsLeftOnTheGridOfItsBox) {
                  : InputPoint{p.x * 1e6, p.y * 1e6, 0};
     }
     PointList left = LeftOf(list);
+    PointList removed = list;
+    RemoveCollinear(removed);
+    ASSERT_EQ(removed.size(), left.size()) << "seed 8, round " << round;
     double area = 0;
     WorldPoint low{HUGE_VAL, HUGE_VAL}, high{-HUGE_VAL, -HUGE_VAL};
     for (std::size_t i = 0; i < left.size(); ++i) {

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <zelvan/error.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <numeric>
@@ -34,7 +35,7 @@ TEST(ContourInside, IsWhetherNothingIsLeftWithoutTheOther) {
     Ring a = test::SimplePolygon(random, 4, 3 + random.Below(3));
     Ring b = test::SimplePolygon(random, 4, 3 + random.Below(3));
     for (Ring* ring : {&a, &b}) {  // so far apart that nothing is rounded
-      for (GridPoint& p : *ring) p = {64 * p.gx, 64 * p.gy};
+      for (GridPoint& p : *ring) p = {1024 * p.gx, 1024 * p.gy};
     }
     const oracle::Arrangement ab = oracle::Snap({a}, {b});
     const bool isInside = oracle::BoundaryOf(ab, 2).empty();
@@ -42,6 +43,11 @@ TEST(ContourInside, IsWhetherNothingIsLeftWithoutTheOther) {
     const bool apart = oracle::BoundaryOf(ab, 1).empty();
     if (ab.cancelled != 0 || (!isInside && !surrounds && !apart)) continue;
     const OwnedContour inner = ContourOf(a);
+    const GridPoint p{1024 * random.Between(-1, 5), 1024 * random.Between(-1, 5)};
+    const Ring around = test::Box(p.gx - 64, p.gy - 64, p.gx + 64, p.gy + 64);
+    EXPECT_EQ(PointInContour(p, inner.get()),
+              oracle::BoundaryOf(oracle::Snap({around}, {a}), 2).empty())
+        << test::Text({{p}, a});
     const OwnedContour outer = ContourOf(b);
     EXPECT_EQ(ContourInside(inner.get(), outer.get()), isInside) << test::Text({a, b});
     insideCount += isInside ? 1 : 0;
@@ -133,6 +139,16 @@ TEST(SnapShape, KeepsWhatDoesNotCollapse) {
     UnsnapShape(shape.areas, {0, 0}, fine);
     SnapShape(shape, {0, 0}, coarse);
     ASSERT_EQ(test::AreasOf(shape.areas), expected) << round;
+    RebuildTables(shape);
+    Ring all;
+    for (const Ring& ring : test::Flatten(expected))
+      all.insert(all.end(), ring.begin(), ring.end());
+    for (int k = 0; k < 8; ++k) {
+      GridPoint p = all.empty() ? GridPoint{0, 0} : random.Pick(all);
+      if (k % 2 == 0) p.gy += random.Between(-9, 9);
+      const auto found = std::find(all.begin(), all.end(), p);
+      ASSERT_EQ(shape.vertexTable.Find(p), found == all.end() ? -1 : found - all.begin());
+    }
     std::size_t i = 0;
     ForEachContour(shape.areas, [&](const Contour* contour) {
       EXPECT_EQ(contour->gridBox.min, boxes[i].min);

@@ -124,16 +124,8 @@ bool Inside(Rule rule, int number) {
 bool Combine(Numbers numbers, int op, Rules rules) {
   const bool a = Inside(rules[0], numbers[0]);
   const bool b = Inside(rules[1], numbers[1]);
-  switch (op) {
-    case 0:
-      return a || b;
-    case 1:
-      return a && b;
-    case 2:
-      return a && !b;
-    default:
-      return a != b;
-  }
+  const bool results[] = {a || b, a && b, a && !b, a != b};
+  return results[op];
 }
 
 std::vector<DirectedEdge> CutRing(const Ring& ring, const std::vector<Point>& hot) {

@@ -12,59 +12,47 @@ namespace support {
 
 namespace {
 
-// An array of numbers is a point; one of points a ring, of rings a polygon.
-class Coordinates {
- public:
-  explicit Coordinates(std::string_view text) : at_(text.data()), end_(at_ + text.size()) {
-    Array();
-  }
-  std::vector<RingPolygon> polygons;
-
- private:
-  // @return the depth below: 0 for a point
-  int Array() {
-    ++at_;  // [
-    if (*at_ != '[') {
-      Point();
-      return 0;
-    }
-    int below = 0;
-    while (*at_ != ']') {
-      if (*at_ == '\0') throw std::runtime_error("unfinished coordinates");
-      if (*at_ == ',') {
-        ++at_;
-      } else {
-        below = Array();
-      }
-    }
-    ++at_;  // ]
-    if (below == 0) polygon_.push_back(std::exchange(ring_, {}));
-    if (below == 1) polygons.push_back(std::exchange(polygon_, {}));
-    if (below == 0) polygon_.back().resize(polygon_.back().size() - 3);  // repeats the first
-    return below + 1;
-  }
-
-  void Point() {
-    for (int axis = 0; axis < 2; ++axis) {
-      // Rounded exactly, whatever the platform's own functions do.
-      double coordinate = 0;
+// A number, rounded exactly, whatever the platform's own functions do; `at` moves behind it.
+double NumberAt(const char*& at, const char* end) {
+  double number = 0;
 #ifdef __EMSCRIPTEN__  // whose from_chars reads no doubles, and whose strtod is exact
-      char* behind = nullptr;
-      coordinate = std::strtod(at_, &behind);
-      at_ = behind + 1;
+  static_cast<void>(end);
+  char* behind = nullptr;
+  number = std::strtod(at, &behind);
+  at = behind;
 #else
-      at_ = std::from_chars(at_, end_, coordinate).ptr + 1;  // behind , or ]
+  at = std::from_chars(at, end, number).ptr;
 #endif
-      ring_.push_back(coordinate);
-    }
-    ring_.push_back(0.0);
-  }
+  return number;
+}
 
-  const char* at_;
-  [[maybe_unused]] const char* end_;
-  Ring ring_;
-  RingPolygon polygon_;
-};
+// An array of numbers is a point; one of points a ring, of rings a polygon. The brackets that
+// close in a row tell what ends.
+std::vector<RingPolygon> PolygonsOf(std::string_view text) {
+  std::vector<RingPolygon> polygons;
+  RingPolygon polygon;
+  Ring ring;
+  int closed = 0;
+  const char* const end = text.data() + text.size();
+  for (const char* at = text.data(); *at != '}';) {
+    if (at == end) throw std::runtime_error("unfinished coordinates");
+    if (*at == ']') {
+      if (++closed == 2) {
+        ring.resize(ring.size() - 3);  // repeats the first
+        polygon.push_back(std::exchange(ring, {}));
+      }
+      if (closed == 3) polygons.push_back(std::exchange(polygon, {}));
+      ++at;
+    } else if (*at == '[' || *at == ',') {
+      if (*at == '[') closed = 0;
+      ++at;
+    } else {
+      ring.push_back(NumberAt(at, end));
+      if (ring.size() % 3 == 2) ring.push_back(0.0);
+    }
+  }
+  return polygons;
+}
 
 }  // namespace
 
@@ -82,7 +70,7 @@ std::vector<Country> ReadCountries(const std::string& path) {
       const std::size_t begin = n + name.size();
       country.name = line.substr(begin, line.find('"', begin) - begin);
     }
-    country.polygons = Coordinates(std::string_view(line).substr(at + coordinates.size())).polygons;
+    country.polygons = PolygonsOf(std::string_view(line).substr(at + coordinates.size()));
     countries.push_back(std::move(country));
   }
   return countries;

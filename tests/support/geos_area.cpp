@@ -69,28 +69,15 @@ class Geos {
   }
 
   Geometry Combine(const Geometry& a, const Geometry& b, int op) const {
-    switch (op) {
-      case 0:
-        return Own(GEOSUnion_r(handle_, a.get(), b.get()));
-      case 1:
-        return Own(GEOSIntersection_r(handle_, a.get(), b.get()));
-      case 2:
-        return Own(GEOSDifference_r(handle_, a.get(), b.get()));
-      default:
-        return Own(GEOSSymDifference_r(handle_, a.get(), b.get()));
-    }
+    constexpr decltype(&GEOSUnion_r) kOperations[] = {GEOSUnion_r, GEOSIntersection_r,
+                                                      GEOSDifference_r, GEOSSymDifference_r};
+    return Own(kOperations[op](handle_, a.get(), b.get()));
   }
 
-  double Area(const Geometry& g) const {
-    double area = 0;
-    GEOSArea_r(handle_, g.get(), &area);
-    return area;
-  }
-
-  double Length(const Geometry& g) const {
-    double length = 0;
-    GEOSLength_r(handle_, g.get(), &length);
-    return length;
+  double Measure(decltype(&GEOSArea_r) measure, const Geometry& g) const {
+    double number = 0;
+    measure(handle_, g.get(), &number);
+    return number;
   }
 
  private:
@@ -104,7 +91,8 @@ GeosMeasure MeasureByGeos(const WorldAreas& a, const WorldAreas& b, int op) {
   const auto regionA = geos.Region(a);
   const auto regionB = geos.Region(b);
   const auto result = geos.Combine(regionA, regionB, op);
-  return {geos.Area(result), geos.Length(regionA) + geos.Length(regionB)};
+  return {geos.Measure(GEOSArea_r, result),
+          geos.Measure(GEOSLength_r, regionA) + geos.Measure(GEOSLength_r, regionB)};
 }
 
 std::string InvalidityByGeos(const WorldAreas& areas) {

@@ -303,8 +303,9 @@ std::string CheckTriangles(const Area& area) {
 std::string CheckMesh(const FlatMesh& mesh) {
   Contours contours;
   for (const std::uint32_t size : mesh.contourSizes) {
-    const auto from = mesh.points.begin() + static_cast<std::ptrdiff_t>(contours.points.size());
-    if (size < 3 || mesh.points.end() - from < size) return "contour sizes are off";
+    const std::size_t before = contours.points.size();
+    if (size < 3 || mesh.points.size() - before < size) return "contour sizes are off";
+    const auto from = mesh.points.begin() + static_cast<std::ptrdiff_t>(before);
     contours.points.insert(contours.points.end(), from, from + size);
     contours.Close();
   }

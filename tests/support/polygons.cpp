@@ -18,8 +18,7 @@ bool Touch(GridPoint a, GridPoint b, GridPoint c, GridPoint d) {
   const auto sign = [](std::int64_t v) { return (v > 0) - (v < 0); };
   const int s = sign(Cross(a, b, c)) * sign(Cross(a, b, d));
   const int t = sign(Cross(c, d, a)) * sign(Cross(c, d, b));
-  if (s > 0 || t > 0) return false;
-  if (s != 0 || t != 0) return true;
+  if (s != 0 || t != 0) return s <= 0 && t <= 0;
   return std::max(std::min(a, b), std::min(c, d)) <= std::min(std::max(a, b), std::max(c, d));
 }
 
@@ -41,20 +40,12 @@ GridPoint Polar(GridPoint middle, double radius, double angle) {
 }
 
 Rings Wild(Random& random, std::int32_t size) {
-  Rings rings(static_cast<std::size_t>(1 + random.Below(2)));
+  Rings rings(1 + random.Below(std::size_t{2}));
   for (Ring& ring : rings) {
     for (int n = 3 + random.Below(6); n > 0; --n) ring.push_back(PointIn(random, size));
     ring = Tidy(ring);
   }
   return rings;
-}
-
-Rings Simple(Random& random, std::int32_t size) {
-  return {SimplePolygon(random, size, 3 + random.Below(9))};
-}
-
-Rings Stars(Random& random, std::int32_t size) {
-  return {Star(random, size, 4 + random.Below(12))};
 }
 
 // Columns of random heights on a random base, or a rectangle.
@@ -73,27 +64,18 @@ Rings Rectilinear(Random& random, std::int32_t size) {
   return {Tidy(ring)};
 }
 
-Rings Slivers(Random& random, std::int32_t size) {
+// Triangles right across, or whose sides all pass through a few pixels near the middle.
+Rings Thin(Random& random, std::int32_t size) {
   Rings rings;
-  for (int n = 1 + random.Below(2); n > 0; --n) {
-    const GridPoint a{0, random.Below(size + 1)};
-    const GridPoint b{size, random.Below(size + 1)};
-    const GridPoint c{random.Below(size + 1),
-                      std::clamp((a.gy + b.gy) / 2 + random.Between(-1, 1), 0, size)};
-    rings.push_back(Counterclockwise(Tidy({a, b, c})));
-  }
-  return rings;
-}
-
-// Thin triangles whose sides all pass through a few pixels near the middle.
-Rings Bundles(Random& random, std::int32_t size) {
-  Rings rings;
-  for (int n = 2 + random.Below(3); n > 0; --n) {
-    const GridPoint a = PointIn(random, size / 2 * 2);
-    const GridPoint b{size / 2 * 2 - a.gx, size / 2 * 2 - a.gy};
-    const GridPoint c{std::clamp(b.gx + random.Between(-1, 1), 0, size),
-                      std::clamp(b.gy + random.Between(-1, 1), 0, size)};
-    rings.push_back(Tidy({a, b, c}));
+  const bool bundled = random.Below(2) == 0;
+  const auto near = [&](std::int32_t v) { return std::clamp(v + random.Between(-1, 1), 0, size); };
+  for (int n = 1 + random.Below(bundled ? 4 : 2); n > 0; --n) {
+    GridPoint a = PointIn(random, size / 2 * 2);
+    GridPoint b{size / 2 * 2 - a.gx, size / 2 * 2 - a.gy};
+    if (!bundled) a.gx = 0;
+    if (!bundled) b = {size, random.Below(size + 1)};
+    const std::int32_t x = bundled ? near(b.gx) : random.Below(size + 1);
+    rings.push_back(Tidy({a, b, {x, near(bundled ? b.gy : (a.gy + b.gy) / 2)}}));
   }
   return rings;
 }
@@ -167,10 +149,15 @@ Rings Raster(std::int32_t holes, Random& random) {
 
 }  // namespace
 
-const std::vector<Family> kFamilies = {{"wild", Wild},       {"simple", Simple},
-                                       {"stars", Stars},     {"rectilinear", Rectilinear},
-                                       {"slivers", Slivers}, {"bundles", Bundles},
-                                       {"combs", Combs},     {"rotated squares", RotatedSquares}};
+const std::vector<Family> kFamilies = {
+    {"wild", Wild},
+    {"simple",
+     [](Random& r, std::int32_t s) { return Rings{SimplePolygon(r, s, 3 + r.Below(9))}; }},
+    {"stars", [](Random& r, std::int32_t s) { return Rings{Star(r, s, 4 + r.Below(12))}; }},
+    {"rectilinear", Rectilinear},
+    {"thin", Thin},
+    {"combs", Combs},
+    {"rotated squares", RotatedSquares}};
 
 std::vector<Rings> LargePolygons(Random& random, std::int32_t n) {
   Ring star = Star(random, 2 * kRadius, n);
@@ -262,17 +249,10 @@ Rings Mess(Random& random, std::int32_t size, std::int32_t n, const Rings& other
   Rings rings;
   while (static_cast<std::int32_t>(rings.size()) < n) {
     const int kind = random.Below(5);
-    Ring ring;
-    if (kind == 0 && !rings.empty()) {
-      ring = random.Pick(rings);
-    } else if (kind == 1 && !other.empty()) {
-      ring = random.Pick(other);
-    } else if (kind == 2) {
-      ring = Rectilinear(random, std::min(size, 6))[0];
-    } else {
-      for (int k = 3 + random.Below(4); k > 0; --k) ring.push_back(PointIn(random, size));
-      ring = Tidy(ring);
-    }
+    Ring ring = Wild(random, size)[0];
+    if (kind == 0 && !rings.empty()) ring = random.Pick(rings);
+    if (kind == 1 && !other.empty()) ring = random.Pick(other);
+    if (kind == 2) ring = Rectilinear(random, std::min(size, 6))[0];
     const int change = random.Below(6);
     if (change < 2) std::reverse(ring.begin(), ring.end());
     if (change == 2) ring.insert(ring.end(), {ring[0], ring[1], ring[0]});  // a spike
