@@ -149,6 +149,7 @@ int RunCombine(const Options& options) {
   const auto start = std::chrono::steady_clock::now();
   Combination combination(options, grid, CountPoints(inputs));
   std::vector<Row> rows;
+  rows.reserve(inputs.size());
   for (const Input& input : inputs) rows.push_back(combination.Add(input));
   Item item{OperationOf(options.command).result, 0, 0, combination.Run(), {}};
   if (WantsTriangles(options)) item.mesh = Triangulate(item.region, {options.delaunay});
