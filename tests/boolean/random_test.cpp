@@ -208,8 +208,8 @@ oracle::Boundary EdgesOf(const Areas& areas) {
   return oracle::Cut(areas, {});
 }
 
-// n rings of `side` at the most on a grid of `size`, along the axes: boxes, bow-ties of
-// two boxes, frames. All crossings of their edges are grid points.
+// n boxes of `side` at the most on a grid of `size`, in any direction. All crossings of their edges
+// are grid points.
 Rings AxisParallel(Random& random, std::int32_t size, std::int32_t side, std::int64_t n) {
   Rings rings;
   for (; n > 0; --n) {
@@ -217,13 +217,6 @@ Rings AxisParallel(Random& random, std::int32_t size, std::int32_t side, std::in
     const std::int32_t w = 2 + random.Below(side / 2);
     const std::int32_t h = 2 + random.Below(side / 2);
     Ring ring = zelvan::test::Box(x, y, x + w, y + h);
-    const Ring inner = zelvan::test::Box(x + 1, y + 1, x + 2 * w, y + h / 2);
-    if (random.Below(3) == 0) {  // on along the box's left side to another one, and back
-      const zelvan::GridPoint joint{x, inner[0].gy};
-      ring.push_back(joint);
-      ring.insert(ring.end(), inner.begin(), inner.end());
-      ring.insert(ring.end(), {inner[0], joint});
-    }
     if (random.Below(2) == 0) std::reverse(ring.begin(), ring.end());
     rings.push_back(ring);
   }

@@ -1,4 +1,4 @@
-// The parts of the polygon model: containment, the grid, the order of points, the block pool.
+// The parts of the polygon model: containment, the grid, the order of points.
 #include <gtest/gtest.h>
 #include <zelvan/error.h>
 
@@ -7,7 +7,6 @@
 #include <limits>
 #include <numeric>
 
-#include "memory/block_pool.h"
 #include "polygon/containment.h"
 #include "polygon/contour.h"
 #include "polygon/grid_mapping.h"
@@ -185,41 +184,6 @@ TEST(KeySort, OrdersPointsAsAPlainSortDoes) {
         }
       }
     }
-  }
-}
-
-TEST(BlockPool, KeepsWhatIsTakenAndHandsOutAgainWhatIsGivenBack) {
-  struct Record {
-    std::size_t value;
-    void* link;
-  };
-  BlockPool<Record> pool;
-  Random random(1);
-  std::vector<std::pair<Record*, std::size_t>> live;
-  for (std::size_t i = 1; i < 5000; ++i) {
-    if (!live.empty() && random.Below(3) == 0) {
-      std::swap(live[random.Below(live.size())], live.back());
-      pool.Give(live.back().first);
-      live.pop_back();
-    } else {
-      live.push_back({pool.Take(), i});
-      ASSERT_EQ(std::exchange(live.back().first->value, i), 0u) << "filled with zeros";
-    }
-    std::size_t sum = 0;
-    pool.Find([&](const Record& r) {
-      sum += r.value;
-      return false;
-    });
-    for (const auto& [kept, value] : live) {
-      ASSERT_EQ(kept->value, value);
-      sum -= value;
-    }
-    ASSERT_EQ(sum, 0u);
-    ASSERT_GE(pool.Count(), live.size());
-    if (i % 1000 != 0) continue;
-    pool.Release();
-    ASSERT_EQ(pool.Count(), 0u);
-    live.clear();
   }
 }
 

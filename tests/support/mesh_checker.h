@@ -40,7 +40,7 @@ struct FlatMesh {
 /// Of a mesh: the same, vertices on one point going by the lowest number, and edges and faces as
 /// plain scans over the triangles number them.
 [[nodiscard]] std::string CheckMesh(const FlatMesh& mesh);
-/// Of a shape: both, and the faces are the triangles of its areas in their order.
+/// Of a shape: both.
 [[nodiscard]] std::string CheckMesh(const Shape& shape);
 /// Of a region, through the public header, plain and Delaunay: the same, with neighbours that
 /// name each other, every vertex in use, and every edge legal.

@@ -82,17 +82,16 @@ test(`regions keep their identities, seed ${seed}`, () => {
   for (let round = 0; round < 300; ++round) {
     const shapes = [tangle(), tangle()];
     const [a, b] = shapes.map((rings) => Region.from(rings, { grid, fill: ['even-odd', 'non-zero'][round % 2] }));
-    const [both, common, either, rest] = ['unite', 'intersect', 'xor', 'subtract'].map((name) => a[name](b));
+    const [both, common, either] = ['unite', 'intersect', 'xor'].map((name) => a[name](b));
     const story = JSON.stringify(shapes);
     assert.equal(both.area, common.area + either.area, story);
-    assert.equal(either.area, rest.area + b.subtract(a).area, story);
     const plain = Region.from([star(0, 0, 600, 1000), star(0, 0, 100, 300)]);  // no crossings
     const same = { grid: plain.grid };
     assert(Region.fromGeoJSON(plain.toGeoJSON(), same).equals(plain) && Region.from(plain.read(), same).equals(plain));
     const { positions, indices, neighbours } = both.triangulate({ neighbours: true, delaunay: round % 3 === 0 });
     assert.equal(twiceArea(positions, indices) / 2, both.area, story);
     neighbours.forEach((t, k) => assert(t < 0 || neighbours.subarray(3 * t, 3 * t + 3).includes(Math.floor(k / 3)), story));
-    for (const region of [a, b, both, common, either, rest]) region.free();
+    for (const region of [a, b, both, common, either]) region.free();
   }
 });
 
