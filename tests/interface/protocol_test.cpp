@@ -48,15 +48,6 @@ TEST(Protocol, NothingIsWrittenThatIsNotThere) {
   EXPECT_EQ(Read().vertexCount + GetContourCount() + Triangulate(), 0);
 }
 
-TEST(Protocol, TheDirectionOfTheInputDoesNotMatter) {
-  ASSERT_EQ(SetMain({0, 0, 7, 0, 10, 7, 10, 10, 7, 10, 0, 7}) + Triangulate(), 2);
-  const ReadBack clockwise = Read();
-  ASSERT_EQ(SetMain(kOuter) + Triangulate(), 2);
-  EXPECT_EQ(Read(), clockwise);
-  EXPECT_EQ((Xyz{clockwise.vertices.begin(), clockwise.vertices.begin() + 3}), (Xyz{0, 0, 0}))
-      << "from the first point given, z dropped";
-}
-
 TEST(Protocol, WhatIsEmptyUnitedWithAContourIsThatContour) {
   ASSERT_EQ(SetMain(kOuter) + Triangulate() + AddHole(kOuter) + Substruct() + Triangulate(), 4);
   EXPECT_EQ(Read().vertexCount, 0);

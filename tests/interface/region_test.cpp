@@ -125,14 +125,6 @@ void ExpectOperation(const Region& region, const oracle::Rings& a, const oracle:
       << zelvan::test::Text(b) << " gives " << zelvan::test::Text(zelvan::test::Flatten(areas));
   EXPECT_EQ(support::InvalidityByGeos(ForGeos(region)), "");
   EXPECT_EQ(zelvan::test::CheckMeshes(region), "");
-  for (const auto& [from, to] : oracle::Cut(areas, snapped.hot)) {  // to its left it is inside
-    const double x = double(from.x + to.x) / 2, y = double(from.y + to.y) / 2;
-    const double dx = double(from.y - to.y) / 1024, dy = double(to.x - from.x) / 1024;
-    EXPECT_TRUE(region.Contains({x, y}) == Side::Boundary &&
-                region.Contains({double(to.x), double(to.y)}) == Side::Boundary &&
-                region.Contains({x + dx, y + dy}) == Side::Inside &&
-                region.Contains({x - dx, y - dy}) == Side::Outside);
-  }
 }
 
 // Rings that cross, repeat and turn back, under every rule, and then the operations on what

@@ -1,16 +1,13 @@
-// The parts of the polygon model: containment, the grid, the order of points.
+// The parts of the polygon model: containment, and the grid.
 #include <gtest/gtest.h>
-#include <zelvan/error.h>
 
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <numeric>
 
 #include "polygon/containment.h"
 #include "polygon/contour.h"
 #include "polygon/grid_mapping.h"
-#include "polygon/key_sort.h"
 #include "polygon/tables.h"
 #include "support/arrangement_oracle.h"
 
@@ -59,18 +56,6 @@ TEST(ContourInside, IsWhetherNothingIsLeftWithoutTheOther) {
   EXPECT_GT(insideCount, 200);
 }
 
-TEST(PlaceContour, RefusesAHoleWithoutAnArea) {
-  OwnedRing ring(test::RingOf({{test::Box(0, 0, 9, 9)}}));
-  const OwnedContour hole = ContourOf(test::Box(-9, -9, -3, -3));
-  ReverseContour(hole.get());
-  try {
-    PlaceContour(ring.first, hole.get());
-    ADD_FAILURE();
-  } catch (CException* exception) {
-    EXPECT_EQ(ERR::Delete(exception), ERR::FAIL);
-  }
-}
-
 TEST(GridMapping, EndsMapOntoEndsAndSnappingUndoesUnsnapping) {
   constexpr GridPoint lowest{-GRID_OFFSET, -GRID_OFFSET};
   constexpr GridPoint highest{GRID_MAX - GRID_OFFSET, GRID_MAX - GRID_OFFSET};
@@ -88,17 +73,6 @@ TEST(GridMapping, EndsMapOntoEndsAndSnappingUndoesUnsnapping) {
     EXPECT_NEAR(Unsnap(highest, lo, hi).x, hi.x, 1e-9 * step + 4e-16 * std::fabs(hi.x));
     const GridPoint g{random.Between(lowest.gx, highest.gx), random.Between(lowest.gy, highest.gy)};
     EXPECT_EQ(Snap(Unsnap(g, lo, hi), lo, hi), g);
-    const WorldPoint p{random.Between(lo.x, hi.x), random.Between(lo.y, hi.y)};
-    const double ulps = 8 * std::numeric_limits<double>::epsilon() * scale * 4;
-    EXPECT_LE(std::fabs(Unsnap(Snap(p, lo, hi), lo, hi).x - p.x), 0.5 * step + ulps);
-  }
-  constexpr double inf = std::numeric_limits<double>::infinity();
-  constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-  for (const double v : {nan, inf, -inf, 1e300, -1e300}) {
-    for (const double extent : {1.0, 0.0, inf, nan, 5e-324}) {
-      const GridPoint g = Snap({v, v}, {0.0, 0.0}, {extent, extent});
-      EXPECT_TRUE(g.gx >= lowest.gx && g.gx <= highest.gx) << v << " " << extent;
-    }
   }
 }
 
@@ -156,35 +130,6 @@ TEST(SnapShape, KeepsWhatDoesNotCollapse) {
     });
   }
   EXPECT_GT(collapsed, 500);
-}
-
-TEST(KeySort, OrdersPointsAsAPlainSortDoes) {
-  Random random(22);
-  for (const std::int32_t half : {1, 150, GRID_OFFSET - 1}) {
-    for (const std::uint32_t n : {1u, 50u, 500u, 5000u}) {
-      std::vector<std::uint64_t> keys(n);
-      for (std::uint64_t& key : keys) {
-        key = KeyFromTheTop({random.Between(-half, half), random.Between(-half, half)});
-      }
-      std::vector<std::uint32_t> expected(n);
-      std::iota(expected.begin(), expected.end(), 0u);
-      std::stable_sort(expected.begin(), expected.end(),
-                       [&](std::uint32_t a, std::uint32_t b) { return keys[a] < keys[b]; });
-      for (const std::size_t packLimit : {std::size_t{0}, std::size_t{n}}) {
-        const KeyOrder order = SortByKey(
-            n, [&](std::uint32_t i) { return keys[i]; }, packLimit);
-        ASSERT_EQ(order.positions, expected);
-        std::vector<bool> asBefore(n);  // by the runs of equal keys
-        for (const auto& run : order.equal) {
-          ASSERT_GE(run.end - run.begin, 2u);
-          for (std::uint32_t k = run.begin + 1; k < run.end; ++k) asBefore[k] = true;
-        }
-        for (std::uint32_t k = 1; k < n; ++k) {
-          ASSERT_EQ(asBefore[k], keys[expected[k]] == keys[expected[k - 1]]);
-        }
-      }
-    }
-  }
 }
 
 }  // namespace

@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
-#include <sstream>
 #include <utility>
 
 #include "polygon/area.h"
@@ -22,13 +21,6 @@ namespace {
 using Numbers = std::array<std::uint32_t, 3>;
 using Edge = std::pair<std::uint32_t, std::uint32_t>;
 using Points = std::vector<GridPoint>;
-
-template <class... Parts>
-std::string Text(const Parts&... parts) {
-  std::ostringstream out;
-  (out << ... << parts);
-  return out.str();
-}
 
 std::int64_t TwiceArea(GridPoint a, GridPoint b, GridPoint c) {
   return (std::int64_t{b.gx} - a.gx) * (std::int64_t{c.gy} - a.gy) -
@@ -82,11 +74,11 @@ std::string Faults(const Contours& contours, const std::vector<Numbers>& triangl
     rest -= twice;
     ++uses[{a, b}], ++uses[{b, c}], ++uses[{c, a}];
   }
-  if (rest != 0) return Text("twice the area is wrong by ", rest);
+  if (rest != 0) return "twice the area is wrong by " + std::to_string(rest);
   for (const auto& [edge, times] : uses) {
     const auto back = uses.find({edge.second, edge.first});
     if (onContour.count(edge) != 0 ? times != 0 : times != 1 || back == uses.end()) {
-      return Text("edge ", edge.first, " ", edge.second, " is not used once from each side");
+      return "edge " + std::to_string(edge.first) + " is not used once from each side";
     }
   }
   return "";
@@ -94,7 +86,7 @@ std::string Faults(const Contours& contours, const std::vector<Numbers>& triangl
 
 std::string FaultsOfCount(std::size_t count, const Contours& contours) {
   if (static_cast<std::int64_t>(count) == contours.wanted) return "";
-  return Text(count, " triangles, not ", contours.wanted);
+  return std::to_string(count) + " triangles, not " + std::to_string(contours.wanted);
 }
 
 // Neighbours as the directed edges of the triangles say.
@@ -247,7 +239,8 @@ class Piece {
   explicit Piece(Area& area) : area_(area), contours_(ContoursOf(area, numbers_)) {}
 
   std::string Judge(bool succeeded) {
-    if (!succeeded) return area_.triangles == nullptr ? "" : "triangles after a failure";
+    const bool nothing = area_.triangles == nullptr && area_.triangleCount == 0;
+    if (!succeeded) return nothing ? "" : "triangles after a failure";
     std::vector<Numbers> set = Sorted(TrianglesOf(area_, numbers_));
     if (expected_.empty()) expected_ = set;
     return set == expected_ ? CheckTriangles(area_) : "other triangles than before";
@@ -356,7 +349,7 @@ Cuts CutInAllWays(Area* ring, bool sound, const std::vector<VORNEX::InsertionOrd
   const auto judge = [&](bool succeeded, const char* way) {
     std::string wrong = !succeeded && sound ? "gave up" : "";
     for (Piece& piece : pieces) wrong += wrong.empty() ? piece.Judge(succeeded) : "";
-    if (!wrong.empty()) cuts.wrong += Text(way, ": ", wrong, "\n");
+    if (!wrong.empty()) cuts.wrong += way + (": " + wrong);
     return succeeded;
   };
   ForEachArea(ring,

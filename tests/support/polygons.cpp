@@ -108,18 +108,6 @@ Ring Teeth(std::int32_t n, bool cutInto, Random& random) {
   return Tidy(ring);
 }
 
-Ring Spiral(std::int32_t n) {
-  Ring ring;
-  const double turns = std::sqrt(n / 2) / 4 + 1;
-  const double width = kRadius / (turns + 2);
-  for (std::int32_t i = 0; i < n; ++i) {
-    const bool outward = i < n / 2;
-    const double t = std::sqrt(((outward ? i : n - 1 - i) + 1.0) / (n / 2));
-    ring.push_back(Polar({0, 0}, width * (turns * t + (outward ? 1.0 : 0.6)), 2 * kPi * turns * t));
-  }
-  return Tidy(ring);
-}
-
 // A chain, and the same one above it from right to left.
 Ring Band(std::int32_t n, Random& random, std::int32_t step, std::int32_t height) {
   Ring lower;
@@ -162,13 +150,10 @@ const std::vector<Family> kFamilies = {
 std::vector<Rings> LargePolygons(Random& random, std::int32_t n) {
   Ring star = Star(random, 2 * kRadius, n);
   for (GridPoint& p : star) p = {p.gx - kRadius, p.gy - kRadius};
-  return {{Teeth(n, false, random)},
-          {Teeth(n, true, random)},
-          {Spiral(n)},
-          {Band(n, random, 1, kRadius)},
-          {Band(n, random, 1, 0)},
-          Raster(n / 4 + 1, random),
-          {star}};
+  return {{Teeth(n, false, random)},     {Teeth(n, true, random)},
+
+          {Band(n, random, 1, kRadius)}, {Band(n, random, 1, 0)},
+          Raster(n / 4 + 1, random),     {star}};
 }
 
 std::int64_t TwiceArea(const Ring& ring) {

@@ -51,8 +51,8 @@ extern const std::vector<Family> kFamilies;
 /// A star around the middle of [0, size]^2 with random radii.
 [[nodiscard]] Ring Star(Random& random, std::int32_t size, std::int32_t n);
 
-/// Polygons of any size n, on any part of the grid: upward teeth or cuts from above, a corridor
-/// wound around the origin, a narrow band to and fro, a chain on a few rows, a raster of holes.
+/// Polygons of any size n, on any part of the grid: upward teeth or cuts from above, a narrow band
+/// to and fro, a chain on a few rows, a raster of holes.
 [[nodiscard]] std::vector<Rings> LargePolygons(Random& random, std::int32_t n);
 
 }  // namespace zelvan::test
