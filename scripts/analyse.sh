@@ -6,7 +6,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 scripts/install-deps.sh clang-tidy
 cmake --preset dev >/dev/null
 log=build/dev/analysis.log
-if run-clang-tidy -p build/dev -j"$(nproc)" -quiet '/(src|tools|examples)/.*\.cpp$' >"$log" 2>&1; then
+if run-clang-tidy -p build/dev -j"$(nproc)" -quiet -extra-arg=-Wno-deprecated-copy '/(src|tools|examples)/.*\.cpp$' >"$log" 2>&1; then
   echo "static analysis: clean"
 else
   grep -E -A4 '(warning|error): ' "$log"
