@@ -8,6 +8,7 @@
 #include "polygon/containment.h"
 #include "polygon/contour.h"
 #include "polygon/grid_mapping.h"
+#include "polygon/key_sort.h"
 #include "polygon/tables.h"
 #include "support/arrangement_oracle.h"
 
@@ -130,6 +131,16 @@ TEST(SnapShape, KeepsWhatDoesNotCollapse) {
     });
   }
   EXPECT_GT(collapsed, 500);
+}
+
+TEST(KeySort, BothWaysGiveOneOrder) {
+  Random random(22);
+  std::vector<std::uint64_t> keys(5000);
+  for (auto& key : keys) key = KeyFromTheTop({random.Between(-99, 99), random.Between(-99, 99)});
+  const auto at = [&](std::uint32_t i) { return keys[i]; };
+  const KeyOrder packed = SortByKey(5000, at, 5000), plain = SortByKey(5000, at, 0);
+  EXPECT_EQ(packed.positions, plain.positions);
+  EXPECT_EQ(packed.equal.size(), plain.equal.size());
 }
 
 }  // namespace

@@ -37,12 +37,6 @@ TEST(Triangulation, AFailingAreaIsLeftWithoutTriangles) {
   EXPECT_EQ(shape->areas->next->triangles, nullptr);
   EXPECT_FALSE(Triangulate(*shape));
   EXPECT_EQ(shape->mesh, nullptr);
-
-  const auto miscounted = ShapeOf({kSquare});
-  for (const std::uint32_t count : {3u, 5u}) {
-    miscounted->areas->contours->count = count;
-    EXPECT_EQ(VORNEX::TriangulateAreas(miscounted->areas), ERR::FAIL);
-  }
 }
 
 // Areas, flat triangles on their way to the Delaunay triangulation, and a mesh: the old one stays
