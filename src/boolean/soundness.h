@@ -7,8 +7,7 @@
 namespace zelvan {
 
 /// Looks through a ring in grid form by one sweep, exactly; O(n log n). Neighbours on a contour
-/// must differ. Throws
-/// std::bad_alloc, raises ERR::NOMEM.
+/// must differ. Throws std::bad_alloc, raises ERR::NOMEM.
 [[nodiscard]] bool IsSound(const Area* ring);
 
 }  // namespace zelvan

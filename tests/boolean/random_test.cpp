@@ -21,15 +21,7 @@
 
 namespace {
 
-using zelvan::test::Areas;
-using zelvan::test::Flatten;
-using zelvan::test::kFamilies;
-using zelvan::test::Random;
-using zelvan::test::Ring;
-using zelvan::test::RingOf;
-using zelvan::test::Rings;
-using zelvan::test::Text;
-using zelvan::test::TwiceArea;
+using namespace zelvan::test;
 
 #ifndef ZELVAN_TEST_SCALE
 #define ZELVAN_TEST_SCALE 100

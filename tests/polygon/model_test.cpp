@@ -135,12 +135,14 @@ TEST(SnapShape, KeepsWhatDoesNotCollapse) {
 
 TEST(KeySort, BothWaysGiveOneOrder) {
   Random random(22);
-  std::vector<std::uint64_t> keys(5000);
-  for (auto& key : keys) key = KeyFromTheTop({random.Between(-99, 99), random.Between(-99, 99)});
-  const auto at = [&](std::uint32_t i) { return keys[i]; };
-  const KeyOrder packed = SortByKey(5000, at, 5000), plain = SortByKey(5000, at, 0);
-  EXPECT_EQ(packed.positions, plain.positions);
-  EXPECT_EQ(packed.equal.size(), plain.equal.size());
+  for (const std::uint32_t n : {50u, 5000u}) {
+    std::vector<std::uint64_t> keys(n);
+    for (auto& key : keys) key = KeyFromTheTop({random.Between(-99, 99), random.Between(-99, 99)});
+    const auto at = [&](std::uint32_t i) { return keys[i]; };
+    const KeyOrder packed = SortByKey(n, at, n), plain = SortByKey(n, at, 0);
+    EXPECT_EQ(packed.positions, plain.positions);
+    EXPECT_EQ(packed.equal.size(), plain.equal.size());
+  }
 }
 
 }  // namespace

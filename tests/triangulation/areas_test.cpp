@@ -13,12 +13,7 @@
 
 namespace {
 
-using zelvan::test::Areas;
-using zelvan::test::CheckMesh;
-using zelvan::test::CutInAllWays;
-using zelvan::test::Random;
-using zelvan::test::Ring;
-using zelvan::test::Rings;
+using namespace zelvan::test;
 
 constexpr std::uint64_t kSeed = 20;
 

@@ -17,9 +17,7 @@
 namespace {
 
 using zelvan::GridPoint;
-using zelvan::test::Random;
-using zelvan::test::Rings;
-using zelvan::test::ShapeOf;
+using namespace zelvan::test;
 
 const Rings kSquare{{{0, 0}, {10, 0}, {10, 10}, {0, 10}}};
 
@@ -37,6 +35,24 @@ TEST(Triangulation, AFailingAreaIsLeftWithoutTriangles) {
   EXPECT_EQ(shape->areas->next->triangles, nullptr);
   EXPECT_FALSE(Triangulate(*shape));
   EXPECT_EQ(shape->mesh, nullptr);
+}
+
+TEST(Triangulation, TheOutputArrayIsGuarded) {
+  struct Probe : VORNEX::TRIAGLOBS {
+    explicit Probe(zelvan::Area* target) { area = target; }
+  };
+  const auto shape = ShapeOf({kSquare});
+  shape->areas->triangles = std::make_unique<zelvan::Triangle[]>(1);
+  shape->areas->triangleCount = 1;
+  Probe engine(shape->areas);
+  const auto& v = shape->vertexTable;
+  engine.EmitTriangle(v[0], v[1], v[2]);
+  try {
+    engine.EmitTriangle(v[2], v[1], v[0]);
+    FAIL();
+  } catch (...) {
+    EXPECT_EQ(ERR::Clear(), ERR::FAIL);
+  }
 }
 
 // Areas, flat triangles on their way to the Delaunay triangulation, and a mesh: the old one stays
