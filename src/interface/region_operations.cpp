@@ -8,10 +8,8 @@
 #include <utility>
 #include <vector>
 
-#include "boolean/boolean.h"
 #include "interface/region_refusal.h"
-#include "polygon/area_builder.h"
-#include "polygon/contour.h"
+#include "overlay/overlay.h"
 #include "polygon/grid_mapping.h"
 
 namespace zelvan {
@@ -20,28 +18,37 @@ namespace {
 
 constexpr std::size_t kMostPoints = std::numeric_limits<std::int32_t>::max();
 
-// One sweep over the contours of two operands, which it uses up.
+// One overlay of the rings of two operands, which it uses up.
 class Operation {
  public:
-  [[nodiscard]] FlatRegion Run(BoolOp op, FillRules rules) {
-    OwnedRing result;
-    const ERR::CODE code =
-        CombineCopies(a.get(), b.get(), result.first, op, records_, rules, ResultForm::kWalks);
-    if (code != ERR::OK) ERR::Raise(code);
-    FlatRegion region = FlattenWalks(result.first);
+  void AddRing(std::span<const GridPoint> ring, bool isSecond = false, bool turns = false) {
+    const int step = turns && TwiceAreaOf(ring) < 0 ? -1 : 1;
+    edges_.AddRing(ring, isSecond ? overlay::Windings{0, step} : overlay::Windings{step, 0});
+  }
+  void Add(const FlatRegion& region, bool isSecond = false) {
+    for (std::size_t i = 0; i < region.Rings(); ++i) AddRing(region.Ring(i), isSecond);
+  }
+  void Reserve(std::size_t n) { edges_.Reserve(n); }
+
+  [[nodiscard]] FlatRegion Run(BoolOp op, FillRule first, FillRule second) {
+    constexpr overlay::Operation operations[] = {
+        overlay::Operation::kUnite, overlay::Operation::kIntersect, overlay::Operation::kSubtract,
+        overlay::Operation::kExclusiveOr};
+    FlatRegion region = overlay::Overlay(std::move(edges_), {operations[op], first, second});
     if (region.points.size() > kMostPoints) throw RegionRefusal{ZELVAN_TOO_LARGE};
     return region;
   }
 
-  /// What the contours of the first operand bound.
-  [[nodiscard]] FlatRegion Run(FillRule rule) { return Run(UNION, {rule, rule}); }
+  /// What the rings of the first operand bound.
+  [[nodiscard]] FlatRegion Run(FillRule rule) { return Run(UNION, rule, rule); }
 
  private:
-  SweepRecords records_;  // outlive the operands
-
- public:
-  AreaBuilder a;
-  AreaBuilder b;
+  static std::int64_t TwiceAreaOf(std::span<const GridPoint> ring) noexcept {
+    std::int64_t sum = 0;
+    for (std::size_t i = 2; i < ring.size(); ++i) sum += Cross(ring[0], ring[i - 1], ring[i]);
+    return sum;
+  }
+  overlay::EdgeSet edges_;
 };
 
 // Calls visit(point, place) for each point of one ring; those that are not finite are refused.
@@ -87,7 +94,7 @@ RegionHandle OnGrid(const zelvan_region* region, const RegionGrid& grid) {
   FlatRegion moved = Moved(*region, grid, isExact);
   if (isExact) return MakeRegion(grid, std::move(moved));
   Operation operation;
-  operation.a.Add(moved);
+  operation.Add(moved);
   return MakeRegion(grid, operation.Run(FillRule::Positive));
 }
 
@@ -126,12 +133,11 @@ RegionGrid GridCovering(const RingInput& rings) {
 RegionHandle RegionOfRings(const RingInput& rings, FillRule rule, RingTurns turns,
                            const RegionGrid& grid) {
   Operation operation;
+  operation.Reserve(rings.Points());
   std::vector<GridPoint> ring;
   for (std::uint32_t i = 0; i < rings.Rings(); ++i) {
     SnapRing(rings, i, grid, ring);
-    Contour* const contour = operation.a.Add(ring);
-    const bool mayTurn = contour != nullptr && turns == RingTurns::kCounterClockwise;
-    if (mayTurn && TwiceArea(contour->head) < 0) ReverseContour(contour);
+    operation.AddRing(ring, false, turns == RingTurns::kCounterClockwise);
   }
   return MakeRegion(grid, operation.Run(rule));
 }
@@ -147,9 +153,10 @@ RegionHandle Combine(BoolOp op, const zelvan_region* a, const zelvan_region* b) 
   const RegionHandle first = OnGrid(a, grid);
   const RegionHandle second = OnGrid(b, grid);
   Operation operation;
-  if (first != nullptr) operation.a.Add(first->flat);
-  if (second != nullptr) operation.b.Add(second->flat);
-  return MakeRegion(grid, operation.Run(op, {}));
+  operation.Reserve(a->flat.points.size() + b->flat.points.size());
+  if (first != nullptr) operation.Add(first->flat);
+  if (second != nullptr) operation.Add(second->flat, true);
+  return MakeRegion(grid, operation.Run(op, FillRule::Positive, FillRule::Positive));
 }
 
 RegionHandle UniteRegions(std::span<const zelvan_region* const> regions) {
@@ -168,7 +175,7 @@ RegionHandle UniteRegions(std::span<const zelvan_region* const> regions) {
   Operation operation;
   for (const zelvan_region* region : regions) {
     const RegionHandle moved = OnGrid(region, grid);
-    if (moved != nullptr) operation.a.Add(moved->flat);
+    if (moved != nullptr) operation.Add(moved->flat);
   }
   return MakeRegion(grid, operation.Run(FillRule::Positive));
 }

@@ -1,0 +1,180 @@
+// Tracing a boundary (rings.h).
+#include "overlay/rings.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <span>
+#include <utility>
+#include <vector>
+
+#include "polygon/simple_rings.h"
+
+namespace zelvan::overlay {
+
+namespace {
+
+// A simple ring among the points.
+struct Ring {
+  std::uint32_t begin;
+  std::uint32_t end;
+  std::uint32_t face;  // the part of the region that it bounds
+  bool isOuter;
+};
+
+class Tracer {
+ public:
+  explicit Tracer(Boundary& boundary) : boundary_(boundary), pieces_(boundary.Pieces()) {
+    points_.reserve(pieces_.size());
+  }
+
+  // Chains come in the order of their first pieces, so of their least places. A chain that
+  // turns left there, above its first piece, is an outer one.
+  [[nodiscard]] FlatRegion Run() {
+    for (std::uint32_t i = 0; i < pieces_.size(); ++i) {
+      if (pieces_[i].next == kTraced) continue;
+      const bool isOuter = pieces_[i].parent != kNone;
+      Trace(isOuter ? i : std::uint32_t{pieces_[i].next}, isOuter);
+    }
+    return InOrder();
+  }
+
+ private:
+  static constexpr std::uint32_t kTraced = kPieceMask;
+
+  void Trace(std::uint32_t first, bool isOuter) {
+    const auto begin = static_cast<std::uint32_t>(points_.size());
+    const std::uint32_t face = boundary_.Find(first);
+    bool mayTouch = false;
+    std::uint32_t i = first;
+    do {
+      Piece& piece = pieces_[i];
+      points_.push_back(piece.origin);
+      mayTouch = mayTouch || piece.mayTouch != 0;
+      chain_.push_back(i);
+      i = piece.next;
+    } while (i != first);
+    if (mayTouch) {
+      Cut(begin, face);
+    } else {
+      rings_.push_back({begin, static_cast<std::uint32_t>(points_.size()), face, isOuter});
+    }
+    for (const std::uint32_t k : chain_) pieces_[k].next = kTraced;
+    chain_.clear();
+  }
+
+  // Replaces a chain that may touch itself by simple rings.
+  void Cut(std::uint32_t begin, std::uint32_t face) {
+    walk_.clear();
+    for (std::size_t k = 0; k < chain_.size(); ++k) {
+      walk_.push_back({points_[begin + k], pieces_[chain_[k]].mayTouch != 0});
+    }
+    points_.resize(begin);
+    ForEachSimpleRing(walk_, [&](std::span<const WalkPoint> ring) {
+      const auto first = static_cast<std::uint32_t>(points_.size());
+      for (const WalkPoint& p : ring) {
+        if (p.touches) touches_.push_back(static_cast<std::uint32_t>(points_.size()));
+        points_.push_back(p.point);
+      }
+      const bool isOuter = Cross(ring.back().point, ring[0].point, ring[1].point) > 0;
+      rings_.push_back({first, static_cast<std::uint32_t>(points_.size()), face, isOuter});
+    });
+  }
+
+  [[nodiscard]] std::span<const GridPoint> PointsOf(const Ring& ring) const noexcept {
+    return {points_.data() + ring.begin, points_.data() + ring.end};
+  }
+
+  [[nodiscard]] bool IsBefore(const Ring& a, const Ring& b) const noexcept {
+    const auto p = PointsOf(a);
+    const auto q = PointsOf(b);
+    return std::lexicographical_compare(p.begin(), p.end(), q.begin(), q.end());
+  }
+
+  // Polygons by their outer rings; in each the outer ring, then the holes.
+  [[nodiscard]] FlatRegion InOrder() {
+    const auto isBefore = [this](const Ring& a, const Ring& b) { return IsBefore(a, b); };
+    if (!std::is_sorted(rings_.begin(), rings_.end(), isBefore)) {
+      std::sort(rings_.begin(), rings_.end(), isBefore);
+    }
+    const std::size_t polygons = NumberPolygons();
+    FlatRegion region;
+    region.ringOffsets.reserve(rings_.size() + 1);
+    region.polygonOffsets.reserve(polygons + 1);
+    if (polygons == rings_.size() && IsContiguous()) {
+      region.points = std::move(points_);
+      for (const Ring& ring : rings_) {
+        region.ringOffsets.push_back(ring.end);
+        region.polygonOffsets.push_back(static_cast<std::uint32_t>(region.Rings()));
+      }
+      region.touches = std::move(touches_);
+      return region;
+    }
+    std::stable_sort(rings_.begin(), rings_.end(), [](const Ring& a, const Ring& b) {
+      return std::pair(a.face, !a.isOuter) < std::pair(b.face, !b.isOuter);
+    });
+    region.points.reserve(points_.size());
+    for (const Ring& ring : rings_) {
+      if (ring.isOuter && region.Rings() > 0) ClosePolygon(region);
+      CopyRing(ring, region);
+    }
+    if (region.Rings() > 0) ClosePolygon(region);
+    return region;
+  }
+
+  // Gives each ring the rank of its polygon as its face. @return the number of polygons
+  [[nodiscard]] std::size_t NumberPolygons() {
+    std::vector<std::uint32_t> rank(pieces_.size());
+    std::uint32_t polygons = 0;
+    for (const Ring& ring : rings_) {
+      if (ring.isOuter) rank[ring.face] = polygons++;
+    }
+    for (Ring& ring : rings_) ring.face = rank[ring.face];
+    return polygons;
+  }
+
+  [[nodiscard]] bool IsContiguous() const noexcept {
+    std::uint32_t end = 0;
+    for (const Ring& ring : rings_) {
+      if (ring.begin != end) return false;
+      end = ring.end;
+    }
+    return true;
+  }
+
+  void CopyRing(const Ring& ring, FlatRegion& region) const {
+    const auto first = static_cast<std::uint32_t>(region.points.size());
+    const auto ringPoints = PointsOf(ring);
+    region.points.insert(region.points.end(), ringPoints.begin(), ringPoints.end());
+    region.ringOffsets.push_back(static_cast<std::uint32_t>(region.points.size()));
+    for (auto t = std::lower_bound(touches_.begin(), touches_.end(), ring.begin);
+         t != touches_.end() && *t < ring.end; ++t) {
+      region.touches.push_back(first + (*t - ring.begin));
+    }
+  }
+
+  // The touches of the polygon, which were found ring by ring, go by their places.
+  static void ClosePolygon(FlatRegion& region) {
+    const std::uint32_t first = region.ringOffsets[region.polygonOffsets.back()];
+    const auto begin = std::lower_bound(region.touches.begin(), region.touches.end(), first);
+    std::sort(begin, region.touches.end(), [&](std::uint32_t i, std::uint32_t j) {
+      return std::pair(region.points[i], i) < std::pair(region.points[j], j);
+    });
+    region.polygonOffsets.push_back(static_cast<std::uint32_t>(region.Rings()));
+  }
+
+  Boundary& boundary_;
+  std::vector<Piece>& pieces_;
+  std::vector<std::uint32_t> chain_;  // the pieces of one
+  std::vector<WalkPoint> walk_;
+  std::vector<GridPoint> points_;
+  std::vector<std::uint32_t> touches_;  // numbers of points, ascending
+  std::vector<Ring> rings_;
+};
+
+}  // namespace
+
+FlatRegion RegionWithin(Boundary& boundary) {
+  return Tracer(boundary).Run();
+}
+
+}  // namespace zelvan::overlay
