@@ -14,16 +14,20 @@ using Index = std::ptrdiff_t;
 class Generator {
  public:
   Generator(std::uint64_t seed, int mostBits) : random_(seed) {
-    const int most = random_.Below(5) < 2 ? std::min(mostBits, 5) : mostBits;
-    size_ = std::int64_t{1} << random_.Between(2, most);
-    steps_ = 1 + random_.Below(5);
+    const int third = random_.Below(3);
+    const int least = third == 0 ? std::max(2, mostBits - 3) : 2;
+    size_ =
+        std::int64_t{1} << random_.Between(least, third == 1 ? std::min(5, mostBits) : mostBits);
+    steps_ = 1 + random_.Below(6);
+    jitter_ = std::max(0, random_.Between(-3, 3));
     mood_ = random_.Below(6);
+    isCalm_ = random_.Below(4) == 0;
   }
 
   RingCase Run() {
     RingCase made;
     made.rules = {FillRule(random_.Below(4)), FillRule(random_.Below(4))};
-    const int most = random_.Below(16) == 0 ? 40 : 4 + random_.Below(18);
+    const int most = random_.Below(isCalm_ ? 2 : 16) == 0 ? 48 : 4 + random_.Below(18);
     for (int edges = 0; edges < most;) {
       Ring ring = Changed(AnyRing());
       edges += static_cast<int>(ring.size());
@@ -65,7 +69,7 @@ class Generator {
   }
 
   GridPoint Any() {
-    const int kind = random_.Below(2) == 0 ? mood_ : random_.Below(6);
+    const int kind = isCalm_ ? 3 : random_.Below(2) == 0 ? mood_ : random_.Below(6);
     GridPoint p{Uniform(), Uniform()};
     if (kind == 1) p = Old();
     if (kind == 2 && !rings_.empty()) {
@@ -74,10 +78,10 @@ class Generator {
       p = Beside(ring[i], ring[(i + 1) % ring.size()]);
       if (random_.Below(4) == 0) p = Moved(p, 1);
     }
-    if (kind == 3) p = {OnLattice(), OnLattice()};
+    if (kind == 3) p = Moved({OnLattice(), OnLattice()}, jitter_);
     if (kind == 4) p = Moved(Old(), 1 + random_.Below(3));
-    if (kind == 5)
-      (random_.Below(2) == 0 ? p.gx : p.gy) = InRange(random_.Below(2) * size_ - size_ / 2);
+    std::int32_t& side = random_.Below(2) == 0 ? p.gx : p.gy;
+    if (kind == 5) side = InRange(random_.Below(2) * size_ - size_ / 2);
     points_.push_back(p);
     return p;
   }
@@ -92,26 +96,40 @@ class Generator {
     return InRange(x) == x && InRange(y) == y ? GridPoint{InRange(x), InRange(y)} : p;
   }
 
+  // The ring made smaller, toward one of its points or the middle of two.
+  Ring Inner(Ring ring) {
+    const GridPoint p = random_.Pick(ring);
+    const GridPoint q = random_.Pick(ring);
+    const std::int32_t n = 1 + random_.Below(4);
+    const auto toward = [n](std::int32_t v, std::int32_t u, std::int32_t w) {
+      const std::int64_t middle = (std::int64_t{u} + w) / 2;
+      return static_cast<std::int32_t>(middle + (v - middle) * n / (n + 1));
+    };
+    for (GridPoint& r : ring) r = {toward(r.gx, p.gx, q.gx), toward(r.gy, p.gy, q.gy)};
+    return ring;
+  }
+
   Ring AnyRing() {
-    const int kind = random_.Below(9);
+    const int kind = isCalm_ ? 3 + 3 * random_.Below(2) : random_.Below(11);
     const int n = 3 + random_.Below(5);
-    if (kind == 0 && !rings_.empty()) return random_.Pick(rings_);
+    if (kind < 2 && !rings_.empty()) return random_.Pick(rings_);
+    if (kind < 4 && !rings_.empty()) return Inner(random_.Pick(rings_));
     const GridPoint p = Any();
     const GridPoint q = Any();
     Ring ring;
-    if (kind == 1) {  // to and fro on a line, perhaps with a point beside it
+    if (kind == 4) {  // to and fro on a line, perhaps with a point beside it
       for (int i = 0; i < n; ++i) ring.push_back(Along(p, q, 1 + random_.Below(4)));
       if (random_.Below(2) == 0) ring.push_back(Any());
-    } else if (kind == 2) {  // edges through one point
+    } else if (kind == 5) {  // edges through one point
       for (int i = 0; i < n / 2; ++i) {
         const GridPoint r = Any();
         const std::int64_t x = 2 * std::int64_t{p.gx} - r.gx;
         const std::int64_t y = 2 * std::int64_t{p.gy} - r.gy;
         ring.insert(ring.end(), {r, {InRange(x), InRange(y)}});
       }
-    } else if (kind == 3) {
+    } else if (kind == 6) {
       ring = {p, {q.gx, p.gy}, q, {p.gx, q.gy}};
-    } else if (kind == 4) {  // a needle, across the range or not
+    } else if (kind == 7) {  // a needle, across the range or not
       const GridPoint left{InRange(-size_), p.gy};
       const GridPoint right{InRange(size_), q.gy};
       const bool across = random_.Below(2) == 0;
@@ -145,8 +163,10 @@ class Generator {
 
   Random random_;
   std::int64_t size_;
-  std::int64_t steps_;
-  int mood_;  // the kind of every other point
+  std::int64_t steps_;   // of the lattice
+  std::int32_t jitter_;  // around its points
+  int mood_;             // the kind of every other point
+  bool isCalm_;          // boxes on the lattice, and rings in them
   std::vector<GridPoint> points_;
   Rings rings_;
 };
@@ -183,21 +203,36 @@ std::string Read(const FlatRegion& region) {
 // Cases with less points or smaller coordinates, those that lose most first.
 std::vector<RingCase> SmallerOnes(const RingCase& rings) {
   std::vector<RingCase> smaller;
-  const auto changed = [&]() -> RingCase& { return smaller.emplace_back(rings); };
-  const auto drop = [](auto& from, std::size_t i) {
-    from.erase(from.begin() + static_cast<Index>(i));
-  };
+  const auto copy = [&]() -> RingCase& { return smaller.emplace_back(rings); };
+  const auto halved = [](std::int32_t v, std::int32_t toward) { return v / 2 - toward / 2; };
   for (std::size_t side = 0; side < 2; ++side) {
-    for (std::size_t k = 0; k < rings.operands[side].size(); ++k) drop(changed().operands[side], k);
+    for (std::size_t k = 0; k < rings.operands[side].size(); ++k) {
+      Rings& left = copy().operands[side];
+      left.erase(left.begin() + static_cast<Index>(k));
+    }
   }
   for (std::size_t side = 0; side < 2; ++side) {
     for (std::size_t k = 0; k < rings.operands[side].size(); ++k) {
-      for (std::size_t i = 0; i < rings.operands[side][k].size(); ++i) {
-        drop(changed().operands[side][k], i);
+      const Ring& ring = rings.operands[side][k];
+      for (std::size_t i = 0; i < ring.size(); ++i) {
+        for (const std::size_t n : {2, 1}) {
+          Ring& left = copy().operands[side][k];
+          const auto first = left.begin() + static_cast<Index>(i);
+          left.erase(first, first + static_cast<Index>(std::min(n, left.size() - i)));
+        }
+        for (const GridPoint toward : {GridPoint{0, 0}, ring[i]}) {  // all points
+          RingCase& all = copy();
+          for (Rings& operand : all.operands) {
+            for (Ring& r : operand) {
+              for (GridPoint& p : r) p = {halved(p.gx, toward.gx), halved(p.gy, toward.gy)};
+            }
+          }
+          if (all.operands == rings.operands) smaller.pop_back();
+        }
         for (const auto axis : {&GridPoint::gx, &GridPoint::gy}) {
-          const std::int32_t v = rings.operands[side][k][i].*axis;
+          const std::int32_t v = ring[i].*axis;
           for (const std::int32_t less : {0, v / 2, v - v / 16, v - (v > 0) + (v < 0)}) {
-            if (less != v) changed().operands[side][k][i].*axis = less;
+            if (less != v) copy().operands[side][k][i].*axis = less;
           }
         }
       }
