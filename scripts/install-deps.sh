@@ -7,7 +7,7 @@ set -euo pipefail
 packages=(
   cmake ninja-build g++ pkg-config # build
   libgeos-dev libcli11-dev nlohmann-json3-dev # host program
-  libgtest-dev libeigen3-dev       # tests
+  libgtest-dev libeigen3-dev libboost-dev # tests
   libbenchmark-dev                 # benchmarks
   doxygen python3                  # API pages, Python package and examples
   python3-numpy python3-shapely    # what the Python package speaks with, for its tests

@@ -32,23 +32,16 @@ std::int64_t Scaled(std::int64_t cases) {
   return cases * (text != nullptr ? std::atoll(text) : ZELVAN_TEST_SCALE) / 100 + 1;
 }
 
-constexpr zelvan::FillRule kRules[] = {zelvan::FillRule::EvenOdd, zelvan::FillRule::NonZero,
-                                       zelvan::FillRule::Positive, zelvan::FillRule::Negative};
-
-zelvan::FillRule FillRuleOf(oracle::Rule rule) {
-  return kRules[static_cast<std::size_t>(rule)];
-}
-
 // An operation on regions when no rules are given, else on sets of rings.
 Areas Combined(const Areas& a, const Areas& b, int op, const oracle::Rules* rules = nullptr) {
   const zelvan::OwnedRing ringA = RingOf(a);
   const zelvan::OwnedRing ringB = RingOf(b);
   zelvan::OwnedRing result;
   const ERR::CODE code =
-      rules == nullptr ? zelvan::Boolean(ringA.first, ringB.first, result.first, zelvan::BoolOp{op})
-                       : zelvan::CombineRings({ringA.first, FillRuleOf((*rules)[0])},
-                                              {ringB.first, FillRuleOf((*rules)[1])}, result.first,
-                                              zelvan::BoolOp{op});
+      rules == nullptr
+          ? zelvan::Boolean(ringA.first, ringB.first, result.first, zelvan::BoolOp{op})
+          : zelvan::CombineRings({ringA.first, (*rules)[0]}, {ringB.first, (*rules)[1]},
+                                 result.first, zelvan::BoolOp{op});
   EXPECT_EQ(code, ERR::OK);
   EXPECT_EQ(zelvan::test::AreasOf(ringA.first), a) << "operand changed";
   EXPECT_TRUE(zelvan::IsSound(result.first));

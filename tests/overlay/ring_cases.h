@@ -1,0 +1,46 @@
+// Random operations on rings, of 2 to 31 bits, for any engine of regions: what the arrangement
+// oracle says of its results, and a failing case made small.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <span>
+#include <string>
+
+#include "support/arrangement_oracle.h"
+
+namespace zelvan::test {
+
+struct RingCase {
+  std::array<Rings, 2> operands;
+  oracle::Rules rules;
+};
+
+/// The region of an operation (0 union, 1 intersection, 2 difference, 3 symmetric difference).
+using RegionEngine =
+    std::function<FlatRegion(std::span<const Ring> a, FillRule ruleA, std::span<const Ring> b,
+                             FillRule ruleB, int operation)>;
+
+/// The same case for a seed on every machine, its coordinates in [-2^(n-1), 2^(n-1)) for some n
+/// from 2 to mostBits. About 20 edges: rings of points anywhere, on lattices, within half a step of
+/// edges, to and fro on a line, through one point; boxes, needles, spikes, copies.
+[[nodiscard]] RingCase RandomCase(std::uint64_t seed, int mostBits = 31);
+
+/// What is wrong with an engine's results, or nothing: each operation gives the oracle's region,
+/// and, where only what must be bent is, the region made again of its rings is that region.
+[[nodiscard]] std::string WrongIn(const RingCase& rings, const RegionEngine& engine,
+                                  oracle::Bends bends = oracle::Bends::kNeeded);
+
+/// A case with fewer points and smaller coordinates that still fails.
+[[nodiscard]] RingCase Shrunk(RingCase rings, const std::function<bool(const RingCase&)>& fails);
+
+/// As C++ code.
+[[nodiscard]] std::string Code(const RingCase& rings);
+
+/// WrongIn of the case of a seed; with the case, made small, and the seed where anything is.
+[[nodiscard]] std::string WrongInSeed(std::uint64_t seed, const RegionEngine& engine,
+                                      oracle::Bends bends = oracle::Bends::kNeeded,
+                                      int mostBits = 31);
+
+}  // namespace zelvan::test
