@@ -162,7 +162,7 @@ TEST(RegionGuarantee, WhatIsRefusedIsNamed) {
             "a coordinate is infinite or no number: ring 1, point 1");
   for (const double x : {524287.5, -524288.75}) {
     EXPECT_EQ(message({{{524287.4, -524288.5}, {0, 0}, {x, 0}}}),
-              "a point lies outside the grid: ring 0, point 2");
+              "a point lies outside the grid, or no grid extends so far: ring 0, point 2");
   }
   for (const double step : {0.0, -1.0, 3.0, std::nan(""), HUGE_VAL, 0x1p-481, 0x1p481}) {
     EXPECT_THROW(Grid({0, 0}, step), std::invalid_argument) << step;
@@ -240,33 +240,101 @@ TEST(RegionGuarantee, DelaunayIsUnique) {
   }
 }
 
+double AreaOf(const Ring& ring) {
+  double twice = 0;
+  for (std::size_t i = 0; i < ring.size(); ++i) {
+    const Point a = ring[i], b = ring[(i + 1) % ring.size()];
+    twice += a.x * b.y - a.y * b.x;
+  }
+  return twice / 2;
+}
+
+// What a move to a step is to give: the region of the rings with their points rounded, how many
+// of these enclose nothing any more, and whether polygons and holes keep their areas.
+struct Move {
+  std::vector<Ring> rings;
+  std::size_t gone = 0;
+  bool isFaithful = true, isExact = true;
+
+  Move(const Region& region, double step) {
+    const auto compare = [&](double was, double is) {
+      isFaithful = isFaithful && std::fabs(is - was) * 1024 <= std::fabs(was);
+    };
+    for (const Polygon& polygon : region.Polygons()) {
+      double was = 0, is = 0;
+      for (Ring ring : RingsOf(polygon)) {
+        const double before = AreaOf(ring);
+        const Ring given = ring;
+        for (Point& p : ring)
+          p = {std::floor(p.x / step + 0.5) * step, std::floor(p.y / step + 0.5) * step};
+        isExact = isExact && ring == given;
+        const double after = AreaOf(ring);
+        gone += after * before > 0 ? 0 : 1;
+        if (before < 0) compare(before, after);
+        was += before;
+        is += after;
+        rings.push_back(ring);
+      }
+      compare(was, is);
+    }
+  }
+};
+
 // On grids of two steps, or apart: the order of the operands does not count, the coarser step
-// is taken, and a point moves by half of it at most.
-TEST(RegionGuarantee, RegionsOnDifferentGridsMeetOnOne) {
-  for (std::uint64_t seed = 0; seed < 500; ++seed) {
+// is taken, a point moves by half of it at most, and what loses too much is refused.
+TEST(RegionGuarantee, NothingIsLostSilently) {
+  int refused = 0;
+  for (std::uint64_t seed = 0; seed < 1000; ++seed) {
     SCOPED_TRACE(seed);
     Random random(seed);
     const auto make = [&](double step) {
-      const double x = step * random.Between(-524288, 0), y = step * random.Between(-524288, 0);
-      std::vector<Ring> rings = RingsOf({zelvan::test::SimplePolygon(random, 999, 6)});
-      for (Point& p : rings[0]) p = {p.x * step, p.y * step};
-      return Region(rings, FillRule::NonZero, Grid({x, y}, step));
+      const double low = -std::ldexp(1.0, ZELVAN_GRID_BITS - 1) * step;
+      const Point origin = {step * std::floor(random.Between(low, 0.0) / step),
+                            step * std::floor(random.Between(low, 0.0) / step)};
+      const std::int32_t size = 9 << random.Below(10);
+      std::vector<Ring> rings = RingsOf({zelvan::test::SimplePolygon(random, size, 6),
+                                         zelvan::test::SimplePolygon(random, 2 + size / 2, 4)});
+      for (Ring& ring : rings) {
+        for (Point& p : ring) p = {p.x * step, p.y * step};
+      }
+      return Region(rings, FillRule::EvenOdd, Grid(origin, step));
     };
     const double step = std::ldexp(1.0, random.Between(-2, 2));
     const Region a = make(1), b = make(step);
+    const Grid grid = zelvan::CommonGrid(std::array{a, b});
+    bool isFaithful = true;
+    for (const Region& region : {a, b}) {
+      const Region moved = region.OnGrid(grid);
+      const Move move(region, grid.Step());
+      EXPECT_TRUE(move.isExact ? moved.Polygons() == region.Polygons()
+                               : moved == Region(move.rings, FillRule::Positive, grid));
+      EXPECT_EQ(moved.Lost(), move.gone);
+      isFaithful = isFaithful && move.isFaithful && moved.PolygonCount() >= region.PolygonCount() &&
+                   moved.HoleCount() >= region.HoleCount();
+    }
     const auto op = random.Between(0, 3);
+    if (!isFaithful) {
+      EXPECT_THROW(Combine(a, b, op), std::domain_error);
+      EXPECT_THROW(zelvan::Unite(std::array{b, a, b}), std::domain_error);
+      ++refused;
+      continue;
+    }
     const Region result = Combine(a, b, op);
+    EXPECT_EQ(result, Combine(a.OnGrid(grid), b.OnGrid(grid), op));
     EXPECT_TRUE(op == 2 || result == Combine(b, a, op));
+    EXPECT_EQ(zelvan::Unite(std::array{a, b, a}), zelvan::Unite(std::array{b, a, a}));
     EXPECT_EQ(result.Grid().Step(), result.IsEmpty() ? 1.0 : std::max(1.0, step));
     const auto measure = support::MeasureByGeos(ForGeos(a), ForGeos(b), op);
     EXPECT_NEAR(result.Area(), measure.area, measure.length * std::max(1.0, step));
   }
+  EXPECT_GT(refused, 200);
+  EXPECT_LT(refused, 800);
   const auto box = [](double low, double high, double y, const Grid& grid) {
     return Region({{{low, y}, {high, y}, {high, high}, {low, high}}}, FillRule::EvenOdd, grid);
   };
   const Grid unit({0, 0}, 1), fine({0, 0}, 0.5), below({0, -99}, 1), above({-9, 0}, 1);
   EXPECT_NE(box(0, 1, 0, unit), box(0, 0.5, 0, fine));
-  EXPECT_EQ(box(1.5, 8.5, 1.5, fine) & box(0, 20, 0, unit), box(2, 9, 2, unit));
+  EXPECT_EQ(box(1.5, 8.5, 1.5, fine).OnGrid(unit) & box(0, 20, 0, unit), box(2, 9, 2, unit));
   const std::vector<Region> three = {box(1, 2, 1, below), box(3, 5, -5, below),
                                      box(6, 7, 6, above)};
   EXPECT_EQ(zelvan::Unite(three).Area(), 1 + 20 + 1);
@@ -322,9 +390,10 @@ TEST(RegionGuarantee, ThreadsMayShare) {
 TEST(RegionGuarantee, FailureChangesNothing) {
   Random random(5);
   const Region a = RandomRegion(random);
-  const Region b({{{0, 0}, {8, 1}, {3, 8.5}}}, FillRule::NonZero, Grid({0, 0}, 0.5));
+  const Region fine({{{0, 0}, {8, 1}, {3, 8.5}}}, FillRule::NonZero, Grid({0, 0}, 0.5));
+  const Region b = fine.OnGrid(Grid());
   const auto session = [&] {
-    Region result = (a | b) ^ Region({{{1, 1}, {7, 2}, {2, 7}}});
+    Region result = (a | fine.OnGrid(Grid())) ^ Region({{{1, 1}, {7, 2}, {2, 7}}});
     result = zelvan::Unite(std::vector<Region>{result, a, b});
     return std::pair(result.Polygons(), zelvan::Triangulate(result).triangles);
   };
