@@ -72,6 +72,8 @@ std::vector<Ring> Boxes(Random& random) {
   }
   return RingsOf(boxes);
 }
+const double kFar = std::ldexp(1.0, ZELVAN_GRID_BITS) - 1;  // steps across a grid
+
 Region RandomRegion(Random& random) {
   return Region(Boxes(random), FillRule(random.Below(4)), Grid());
 }
@@ -84,7 +86,7 @@ TEST(RegionGuarantee, GridPointsAreExact) {
     const double x = step * std::floor(random.Between(-0x1p52, 0x1p52));
     const double y = step * std::floor(random.Between(-0x1p20, 0x1p20));
     const Grid grid({x, y}, step);
-    const double far = 1048575;
+    const double far = kFar;
     const Ring exact = {
         {x, y}, {x + far * step, y}, {x + (far - random.Below(99)) * step, y + far * step}};
     const Region region({exact}, FillRule::NonZero, grid);
@@ -112,8 +114,10 @@ TEST(RegionGuarantee, GridPointsAreExact) {
     EXPECT_NO_THROW(Region({{box.min, box.max}}, FillRule::NonZero, cover));
     const double extent = std::max(box.max.x - box.min.x, box.max.y - box.min.y);
     const double farthest = std::max(box.max.x, size);
-    EXPECT_TRUE(extent / cover.Step() > 0x1p19 - 3 || farthest / cover.Step() >= 0x1p51);
+    EXPECT_TRUE(extent / cover.Step() > kFar / 2 - 3 || farthest / cover.Step() >= 0x1p51);
   }
+  const Region zero({{{-0.0, -0.0}, {1, 0}, {0, 1}}});
+  EXPECT_FALSE(std::signbit(zero.Vertices()[0].x) || std::signbit(zero.Vertices()[0].y));
 }
 
 void ExpectOperation(const Region& region, const oracle::Rings& a, const oracle::Rings& b, int op,
@@ -150,25 +154,33 @@ TEST(RegionGuarantee, AnyRingsMakeARegion) {
 
 // What is wrong with the arguments is named; nothing finite on the grid is.
 TEST(RegionGuarantee, WhatIsRefusedIsNamed) {
-  const auto message = [](const std::vector<Ring>& rings) -> std::string {
+  const auto message = [](const std::vector<Ring>& rings, bool isGiven = true) -> std::string {
     try {
-      return Region(rings, FillRule::EvenOdd, Grid()).IsEmpty() ? "empty" : "not empty";
+      const Region region = isGiven ? Region(rings, FillRule::EvenOdd, Grid()) : Region(rings);
+      return region.IsEmpty() ? "empty" : "not empty";
     } catch (const std::invalid_argument& e) {
       return e.what();
     }
   };
+  const double low = Grid().Origin().x, high = low + kFar;
   EXPECT_EQ(message({{}, {{1, 1}}, {{1, 1}, {2, 2}, {1, 1}, {3, 3}}}), "empty");
-  EXPECT_EQ(message({{{0, 0}}, {{0, 0}, {1, std::nan("")}}}),
-            "a coordinate is infinite or no number: ring 1, point 1");
-  for (const double x : {524287.5, -524288.75}) {
-    EXPECT_EQ(message({{{524287.4, -524288.5}, {0, 0}, {x, 0}}}),
-              "a point lies outside the grid, or no grid extends so far: ring 0, point 2");
+  for (const bool isGiven : {true, false}) {
+    EXPECT_EQ(message({{{0, 0}}, {{0, 0}, {1, std::nan("")}}}, isGiven),
+              "a coordinate is infinite or no number: ring 1, point 1");
+    for (const double x : {high + 0.5, low - 0.75}) {
+      const double scale = isGiven ? 1 : 0x1p490;
+      EXPECT_EQ(message({{}, {{high + 0.4, low - 0.5}, {0, 0}, {x * scale, 0}}}, isGiven),
+                "a point lies outside the grid, or no grid extends so far: ring 1, point 2");
+    }
   }
+  const char* const wide =
+      "a point lies outside the grid, or no grid extends so far: ring 1, point 0";
+  EXPECT_EQ(message({{{-0x1p499, 0}, {0, 0}}, {{0x1p499, 0}}, {{0, 0}}}, false),
+            ZELVAN_GRID_BITS > 20 ? "empty" : wide);
   for (const double step : {0.0, -1.0, 3.0, std::nan(""), HUGE_VAL, 0x1p-481, 0x1p481}) {
     EXPECT_THROW(Grid({0, 0}, step), std::invalid_argument) << step;
   }
   for (const double x : {0.5, 0x1p53}) EXPECT_THROW(Grid({x, 0}, 1), std::invalid_argument);
-  EXPECT_THROW(Region({{{0, 0}, {1e300, 0}, {0, 1}}}), std::invalid_argument);
 }
 
 TEST(RegionGuarantee, LawsHold) {
@@ -338,6 +350,68 @@ TEST(RegionGuarantee, NothingIsLostSilently) {
   const std::vector<Region> three = {box(1, 2, 1, below), box(3, 5, -5, below),
                                      box(6, 7, 6, above)};
   EXPECT_EQ(zelvan::Unite(three).Area(), 1 + 20 + 1);
+}
+
+// Which rings with an area are gone below the step is counted, and which never had one is not.
+TEST(RegionGuarantee, LostRingsAreCounted) {
+  const std::vector<Ring> lost = {
+      {{0.1, 0.1}, {0.3, 0.1}, {0.2, 0.3}},  // a triangle
+      {{0.2, 0.2}, {9e4, 0.2}, {9e4, 9e4}, {90000.1, 9e4}, {90000.1, 0.1}, {0.2, 0.1}},  // a strip
+      {{5.1, 5.1}, {5.3, 5.3}, {5.3, 5.1}, {5.1, 5.3}},  // a bow-tie, its halves alike
+      {{0, 0}, {0x1p-450, 0}, {0, 0x1p-450}},
+  };
+  const std::vector<Ring> others = {{},
+                                    {{1, 1}},
+                                    {{0.1, 0.7}, {0.3, 2.1}, {0.2, 1.4}},
+                                    {{7, 7}, {9, 7}, {9, 9}, {9, 7}},
+                                    {{0.1, 0.2}, {0.3, 0.1}, {0.1, 0.2}, {0.3, 0.1}},
+                                    {{20, 20}, {24, 24}, {24, 20}, {20, 24}},
+                                    {{40, 40}, {40, 43}, {43, 40}}};
+  std::vector<Ring> rings = lost;
+  rings.insert(rings.end(), others.begin(), others.end());
+  for (const FillRule rule : {FillRule::EvenOdd, FillRule::Negative}) {
+    const Region all(rings, rule, Grid()), rest(others, rule, Grid()), none(lost, rule, Grid());
+    EXPECT_TRUE(all.Lost() == lost.size() && rest.Lost() == 0 && all == rest);
+    EXPECT_TRUE(none.Lost() == lost.size() && none.IsEmpty() && none == Region());
+    EXPECT_EQ(zelvan::test::CheckMeshes(none), "");
+    EXPECT_TRUE((rest | none).Lost() == lost.size() && (rest | none) == rest);
+    EXPECT_TRUE((none - all).Lost() == 2 * lost.size() && (none & Region()).IsEmpty());
+    EXPECT_EQ(zelvan::Unite(std::array{all, none, rest}).Lost(), 2 * lost.size());
+    EXPECT_EQ(none.Grid(), Grid());
+  }
+  EXPECT_EQ(zelvan::Unite(rings, Grid()).Lost(), lost.size());
+  const Region far({{{1e38, 1e38}}, {{0, 0}, {9, 0}, {0, 9}}, others[6]});
+  EXPECT_TRUE(far.IsEmpty() && far.Lost() == 2);
+}
+
+// Beside an edge through the origin whose ends have ten bits, a point's side follows from two
+// products, each exact as a product and its rounding error.
+TEST(RegionGuarantee, ContainsIsExact) {
+  for (std::uint64_t seed = 0; seed < 500; ++seed) {
+    SCOPED_TRACE(seed);
+    Random random(seed);
+    const double step = std::ldexp(1.0, random.Between(-400, 400));
+    const double m = 1 + random.Below(999), n = 1 + random.Below(999);
+    const Ring ring = {{0, 0}, {m * step, n * step}, {0, n * step}};
+    const Region region({ring}, FillRule::NonZero, Grid({-step, -step}, step));
+    for (int i = 0; i < 9; ++i) {
+      const double t = std::ldexp(random.Between(0.5, 1.0), -random.Below(40));
+      double x = m * t, y = n * t;
+      for (int ulps = random.Below(3); ulps > 0; --ulps) {
+        double& moved = random.Below(2) == 0 ? x : y;
+        moved = std::nextafter(moved, 1e3 * random.Below(2));
+      }
+      const double above = m * y, right = n * x;
+      const double sum = (above - right) + (std::fma(m, y, -above) - std::fma(n, x, -right));
+      const int side = (sum > 0) - (sum < 0);
+      ASSERT_EQ(static_cast<int>(region.Contains({x * step, y * step})), side)
+          << "(" << x << ", " << y << ") beside (" << m << ", " << n << ")" << step;
+    }
+    const double least = 5e-324, y = n * step / 2;
+    EXPECT_EQ(region.Contains({-least, y}), Side::Outside);
+    EXPECT_EQ(region.Contains({-0.0, y}), Side::Boundary);
+    EXPECT_EQ(region.Contains({least, y}), Side::Inside);
+  }
 }
 
 Region World(double shift) {
