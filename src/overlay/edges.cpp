@@ -94,7 +94,7 @@ void EdgeSet::Reserve(std::size_t points) {
 
 void EdgeSet::AddRing(std::span<const GridPoint> ring, Windings step) {
   const auto first = static_cast<std::uint32_t>(vertices.size());
-  if (ring.size() < 3) return;
+  if (ring.empty()) return;
   GridPoint before = ring.back();
   for (const GridPoint p : ring) {
     if (p == before) continue;
@@ -103,10 +103,7 @@ void EdgeSet::AddRing(std::span<const GridPoint> ring, Windings step) {
     before = p;
   }
   const auto end = static_cast<std::uint32_t>(vertices.size());
-  if (end - first < 3) {
-    vertices.resize(first);
-    return;
-  }
+  if (end == first) return;
   vertices[first].edge[0] = end - 1;
   GridPoint next = vertices[first].at;
   for (std::uint32_t i = end; i-- > first;) {

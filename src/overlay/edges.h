@@ -53,7 +53,7 @@ struct EdgeSet {
   void Reserve(std::size_t points);
 
   /// Adds a closed ring, which counts as `step` where it runs from left to right. Points that
-  /// equal the one before them are passed over; a ring without area is nothing.
+  /// equal the one before them are passed over.
   void AddRing(std::span<const GridPoint> ring, Windings step);
 
   /// Brings the vertices into (x, then y) order.

@@ -144,14 +144,17 @@ bool Sweep::GoOn(GridPoint p) {
 // What starts at p: edges, and bundles that were gone.
 void Sweep::CollectStarts(GridPoint p) {
   below_ = kNone;
+  unseen_.clear();
   for (; nextVertex_ < input_.vertices.size(); ++nextVertex_) {
     const Vertex& v = input_.vertices[nextVertex_];
     if (v.at != p) break;
     for (int i = 0; i < 2; ++i) {
       if (p < v.far[i]) {
         leaving_.push_back({v.far[i], input_.edges[v.edge[i]].step, v.edge[i], kNone});
-      } else if (v.far[i] < p && slotOf_[v.edge[i]] < kGone) {
-        below_ = slotOf_[v.edge[i]];
+      } else if (v.far[i] < p) {
+        const Slot slot = slotOf_[v.edge[i]];
+        if (slot < kGone) below_ = slot;
+        if (slot == kNever) unseen_.push_back(v.far[i]);
       }
     }
   }
@@ -189,17 +192,27 @@ void Sweep::CollectThrough(GridPoint p) {
 // Their slots stay for what leaves p.
 void Sweep::TakeOut(GridPoint p) {
   arriving_.clear();
-  for (const Slot slot : through_) {
-    const ActiveEdge& e = status_[slot];
-    arriving_.push_back(e);
+  for (const Slot slot : through_) arriving_.push_back(status_[slot]);
+  for (const GridPoint low : unseen_) CutLineAlong(low, p);
+  for (const ActiveEdge& e : arriving_) {
     slotOf_[e.line] = kGone;
     if (e.high != p) {
-      leaving_.push_back({e.high, e.step, e.line, e.members});
+      const bool isCut = input_.edges[e.line].high == p;
+      leaving_.push_back({e.high, e.step, isCut ? kNone : e.line, e.members});
     } else if (e.members != kNone) {
       Windings step = e.step;
       const std::uint32_t rest = bundles_.DropEnding(e.members, p, step);
       if (rest != kNone) leaving_.push_back({bundles_.NearestEnd(rest), step, kNone, rest});
     }
+  }
+}
+
+// An edge from `low` that others cancelled ends at p, and cuts the line that runs on it.
+void Sweep::CutLineAlong(GridPoint low, GridPoint p) {
+  const auto isBelow = [&](const ActiveEdge& e) { return overlay::SideOf(e.low, p, low) > 0; };
+  const auto along = std::partition_point(arriving_.begin(), arriving_.end(), isBelow);
+  if (along != arriving_.end() && overlay::SideOf(along->low, p, low) == 0) {
+    input_.edges[along->line].high = p;
   }
 }
 

@@ -108,6 +108,7 @@ class Sweep {
   void CollectStarts(GridPoint p);
   void CollectThrough(GridPoint p);
   void TakeOut(GridPoint p);
+  void CutLineAlong(GridPoint low, GridPoint p);
   void SortLeaving(GridPoint p);
   void Bundle(std::vector<Leaving>::iterator begin, std::vector<Leaving>::iterator end,
               GridPoint p);
@@ -137,6 +138,7 @@ class Sweep {
   Slot above_ = Status::kEnd;
   std::vector<Slot> through_;         // what ends there or goes through, from bottom to top
   std::vector<ActiveEdge> arriving_;  // the same as it was before
+  std::vector<GridPoint> unseen_;  // lower ends of edges that end there and were never active
   std::vector<Leaving> leaving_;
   std::vector<ActiveEdge> departing_;  // from bottom to top
   std::vector<std::uint32_t> leftPieces_;

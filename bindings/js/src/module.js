@@ -59,10 +59,11 @@ function messageOf(status) {
   return new TextDecoder().decode(memory.slice(start, memory.indexOf(0, start)));
 }
 
-/** Throws what a status other than 0 says. `place` is the ring and point at fault. */
-export function check(status, place) {
+/** Throws what a status other than 0 says. `place` is the ring and point at fault; `more` goes
+ * behind the message. */
+export function check(status, place, more = '') {
   if (status === 0) return;
-  const where = place ? ` (ring ${place.ring}, point ${place.point})` : '';
+  const where = place ? ` (ring ${place.ring}, point ${place.point})` : more;
   throw new ZelvanError(status, messageOf(status) + where, place);
 }
 
