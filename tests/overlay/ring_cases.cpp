@@ -56,14 +56,15 @@ class Generator {
 
   // Within half a step of the line from p to q, mostly between them.
   GridPoint Beside(GridPoint p, GridPoint q) {
-    const auto at = [](std::int32_t from, std::int32_t to, double t) {
-      return from + std::llround(t * (std::int64_t{to} - from));
+    const auto at = [](double from, double to, double t) {
+      return std::llround(from + t * (to - from));
     };
     const bool isFlat = std::abs(std::int64_t{q.gx} - p.gx) > std::abs(std::int64_t{q.gy} - p.gy);
-    const auto [from, to] = isFlat ? std::pair(p.gx, q.gx) : std::pair(p.gy, q.gy);
+    const double from = isFlat ? p.gx : p.gy;
+    const double to = isFlat ? q.gx : q.gy;
     if (from == to) return p;
     const std::int32_t v = InRange(at(from, to, random_.Between(-0.1, 1.1)));
-    const double t = double(std::int64_t{v} - from) / double(std::int64_t{to} - from);
+    const double t = (v - from) / (to - from);
     if (isFlat) return {v, InRange(at(p.gy, q.gy, t))};
     return {InRange(at(p.gx, q.gx, t)), v};
   }
@@ -200,7 +201,7 @@ std::string Read(const FlatRegion& region) {
   return text;
 }
 
-// Cases with less points or smaller coordinates, those that lose most first.
+// Cases with fewer points or smaller coordinates, those that lose most first.
 std::vector<RingCase> SmallerOnes(const RingCase& rings) {
   std::vector<RingCase> smaller;
   const auto copy = [&]() -> RingCase& { return smaller.emplace_back(rings); };
@@ -215,7 +216,7 @@ std::vector<RingCase> SmallerOnes(const RingCase& rings) {
     for (std::size_t k = 0; k < rings.operands[side].size(); ++k) {
       const Ring& ring = rings.operands[side][k];
       for (std::size_t i = 0; i < ring.size(); ++i) {
-        for (const std::size_t n : {2, 1}) {
+        for (const std::size_t n : {2u, 1u}) {
           Ring& left = copy().operands[side][k];
           const auto first = left.begin() + static_cast<Index>(i);
           left.erase(first, first + static_cast<Index>(std::min(n, left.size() - i)));
