@@ -39,9 +39,9 @@
 ///     may be used in any threads at once.
 ///  9. FailureChangesNothing. What fails throws and leaves every value as it was; memory that
 ///     runs out is std::bad_alloc; nothing leaks.
-/// 10. NothingIsLostSilently. An operation that would have to move a region to a coarser grid
-///     where it loses a polygon, a hole or 2^-10 of the area of one is refused; OnGrid moves all
-///     the same. A region says how many rings are gone below its step (Lost).
+///  10. NothingIsLostSilently. An operation that would have to move a region to a coarser grid
+///      where it loses a polygon, a hole or 2^-10 of the area of one is refused; OnGrid moves all
+///      the same. A region says how many rings are gone below its step (Lost).
 ///
 /// An operation on n vertices takes of the order of (n + k) log n, with k crossings, and n sqrt n
 /// at most for the columns of the grid that long edges pass. A triangulation takes n log n, and
