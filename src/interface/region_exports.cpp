@@ -6,7 +6,7 @@
 #include <limits>
 
 #include "interface/region.h"
-#include "interface/region_mesh.h"
+#include "triangulation/region_triangles.h"
 #include "interface/region_operations.h"
 #include "interface/region_refusal.h"
 
