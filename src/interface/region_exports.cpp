@@ -6,9 +6,9 @@
 #include <limits>
 
 #include "interface/region.h"
-#include "triangulation/region_triangles.h"
 #include "interface/region_operations.h"
 #include "interface/region_refusal.h"
+#include "triangulation/region_triangles.h"
 
 namespace {
 

@@ -53,8 +53,7 @@ zelvan::KeyOrder OrderOf(std::span<const SweepVertex> vertices) {
 bool Sweep(zelvan::Area& area, const SweepSettings& settings) {
   FlatArea flat;
   if (!Flatten(area, flat)) return false;
-  area.triangleCount =
-      static_cast<std::uint32_t>(flat.vertices.size()) + 2 * flat.contours - 4;
+  area.triangleCount = static_cast<std::uint32_t>(flat.vertices.size()) + 2 * flat.contours - 4;
   // Not by std::make_unique_for_overwrite, which older standard libraries lack.
   area.triangles.reset(new zelvan::Triangle[area.triangleCount]);
   TriangleWriter writer(area, flat.nodes, settings.mesh, settings.numbering);

@@ -116,8 +116,7 @@ void Arrangement::Write(Sides sides, std::uint32_t first, std::uint32_t end, std
   for (const std::uint32_t side : order_) {
     for (const std::uint32_t s : {side, NextSide(side), LastSide(side)}) {
       const std::uint32_t twin = sides.twins[s];
-      *neighbours++ =
-          twin == kNone ? -1 : before + static_cast<std::int32_t>(numbers_[twin / 3]);
+      *neighbours++ = twin == kNone ? -1 : before + static_cast<std::int32_t>(numbers_[twin / 3]);
     }
   }
 }

@@ -76,8 +76,8 @@ struct ProductSize {
 
 /// Where the point d lies, for a, b, c counter-clockwise: positive inside the circle through
 /// them, zero on it, negative outside.
-[[nodiscard]] inline int SideOfCircle(zelvan::GridPoint a, zelvan::GridPoint b,
-                                      zelvan::GridPoint c, zelvan::GridPoint d) noexcept {
+[[nodiscard]] inline int SideOfCircle(zelvan::GridPoint a, zelvan::GridPoint b, zelvan::GridPoint c,
+                                      zelvan::GridPoint d) noexcept {
   return -SignOfSum(zelvan::Cross(c, a, b), Dot(d, a, b), Dot(c, a, b), zelvan::Cross(d, b, a));
 }
 

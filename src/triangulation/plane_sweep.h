@@ -162,7 +162,8 @@ std::uint32_t PlaneSweep<Cutter, kMayCross>::Nearby(std::uint32_t v) const noexc
 
 // Where a vertex lies whose edges the sweep has not met.
 template <class Cutter, bool kMayCross>
-typename PlaneSweep<Cutter, kMayCross>::Place PlaneSweep<Cutter, kMayCross>::Locate(const Corner& at) {
+typename PlaneSweep<Cutter, kMayCross>::Place PlaneSweep<Cutter, kMayCross>::Locate(
+    const Corner& at) {
   return intervals_.Find([&](const Interval<Ends>& interval) { return SideOf(interval, at.point); },
                          Nearby(at.vertex));
 }
@@ -177,7 +178,8 @@ std::uint32_t PlaneSweep<Cutter, kMayCross>::TakeInterval(std::uint32_t edge) no
 
 // An edge from endedUpper ends at a point of a facing edge. Does it only touch that one,
 // and not run along it?
-inline bool OnlyTouches(GridPoint endedUpper, GridPoint ended, GridPoint upper, GridPoint lower) noexcept {
+inline bool OnlyTouches(GridPoint endedUpper, GridPoint ended, GridPoint upper,
+                        GridPoint lower) noexcept {
   return ended == upper || SideOfDescent(upper, lower, endedUpper) != 0;
 }
 

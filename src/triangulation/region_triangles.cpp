@@ -27,8 +27,9 @@ class RegionCutter {
                std::int32_t* neighbours) noexcept
       : region_(region), delaunay_(delaunay), triangles_(triangles), neighbours_(neighbours) {}
 
-  void Run() {
+  [[nodiscard]] zelvan::RegionWork Run() {
     for (std::size_t p = 0; p < region_.Polygons(); ++p) CutPolygon(p);
+    return {sweep_.steps(), flipCount_};
   }
 
  private:
@@ -76,6 +77,7 @@ class RegionCutter {
   Fronts fronts_{writer_};
   PlaneSweep<Fronts, false> sweep_{fronts_};
   Flips flips_;
+  std::uint64_t flipCount_ = 0;
   Arrangement arrangement_;
 };
 
@@ -107,8 +109,9 @@ void RegionCutter::Finish() {
   const std::size_t sides = 3 * std::size_t{made_};
   if (delaunay_) {
     const Sides cut{{corners_, sides}, {twins_, sides}};
-    flips_.Run(region_.points.data(), cut);
-    arrangement_.Write(cut, first_, end_, static_cast<std::int32_t>(before_), triangles_, neighbours_);
+    flipCount_ += flips_.Run(region_.points.data(), cut);
+    arrangement_.Write(cut, first_, end_, static_cast<std::int32_t>(before_), triangles_,
+                       neighbours_);
   } else if (neighbours_ != nullptr) {
     for (std::size_t side = 0; side < sides; ++side) {
       neighbours_[side] =
@@ -204,9 +207,9 @@ void RegionCutter::ArrangeShared(std::span<std::uint32_t> order) {
 
 namespace zelvan {
 
-void CutRegion(const FlatRegion& region, bool delaunay, std::uint32_t* triangles,
-               std::int32_t* neighbours) {
-  VORNEX::RegionCutter(region, delaunay, triangles, neighbours).Run();
+RegionWork CutRegion(const FlatRegion& region, bool delaunay, std::uint32_t* triangles,
+                     std::int32_t* neighbours) {
+  return VORNEX::RegionCutter(region, delaunay, triangles, neighbours).Run();
 }
 
 }  // namespace zelvan

@@ -18,7 +18,7 @@ inline constexpr std::uint32_t kNone = ~std::uint32_t{0};
 
 struct SweepVertex {
   GridPoint point;
-  std::uint32_t prev;      ///< on the contour
+  std::uint32_t prev;  ///< on the contour
   std::uint32_t next;
   std::uint32_t interval;  ///< that the vertex's edge bounds now; kNone before and after
 };

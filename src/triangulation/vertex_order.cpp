@@ -26,8 +26,8 @@ struct Keys {
     }
     top.gx = right;
     xBits = static_cast<std::uint32_t>(std::bit_width(static_cast<std::uint32_t>(right - left)));
-    bits = xBits + static_cast<std::uint32_t>(
-                       std::bit_width(static_cast<std::uint32_t>(top.gy - bottom)));
+    bits = xBits +
+           static_cast<std::uint32_t>(std::bit_width(static_cast<std::uint32_t>(top.gy - bottom)));
   }
 
   [[nodiscard]] std::uint64_t operator()(GridPoint p) const noexcept {
@@ -63,7 +63,9 @@ std::span<std::uint32_t> VertexOrder::Sort(std::span<const SweepVertex> vertices
     SortByDigits(numberBits + keptBits - sorted, sorted);
   }
   const std::uint64_t numbers = (std::uint64_t{1} << numberBits) - 1;
-  const auto numberOf = [=](std::uint64_t word) { return static_cast<std::uint32_t>(word & numbers); };
+  const auto numberOf = [=](std::uint64_t word) {
+    return static_cast<std::uint32_t>(word & numbers);
+  };
   const auto isBefore = [&](std::uint64_t a, std::uint64_t b) {
     if (droppedBits == 0 || a >> numberBits != b >> numberBits) return a < b;
     const std::uint64_t keyA = keyOf(vertices[numberOf(a)].point);
