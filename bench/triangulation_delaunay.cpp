@@ -1,6 +1,5 @@
-// The constrained Delaunay triangulation below any interface: a region's areas on a square
-// grid, cut and flipped. With --angles behind the countries' file: how sharp the triangles
-// of the countries are, as they are cut and then.
+// The constrained Delaunay triangulation of a region, below any interface. With --angles behind
+// the countries' file: how sharp the triangles of the countries are, as they are cut and then.
 #include <array>
 #include <cstdio>
 #include <cstring>
@@ -11,21 +10,17 @@
 #include "bench/grid.h"
 #include "bench/triangulation.h"
 #include "boolean/boolean.h"
-#include "triangulation/flat_triangles.h"
+#include "polygon/flat_region.h"
+#include "triangulation/region_triangles.h"
 
 namespace {
 
 using bench::Polygon;
 using bench::Xyz;
-using VORNEX::Cutting;
-using VORNEX::FlatTriangles;
 
-struct AreaTriangles {
-  std::vector<zelvan::GridPoint> places;
-  FlatTriangles triangles;
-};
+using Corners = std::array<std::uint32_t, 3>;
 
-// A polygon as a sound region on a grid of its own.
+// A polygon as a region on a grid of its own.
 struct Region {
   explicit Region(const Polygon& polygon)
       : Region(polygon[0], std::vector<Xyz>(polygon.begin() + 1, polygon.end())) {}
@@ -39,37 +34,34 @@ struct Region {
     for (const Xyz& hole : holes) bench::AddRing(others, grid, hole);
     const zelvan::RingSet a{first.first, zelvan::FillRule::NonZero};
     const zelvan::RingSet b{others.first, zelvan::FillRule::NonZero};
+    zelvan::OwnedRing areas;
     bench::Require(zelvan::CombineRings(a, b, areas.first, zelvan::SUBTRACT) == ERR::OK,
                    "the region was refused");
+    flat = zelvan::FlattenWalks(areas.first);
+    triangles = static_cast<std::uint32_t>(flat.points.size());
+    for (std::size_t p = 0; p < flat.Polygons(); ++p) {
+      triangles += 2 * (flat.polygonOffsets[p + 1] - flat.polygonOffsets[p]) - 4;
+      zelvan::ForEachTouch(flat, p, [&](auto points) {
+        triangles -= 2 * static_cast<std::uint32_t>(points.size() - 1);
+      });
+    }
   }
 
-  template <class Make>
-  [[nodiscard]] std::vector<AreaTriangles> Cut(Cutting cutting, Make make) const {
-    std::vector<AreaTriangles> result;
-    zelvan::ForEachArea(areas.first, [&](zelvan::Area* area) {
-      AreaTriangles& made = result.emplace_back();
-      made.triangles = VORNEX::CutArea(*area, cutting);
-      made.places.reserve(made.triangles.corners.size() + 2);
-      for (const zelvan::Contour* c = area->contours; c != nullptr; c = c->next) {
-        zelvan::ForEachVertex(c, [&](const auto* v) { made.places.push_back(v->grid); });
-      }
-      make(made);
-    });
+  [[nodiscard]] std::vector<Corners> Cut(bool delaunay) const {
+    std::vector<Corners> result(triangles);
+    if (!result.empty()) zelvan::CutRegion(flat, delaunay, result[0].data(), nullptr);
     return result;
   }
 
-  zelvan::OwnedRing areas;
+  zelvan::FlatRegion flat;
+  std::uint32_t triangles;
   double step;
 };
-
-void MakeDelaunay(AreaTriangles& area) {
-  VORNEX::MakeDelaunay(area.places, area.triangles);
-}
 
 bench::Job MakeJob(const bench::Scene& scene) {
   struct Data {
     std::unique_ptr<Region> region;
-    std::vector<AreaTriangles> made;
+    std::vector<Corners> made;
   };
   const auto data = std::make_shared<Data>();
   bench::Job job;
@@ -80,15 +72,12 @@ bench::Job MakeJob(const bench::Scene& scene) {
     }
     data->made.clear();
   };
-  job.work = [data](std::size_t) {
-    data->made = data->region->Cut(Cutting::kNearby, MakeDelaunay);
-  };
+  job.work = [data](std::size_t) { data->made = data->region->Cut(true); };
   job.area = [data](std::size_t) {
     double twice = 0.0;
-    for (const AreaTriangles& area : data->made) {
-      for (const auto& [a, b, c] : area.triangles.corners) {
-        twice += static_cast<double>(zelvan::Cross(area.places[a], area.places[b], area.places[c]));
-      }
+    const std::vector<zelvan::GridPoint>& p = data->region->flat.points;
+    for (const auto& [a, b, c] : data->made) {
+      twice += static_cast<double>(zelvan::Cross(p[a], p[b], p[c]));
     }
     return twice / 2 * data->region->step * data->region->step;
   };
@@ -111,16 +100,13 @@ double SmallestAngle(const std::array<zelvan::GridPoint, 3>& corners) {
 }
 
 // One line of the table of smallest angles.
-template <class Make>
-void PrintAngles(const char* name, const std::vector<Polygon>& polygons, Cutting cutting,
-                 Make make) {
+void PrintAngles(const char* name, const std::vector<Polygon>& polygons, bool delaunay) {
   std::vector<double> angles;
   for (const Polygon& polygon : polygons) {
-    for (const AreaTriangles& area : Region(polygon).Cut(cutting, make)) {
-      const auto& p = area.places;
-      for (const auto& [a, b, c] : area.triangles.corners) {
-        angles.push_back(SmallestAngle({p[a], p[b], p[c]}));
-      }
+    const Region region(polygon);
+    const std::vector<zelvan::GridPoint>& p = region.flat.points;
+    for (const auto& [a, b, c] : region.Cut(delaunay)) {
+      angles.push_back(SmallestAngle({p[a], p[b], p[c]}));
     }
   }
   std::sort(angles.begin(), angles.end());
@@ -135,12 +121,10 @@ void PrintAngles(const char* name, const std::vector<Polygon>& polygons, Cutting
 
 int PrintAllAngles(const char* path) {
   const std::vector<Polygon> polygons = bench::Countries(path);
-  const auto leave = [](AreaTriangles& /*area*/) {};
   std::printf("| smallest angle of a triangle | < 1° | < 5° | < 10° | < 20° | median |\n");
   std::printf("|---|---:|---:|---:|---:|---:|\n");
-  PrintAngles("by trapezoids, as `Triangulate`", polygons, Cutting::kTrapezoids, leave);
-  PrintAngles("by fronts, where the flips start", polygons, Cutting::kNearby, leave);
-  PrintAngles("constrained Delaunay", polygons, Cutting::kNearby, MakeDelaunay);
+  PrintAngles("plain", polygons, false);
+  PrintAngles("constrained Delaunay", polygons, true);
   return 0;
 }
 

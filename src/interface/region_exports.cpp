@@ -6,11 +6,11 @@
 #include <limits>
 
 #include "interface/region.h"
-#include "interface/region_mesh.h"
 #include "interface/region_move.h"
 #include "interface/region_operations.h"
 #include "interface/region_refusal.h"
 #include "interface/region_rings.h"
+#include "triangulation/region_triangles.h"
 
 namespace {
 

@@ -45,6 +45,12 @@ class OrderedList {
   std::uint32_t Insert(const Item& item, std::uint32_t before, std::uint32_t after);
   void Remove(std::uint32_t i) noexcept;
 
+  /// Takes out everything.
+  void Clear() noexcept {
+    nodes_.clear();
+    root_ = free_ = kNone;
+  }
+
   /// Items looked at by all searches so far.
   [[nodiscard]] std::uint64_t steps() const noexcept { return steps_; }
 

@@ -39,7 +39,6 @@
 
 #include "polygon/key_sort.h"
 #include "polygon/records.h"
-#include "triangulation/flat_triangles.h"
 #include "triangulation/mesh.h"
 
 namespace VORNEX {
@@ -64,9 +63,5 @@ struct SweepSettings {
 /// @return false, with the area left without triangles, on a contradiction.
 /// Throws std::bad_alloc, the area left without triangles.
 [[nodiscard]] bool TriangulateBySweep(zelvan::Area& area, const SweepSettings& settings = {});
-
-/// The same into flat triangles, which must be empty; not into the area.
-/// @return false on a contradiction, with some triangles. Throws std::bad_alloc.
-[[nodiscard]] bool CutBySweep(const zelvan::Area& area, Cutting cutting, FlatTriangles& triangles);
 
 }  // namespace VORNEX

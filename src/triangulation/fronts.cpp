@@ -79,14 +79,12 @@ std::uint32_t Fronts::FirstToKeep(std::uint32_t end, const Corner& at, Way way) 
   if (!GoesOn(link, next, way)) {  // down the left part, if this is none of the right one
     while (next != kNone && !GoesOn(link, next, way) &&
            GreaterThan(links_[link].corner.point, links_[next].corner.point)) {
-      ++steps_;
       link = next;
       next = links_[link].beside[way];
     }
     return link;
   }
   while (!LiesBeyond(link, at, way) && GoesOn(link, next, way)) {
-    ++steps_;
     link = next;
     next = links_[link].beside[way];
   }
@@ -106,7 +104,6 @@ bool Fronts::CutRing(const Corner& at, std::uint32_t step, std::uint32_t from, s
     const Link& next = links_[link];
     const bool isLast = link == to;
     for (std::size_t left = waiting_.size(); left > 1; --left, waiting_.pop_back()) {
-      ++steps_;
       const Corner& a = waiting_[left - 2].corner;
       const Waiting& b = waiting_[left - 1];
       const std::int64_t turn = zelvan::Cross(a.point, b.corner.point, next.corner.point);
@@ -160,7 +157,6 @@ bool Fronts::Smooth(std::uint32_t made, Way way) {
   for (std::uint32_t sharp = links_[made].beside[way]; GoesOn(made, sharp, way);) {
     const std::uint32_t next = links_[sharp].beside[way];
     if (!GoesOn(sharp, next, way)) break;
-    ++steps_;
     const Corner& a = links_[made].corner;
     const Corner& b = links_[sharp].corner;
     const Corner& c = links_[next].corner;
@@ -202,7 +198,6 @@ std::uint32_t Fronts::LastBefore(std::uint32_t recent, std::uint32_t end, const 
   std::uint32_t link = recent;
   for (std::uint32_t next = links_[link].beside[way];
        GoesOn(link, next, way) && !LiesBeyond(next, at, way); next = links_[link].beside[way]) {
-    ++steps_;
     link = next;
     const std::uint32_t before = links_[end].beside[1 - way];
     const bool isMiddle = !GoesOn(end, before, way);

@@ -34,13 +34,13 @@
 #include <cstdint>
 #include <vector>
 
-#include "triangulation/triangle_writer.h"
+#include "triangulation/region_writer.h"
 
 namespace VORNEX {
 
 class Fronts {
  public:
-  explicit Fronts(TriangleWriter& writer) : writer_(writer) {}
+  explicit Fronts(RegionWriter& writer) : writer_(writer) {}
 
   /// The front of an interval by its links.
   struct Ends {
@@ -59,8 +59,11 @@ class Fronts {
   [[nodiscard]] bool Merge(Ends& left, const Ends& right, const Corner& at, std::uint32_t rightEdge,
                            std::uint32_t leftEdge);
 
-  /// Links looked at so far.
-  [[nodiscard]] std::uint64_t steps() const noexcept { return steps_; }
+  /// Forgets everything.
+  void Clear() noexcept {
+    links_.clear();
+    free_ = kNone;
+  }
 
  private:
   // A way along a front: 0 to the left, 1 to the right. Functions with a way are written
@@ -97,11 +100,10 @@ class Fronts {
                                     Way way);
   [[nodiscard]] bool Smooth(std::uint32_t made, Way way);
 
-  TriangleWriter& writer_;
+  RegionWriter& writer_;
   std::vector<Link> links_;
   std::vector<Waiting> waiting_;
   std::uint32_t free_ = kNone;
-  std::uint64_t steps_ = 0;
 };
 
 }  // namespace VORNEX

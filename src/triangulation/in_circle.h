@@ -11,42 +11,74 @@
 // As a polynomial that is the determinant of the four lifted points, with half of its
 // products.
 //
-// Bit budget, for differences of coordinates below 2^20 in size:
+// Bit budget, for coordinates of 31 bits, differences of which are below 2^31 in size:
 //
-//    cross: twice the area of a triangle inside a square of side 2^20 - 1        < 2^40
-//    dot: two products of differences                                            < 2^41
-//    cross = high * 2^20 + low, 0 <= low < 2^20, so |high|                      <= 2^20
-//    high_c dot_d + high_d dot_c, and the same of low                            < 2^62
-//    the first of these with the carry from the second, at most 2^42             < 2^63
+//    cross: twice the area of a triangle inside a square of side 2^31 - 1        < 2^62
+//    dot: two products of differences                                            < 2^63
+//    each of the two products: two words; only their order is asked for
+//
+// In doubles a product is off by less than 2^-51 of itself: two roundings of factors, and its
+// own. Rounding the sum adds as little. So a sum that is larger than 2^-49 of both products has
+// the right sign, and products of one sign always make such a sum.
 #pragma once
 
+#include <cmath>
+#include <compare>
 #include <cstdint>
 
 #include "polygon/grid.h"
 
 namespace VORNEX {
 
-/// (a - c) . (b - c): positive where the angle at c is acute. Exact for grid points.
+/// (a - c) . (b - c): positive where the angle at c is acute. Exact for coordinates of 31 bits.
 [[nodiscard]] constexpr std::int64_t Dot(zelvan::GridPoint c, zelvan::GridPoint a,
                                          zelvan::GridPoint b) noexcept {
   return std::int64_t{a.gx - c.gx} * (b.gx - c.gx) + std::int64_t{a.gy - c.gy} * (b.gy - c.gy);
 }
 
+/// The product of the sizes of two numbers, in two words.
+struct ProductSize {
+  constexpr ProductSize(std::int64_t p, std::int64_t q) noexcept {
+    constexpr std::uint64_t half = 0xFFFFFFFFu;
+    const std::uint64_t a = SizeOf(p);
+    const std::uint64_t b = SizeOf(q);
+    const std::uint64_t lows = (a & half) * (b & half);
+    const std::uint64_t mixed = (a >> 32) * (b & half) + (lows >> 32);
+    const std::uint64_t rest = (a & half) * (b >> 32) + (mixed & half);
+    high = (a >> 32) * (b >> 32) + (mixed >> 32) + (rest >> 32);
+    low = rest << 32 | (lows & half);
+  }
+
+  [[nodiscard]] friend constexpr auto operator<=>(const ProductSize&,
+                                                  const ProductSize&) noexcept = default;
+
+  std::uint64_t high;
+  std::uint64_t low;
+
+ private:
+  static constexpr std::uint64_t SizeOf(std::int64_t p) noexcept {
+    const auto bits = static_cast<std::uint64_t>(p);
+    return p < 0 ? 0 - bits : bits;
+  }
+};
+
+/// The sign of p q + r s.
+[[nodiscard]] inline int SignOfSum(std::int64_t p, std::int64_t q, std::int64_t r,
+                                   std::int64_t s) noexcept {
+  const double pq = static_cast<double>(p) * static_cast<double>(q);
+  const double rs = static_cast<double>(r) * static_cast<double>(s);
+  if (std::fabs(pq + rs) > 0x1p-49 * (std::fabs(pq) + std::fabs(rs))) return pq + rs > 0 ? 1 : -1;
+  const ProductSize first(p, q);
+  const ProductSize second(r, s);
+  if (first == second) return 0;
+  return (first > second ? pq : rs) > 0 ? 1 : -1;
+}
+
 /// Where the point d lies, for a, b, c counter-clockwise: positive inside the circle through
 /// them, zero on it, negative outside.
-[[nodiscard]] constexpr int SideOfCircle(zelvan::GridPoint a, zelvan::GridPoint b,
-                                         zelvan::GridPoint c, zelvan::GridPoint d) noexcept {
-  constexpr int kLowBits = 20;
-  constexpr std::int64_t kLow = (std::int64_t{1} << kLowBits) - 1;
-  const std::int64_t crossC = zelvan::Cross(c, a, b);
-  const std::int64_t crossD = zelvan::Cross(d, b, a);
-  const std::int64_t dotC = Dot(c, a, b);
-  const std::int64_t dotD = Dot(d, a, b);
-  const std::int64_t low = (crossC & kLow) * dotD + (crossD & kLow) * dotC;
-  const std::int64_t high =
-      (crossC >> kLowBits) * dotD + (crossD >> kLowBits) * dotC + (low >> kLowBits);
-  if (high != 0) return high < 0 ? 1 : -1;
-  return (low & kLow) != 0 ? -1 : 0;
+[[nodiscard]] inline int SideOfCircle(zelvan::GridPoint a, zelvan::GridPoint b, zelvan::GridPoint c,
+                                      zelvan::GridPoint d) noexcept {
+  return -SignOfSum(zelvan::Cross(c, a, b), Dot(d, a, b), Dot(c, a, b), zelvan::Cross(d, b, a));
 }
 
 }  // namespace VORNEX

@@ -18,15 +18,15 @@ inline constexpr std::uint32_t kNone = ~std::uint32_t{0};
 
 struct SweepVertex {
   GridPoint point;
+  std::uint32_t prev;  ///< on the contour
+  std::uint32_t next;
   std::uint32_t interval;  ///< that the vertex's edge bounds now; kNone before and after
-  std::uint32_t meshEdge;  ///< the number of the vertex's edge in the mesh, or kNone
 };
 
 /// A vertex of the sweep with what is asked of it most: a look at far memory less.
 struct Corner {
   GridPoint point;
   std::uint32_t vertex;
-  VertexNode* node;
 };
 
 /// On which side of a line that goes down from `upper` to `lower` does p lie? Positive

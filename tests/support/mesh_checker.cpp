@@ -4,14 +4,15 @@
 #include <zelvan/region.h>
 
 #include <algorithm>
+#include <boost/multiprecision/cpp_int.hpp>
 #include <cmath>
 #include <map>
 #include <utility>
 
 #include "polygon/area.h"
 #include "triangulation/area_sweep.h"
-#include "triangulation/flat_triangles.h"
 #include "triangulation/mesh.h"
+#include "triangulation/region_triangles.h"
 #include "triangulation/triangulate.h"
 
 namespace zelvan::test {
@@ -22,6 +23,7 @@ using Numbers = std::array<std::uint32_t, 3>;
 using Edge = std::pair<std::uint32_t, std::uint32_t>;
 using Points = std::vector<GridPoint>;
 
+// For coordinates of up to 31 bits.
 std::int64_t TwiceArea(GridPoint a, GridPoint b, GridPoint c) {
   return (std::int64_t{b.gx} - a.gx) * (std::int64_t{c.gy} - a.gy) -
          (std::int64_t{b.gy} - a.gy) * (std::int64_t{c.gx} - a.gx);
@@ -31,19 +33,20 @@ std::int64_t TwiceArea(GridPoint a, GridPoint b, GridPoint c) {
 struct Contours {
   Points points;
   std::vector<Edge> edges;
-  std::int64_t twiceArea = 0;
+  std::uint64_t twiceArea = 0;
   std::int64_t wanted = 0;  // triangles, where no contours touch
 
   void Close() {
     const auto first = static_cast<std::uint32_t>(edges.size());
     const auto end = static_cast<std::uint32_t>(points.size());
-    std::int64_t twice = 0;
+    std::uint64_t twice = 0;  // the sum fits 63 bits and a sign, though not every part of it
     for (std::uint32_t i = first; i < end; ++i) {
       edges.push_back({i, i + 1 < end ? i + 1 : first});
-      twice += TwiceArea(points[first], points[i], points[edges.back().second]);
+      twice += static_cast<std::uint64_t>(
+          TwiceArea(points[first], points[i], points[edges.back().second]));
     }
     twiceArea += twice;
-    wanted += end - first + (twice > 0 ? -2 : 2);
+    wanted += end - first + (twice >> 63 == 0 ? -2 : 2);
   }
 
   // For each vertex the lowest number on its point.
@@ -65,13 +68,13 @@ std::string Faults(const Contours& contours, const std::vector<Numbers>& triangl
   std::map<Edge, int> uses;  // by triangles, less those by contours
   std::map<Edge, int> onContour;
   for (const Edge& edge : contours.edges) --uses[edge], ++onContour[edge];
-  std::int64_t rest = contours.twiceArea;
+  std::uint64_t rest = contours.twiceArea;
   for (const auto& [a, b, c] : triangles) {
     if (std::max({a, b, c}) >= contours.points.size()) return "a triangle names no vertex";
     const std::int64_t twice =
         TwiceArea(contours.points[a], contours.points[b], contours.points[c]);
     if (twice <= 0) return "a triangle is not strictly counter-clockwise";
-    rest -= twice;
+    rest -= static_cast<std::uint64_t>(twice);
     ++uses[{a, b}], ++uses[{b, c}], ++uses[{c, a}];
   }
   if (rest != 0) return "twice the area is wrong by " + std::to_string(rest);
@@ -200,6 +203,23 @@ std::vector<Numbers> CornersOf(const FlatMesh& mesh) {
   return triangles;
 }
 
+// Of a region: its rings, and triangles with their neighbours.
+std::string FaultsOfMesh(Contours contours, std::vector<Numbers> triangles,
+                         const std::vector<std::array<std::int32_t, 3>>& neighbours,
+                         bool delaunay) {
+  if (neighbours != Neighbours(triangles)) return "neighbours are wrong";
+  const std::vector<std::uint32_t> lowest = contours.Lowest();
+  contours.Renumber(lowest);
+  std::vector<bool> used(lowest.size());
+  for (Numbers& t : triangles) {
+    for (std::uint32_t& v : t) used[v] = true, v = lowest[v];
+  }
+  if (std::find(used.begin(), used.end(), false) != used.end()) return "a vertex is not used";
+  std::string wrong = Faults(contours, triangles);
+  if (delaunay && wrong.empty()) wrong = FaultsOfDelaunay(contours.points, triangles, neighbours);
+  return wrong;
+}
+
 std::string FaultsOfMesh(const zelvan::Region& region, bool delaunay) {
   const zelvan::Mesh mesh = zelvan::Triangulate(region, {delaunay});
   const zelvan::Grid grid = region.Grid();
@@ -216,21 +236,35 @@ std::string FaultsOfMesh(const zelvan::Region& region, bool delaunay) {
     for (const zelvan::Ring& hole : polygon.holes) add(hole);
   }
   if (mesh.vertices != region.Vertices()) return "the vertices are not the region's";
-  const std::vector<std::uint32_t> lowest = contours.Lowest();
-  contours.Renumber(lowest);
-  std::vector<Numbers> triangles = mesh.triangles;
-  std::vector<bool> used(lowest.size());
-  for (Numbers& t : triangles) {
-    for (std::uint32_t& v : t) used[v] = true, v = lowest[v];
-  }
-  if (std::find(used.begin(), used.end(), false) != used.end()) return "a vertex is not used";
-  std::string wrong = Faults(contours, triangles);
-  if (mesh.neighbours != Neighbours(mesh.triangles)) wrong = "neighbours are wrong";
-  if (delaunay && wrong.empty()) {
-    wrong = FaultsOfDelaunay(contours.points, triangles, mesh.neighbours);
-  }
   const double area = std::ldexp(static_cast<double>(contours.twiceArea), -1) * grid.Step();
-  return wrong.empty() && region.Area() != area * grid.Step() ? "another area" : wrong;
+  if (region.Area() != area * grid.Step()) return "another area";
+  return FaultsOfMesh(contours, mesh.triangles, mesh.neighbours, delaunay);
+}
+
+std::string FaultsOfMesh(const FlatRegion& region, bool delaunay) {
+  Contours contours;
+  std::size_t count = 0;
+  for (std::size_t p = 0; p < region.Polygons(); ++p) {
+    for (std::uint32_t i = region.polygonOffsets[p]; i < region.polygonOffsets[p + 1]; ++i) {
+      for (const GridPoint point : region.Ring(i)) contours.points.push_back(point);
+      contours.Close();
+    }
+    ForEachTouch(region, p, [&](auto points) { count -= 2 * (points.size() - 1); });
+  }
+  count += static_cast<std::size_t>(contours.wanted);
+  std::vector<Numbers> triangles(count);
+  std::vector<std::array<std::int32_t, 3>> neighbours(count);
+  CutRegion(region, delaunay, triangles[0].data(), neighbours[0].data());
+  std::vector<Numbers> alone(count);
+  CutRegion(region, delaunay, alone[0].data(), nullptr);
+  if (alone != triangles) return "neighbours change the triangles";
+  return FaultsOfMesh(contours, triangles, neighbours, delaunay);
+}
+
+template <class AnyRegion>
+std::string FaultsOfMeshes(const AnyRegion& region) {
+  const std::string plain = FaultsOfMesh(region, false);
+  return plain.empty() ? FaultsOfMesh(region, true) : "plain: " + plain;
 }
 
 // One area while it is cut in several ways: the first success fixes the triangles.
@@ -246,39 +280,7 @@ class Piece {
     return set == expected_ ? CheckTriangles(area_) : "other triangles than before";
   }
 
-  // Flat triangles by both cutters, and both made Delaunay.
-  std::string JudgeFlat(bool swept) try {
-    VORNEX::FlatTriangles made[2];
-    for (const auto cutting : {VORNEX::Cutting::kTrapezoids, VORNEX::Cutting::kNearby}) {
-      VORNEX::FlatTriangles alone;
-      if (VORNEX::CutBySweep(area_, cutting, alone) != swept) return "one cutter gives up";
-      VORNEX::FlatTriangles& flat = made[cutting == VORNEX::Cutting::kNearby];
-      flat = VORNEX::CutArea(area_, cutting);
-      if (swept && cutting == VORNEX::Cutting::kTrapezoids && Sorted(flat.corners) != expected_) {
-        return "other flat triangles";
-      }
-      std::string wrong = FaultsOfFlat(flat);
-      if (wrong.empty()) VORNEX::MakeDelaunay(contours_.points, flat);
-      wrong += FaultsOfFlat(flat);
-      wrong += FaultsOfDelaunay(contours_.points, flat.corners, flat.neighbours);
-      if (!wrong.empty()) return wrong;
-    }
-    const auto& corners = made[0].corners;
-    if (corners != made[1].corners) return "the start changes the Delaunay triangles";
-    const auto inOrder = [](const Numbers& t) { return t[0] < t[1] && t[0] < t[2]; };
-    const bool ordered = std::all_of(corners.begin(), corners.end(), inOrder);
-    return ordered && std::is_sorted(corners.begin(), corners.end()) ? "" : "out of order";
-  } catch (CException* problem) {
-    ERR::Delete(problem);
-    return swept ? "flat triangles fail" : "";
-  }
-
  private:
-  [[nodiscard]] std::string FaultsOfFlat(const VORNEX::FlatTriangles& flat) const {
-    if (flat.neighbours != Neighbours(flat.corners)) return "neighbours are wrong";
-    return FaultsOfCount(flat.corners.size(), contours_) + Faults(contours_, flat.corners);
-  }
-
   Area& area_;
   std::map<const VertexNode*, std::uint32_t> numbers_;
   Contours contours_;
@@ -322,8 +324,11 @@ std::string CheckMesh(const Shape& shape) {
 }
 
 std::string CheckMeshes(const zelvan::Region& region) {
-  const std::string plain = FaultsOfMesh(region, false);
-  return plain.empty() ? FaultsOfMesh(region, true) : "plain: " + plain;
+  return FaultsOfMeshes(region);
+}
+
+std::string CheckMeshes(const FlatRegion& region) {
+  return FaultsOfMeshes(region);
 }
 
 FlatMesh Flatten(const Shape& shape) {
@@ -355,7 +360,6 @@ Cuts CutInAllWays(Area* ring, bool sound, const std::vector<VORNEX::InsertionOrd
   ForEachArea(ring,
               [&](Area* area) { cuts.swept = VORNEX::TriangulateBySweep(*area) && cuts.swept; });
   sound = judge(cuts.swept, "sweep") || sound;
-  for (Piece& piece : pieces) cuts.wrong += piece.JudgeFlat(cuts.swept);
   for (const VORNEX::InsertionOrder& order : orders) {
     const bool ok = VORNEX::TriangulateAreas(ring, order) == ERR::OK;
     cuts.inserted = judge(ok, "insertion") && cuts.inserted;
@@ -363,23 +367,22 @@ Cuts CutInAllWays(Area* ring, bool sound, const std::vector<VORNEX::InsertionOrd
   return cuts;
 }
 
-// In doubles where that decides, else modulo 2^64, where the number is small enough to be exact.
+// In doubles where that decides, else in numbers of any size that is needed: up to 128 bits.
 int InCircle(GridPoint a, GridPoint b, GridPoint c, GridPoint d) {
   const GridPoint points[] = {a, b, c, a, b};
   const auto determinant = [&](auto number) {
     using Number = decltype(number);
     Number sum = 0;
-    const auto x = [&](int i) { return static_cast<Number>(std::int64_t{points[i].gx} - d.gx); };
-    const auto y = [&](int i) { return static_cast<Number>(std::int64_t{points[i].gy} - d.gy); };
+    const auto x = [&](int i) { return Number(std::int64_t{points[i].gx} - d.gx); };
+    const auto y = [&](int i) { return Number(std::int64_t{points[i].gy} - d.gy); };
     for (int i = 0; i < 3; ++i) {
       sum += (x(i) * x(i) + y(i) * y(i)) * (x(i + 1) * y(i + 2) - x(i + 2) * y(i + 1));
     }
     return sum;
   };
-  const double rounded = determinant(0.0);  // off by less than 2^-50 of 2^87
-  if (std::fabs(rounded) > 0x1p60) return rounded > 0 ? 1 : -1;
-  const auto exact = static_cast<std::int64_t>(determinant(std::uint64_t{0}));
-  return exact > 0 ? 1 : exact < 0 ? -1 : 0;
+  const double rounded = determinant(0.0);  // off by less than 2^-50 of 2^131
+  if (std::fabs(rounded) > 0x1p82) return rounded > 0 ? 1 : -1;
+  return determinant(boost::multiprecision::checked_int256_t(0)).sign();
 }
 
 }  // namespace zelvan::test

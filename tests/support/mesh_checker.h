@@ -13,6 +13,7 @@
 #include <string>
 #include <vector>
 
+#include "polygon/flat_region.h"
 #include "polygon/records.h"
 #include "triangulation/insertion_order.h"
 
@@ -45,11 +46,12 @@ struct FlatMesh {
 /// Of a region, through the public header, plain and Delaunay: the same, with neighbours that
 /// name each other, every vertex in use, and every edge legal.
 [[nodiscard]] std::string CheckMeshes(const zelvan::Region& region);
+/// The same below any interface, with coordinates of up to 31 bits.
+[[nodiscard]] std::string CheckMeshes(const FlatRegion& region);
 
-/// What became of a ring of areas that was cut in every way that there is: by the sweep, by
-/// insertion under the given orders, with both cutters into flat triangles, and these made
-/// Delaunay. All that succeed give the same triangles; what fails leaves nothing behind; and
-/// where the areas are sound, or the sweep finds them so, everything succeeds.
+/// What became of a ring of areas that was cut in both ways: by the sweep, and by insertion under
+/// the given orders. All that succeed give the same triangles; what fails leaves nothing behind;
+/// and where the areas are sound, or the sweep finds them so, everything succeeds.
 struct Cuts {
   bool swept;
   bool inserted;      ///< under every order

@@ -1,4 +1,4 @@
-// Areas cut in every way that there is: the regions of random rings, which touch themselves in
+// Areas cut in both ways and as regions: the regions of random rings, which touch themselves in
 // every manner, large polygons, and closed paths on tiny grids as they come.
 #include <gtest/gtest.h>
 
@@ -17,7 +17,7 @@ using namespace zelvan::test;
 
 constexpr std::uint64_t kSeed = 20;
 
-// In all ways, with a mesh from the triangles alone, as for areas that the sweep gave up, and one
+// In both ways, with a mesh from the triangles alone, as for areas that the sweep gave up, and one
 // from the sweep.
 void ExpectTriangles(const Areas& areas) {
   SCOPED_TRACE(zelvan::test::Text(zelvan::test::Flatten(areas)));
@@ -31,6 +31,59 @@ void ExpectTriangles(const Areas& areas) {
   ASSERT_EQ(CheckMesh(*shape), "");
   ASSERT_TRUE(Triangulate(*shape));
   ASSERT_EQ(CheckMesh(*shape), "");
+}
+
+// A map that keeps every turn, to any part of the range of 31 bits; far from the shapes as a rule.
+zelvan::FlatRegion Stretched(Random& random, zelvan::FlatRegion region) {
+  constexpr std::int64_t kRange = (std::int64_t{1} << 31) - 1;
+  std::int64_t low[2], size[2], factor[2][2];
+  for (const int axis : {0, 1}) {
+    const auto at = [&](zelvan::GridPoint p) { return axis == 0 ? p.gx : p.gy; };
+    const auto [least, most] = std::minmax_element(region.points.begin(), region.points.end(),
+                                                   [&](auto p, auto q) { return at(p) < at(q); });
+    low[axis] = at(*least);
+    size[axis] = at(*most) - low[axis];
+  }
+  const bool straight = random.Below(2) == 0;
+  do {
+    for (const int i : {0, 1}) {
+      for (const int j : {0, 1}) {
+        const std::int64_t most = kRange / size[j] / (straight ? 1 : 2);
+        const std::int64_t value = random.Below(2) == 0 ? most : random.Below(most + 1);
+        factor[i][j] = straight && i != j ? 0 : value >> random.Below(random.Below(2) * 29 + 1);
+        if (random.Below(2) == 0) factor[i][j] = -factor[i][j];
+      }
+    }
+  } while (factor[0][0] * factor[1][1] <= factor[0][1] * factor[1][0]);
+  const bool toTheEnd = random.Below(2) == 0;
+  for (zelvan::GridPoint& p : region.points) {
+    const std::int64_t from[] = {p.gx - low[0], p.gy - low[1]};
+    const auto to = [&](int i) {
+      std::int64_t sum = toTheEnd ? kRange : 0;
+      for (const int j : {0, 1}) {
+        const bool turned = (factor[i][j] < 0) != toTheEnd;
+        sum += factor[i][j] * (turned ? from[j] - size[j] : from[j]);
+      }
+      return static_cast<std::int32_t>(sum - (std::int64_t{1} << 30));
+    };
+    p = {to(0), to(1)};
+  }
+  return region;
+}
+
+void ExpectMeshes(Random& random, const zelvan::Area* walks) {
+  const zelvan::FlatRegion region = zelvan::FlattenWalks(walks);
+  ASSERT_EQ(CheckMeshes(region), "") << Text(AreasOf(walks).front());
+  const zelvan::FlatRegion stretched = Stretched(random, region);
+  ASSERT_EQ(CheckMeshes(stretched), "") << Text({stretched.points});
+}
+
+// As a region by the Boolean engine; of rings that are an area, or of any rings.
+void ExpectMeshes(Random& random, const Rings& rings) {
+  zelvan::OwnedRing region;
+  const zelvan::OwnedRing given = RingOf({rings});
+  ASSERT_EQ(zelvan::RegionOf({given.first, zelvan::FillRule::NonZero}, region.first), ERR::OK);
+  if (region.first != nullptr) ExpectMeshes(random, region.first);
 }
 
 TEST(Areas, OfRandomRings) {
@@ -47,7 +100,9 @@ TEST(Areas, OfRandomRings) {
     ASSERT_EQ(zelvan::RegionOf({zelvan::test::RingOf({rings}).first, zelvan::FillRule::NonZero},
                                region.first),
               ERR::OK);
-    if (region.first != nullptr) ExpectTriangles(zelvan::test::AreasOf(region.first));
+    if (region.first == nullptr) continue;
+    ExpectTriangles(zelvan::test::AreasOf(region.first));
+    ExpectMeshes(random, region.first);
   }
 }
 
@@ -57,6 +112,7 @@ TEST(Areas, OfLargePolygons) {
   for (unsigned round = 0; round < 64; ++round) {
     for (const Rings& rings : zelvan::test::LargePolygons(random, 2 * random.Between(10, 60))) {
       ExpectTriangles({zelvan::test::Symmetric(rings, round % 8, -1)});
+      ExpectMeshes(random, zelvan::test::Symmetric(rings, round % 8, -1));
       if (HasFatalFailure()) return;
     }
   }
@@ -106,6 +162,7 @@ TEST(Areas, OfRandomPaths) {
     const auto cuts = CutInAllWays(ring.first, isSound, {{.positions = positions}, {.seed = 1}});
     EXPECT_EQ(cuts.wrong, "") << zelvan::test::Text(rings);
     EXPECT_EQ(cuts.swept, isSound) << zelvan::test::Text(rings);
+    if (isSound) ExpectMeshes(random, rings);
     sound += isSound ? 1 : 0;
     byInsertion += cuts.inserted && !cuts.swept ? 1 : 0;
   }

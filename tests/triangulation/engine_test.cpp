@@ -10,8 +10,8 @@
 #include "support/mesh_checker.h"
 #include "support/polygons.h"
 #include "triangulation/area_sweep.h"
-#include "triangulation/delaunay.h"
 #include "triangulation/in_circle.h"
+#include "triangulation/region_triangles.h"
 #include "triangulation/triangulate.h"
 
 namespace {
@@ -21,11 +21,16 @@ using namespace zelvan::test;
 
 const Rings kSquare{{{0, 0}, {10, 0}, {10, 10}, {0, 10}}};
 
-std::vector<GridPoint> PlacesOf(const zelvan::Shape& shape) {
-  std::vector<GridPoint> places;
-  for (const zelvan::VertexNode* v : shape.vertexTable) places.push_back(v->grid);
-  return places;
-}
+// Triangles and neighbours of a region, from fresh arrays.
+struct Cut {
+  explicit Cut(const zelvan::FlatRegion& region, bool delaunay = true)
+      : triangles(3 * (region.points.size() + 2 * region.Rings())), neighbours(triangles.size()) {
+    work = zelvan::CutRegion(region, delaunay, triangles.data(), neighbours.data());
+  }
+  std::vector<std::uint32_t> triangles;
+  std::vector<std::int32_t> neighbours;
+  zelvan::RegionWork work;
+};
 
 TEST(Triangulation, AFailingAreaIsLeftWithoutTriangles) {
   const Rings crossing{{{20, 0}, {29, 0}, {20, 9}, {30, 8}, {30, 30}}};
@@ -55,32 +60,25 @@ TEST(Triangulation, TheOutputArrayIsGuarded) {
   }
 }
 
-// Areas, flat triangles on their way to the Delaunay triangulation, and a mesh: the old one stays
-// until the new one is whole.
+// Areas, regions, and a mesh: the old one stays until the new one is whole.
 TEST(Triangulation, EveryFailedAllocationIsReported) {
   Random random(9);
   const auto shape = ShapeOf({zelvan::test::LargePolygons(random, 48)[4]});
-  const std::vector<GridPoint> places = PlacesOf(*shape);
-  VORNEX::FlatTriangles expected = VORNEX::CutArea(*shape->areas);
-  VORNEX::MakeDelaunay(places, expected);
-  VORNEX::FlatTriangles made;
+  const zelvan::FlatRegion region = zelvan::FlattenWalks(shape->areas);
+  const Cut expected(region);
   const std::size_t failures = support::FailEachInTurn(
       [&] {
         const ERR::CODE code = VORNEX::TriangulateAreas(shape->areas);
         EXPECT_EQ(code == ERR::OK, shape->areas->triangles != nullptr);
         EXPECT_TRUE(code == ERR::OK || code == ERR::NOMEM);
         try {
-          made = VORNEX::CutArea(*shape->areas, VORNEX::Cutting::kNearby);
-          VORNEX::MakeDelaunay(places, made);
+          EXPECT_EQ(Cut(region).triangles, expected.triangles);
           return code == ERR::OK;
         } catch (const std::bad_alloc&) {
           return false;
         }
       },
-      [&](bool struck) {
-        EXPECT_TRUE(struck || made.corners == expected.corners);
-        made = {};
-      });
+      [&](bool /*struck*/) { shape->areas->triangles.reset(); });
   EXPECT_GT(failures, 30u);
 
   ASSERT_TRUE(Triangulate(*shape));
@@ -95,33 +93,39 @@ TEST(Triangulation, EveryFailedAllocationIsReported) {
   EXPECT_GT(meshFailures, 10u);
 }
 
-// Four points near one circle, of all sizes: the corners of a rectangle, each moved a little.
+// Two triangles with corners near one circle, of all sizes: a rectangle's, each moved a little.
 TEST(SideOfCircle, IsTheSignOfTheDeterminant) {
   const std::uint64_t seed = 22;
   SCOPED_TRACE(testing::Message() << "seed " << seed);
   Random random(seed);
-  int zeros = 0;
+  int zeros = 0, signs = 0;
   for (int round = 0; round < 200000; ++round) {
-    const std::int32_t reach = (1 << random.Between(1, 19)) - 1;
+    const std::int32_t reach = (1 << random.Between(1, 30)) - 1;
     const std::int32_t jitter = random.Below(3) == 0 ? reach : random.Below(3);
     const std::int32_t x = random.Between(0, reach);
     const std::int32_t y = random.Between(0, reach);
     const auto moved = [&](std::int32_t gx, std::int32_t gy) {
-      return GridPoint{std::clamp(gx + random.Between(-jitter, jitter), -reach - 1, reach),
-                       std::clamp(gy + random.Between(-jitter, jitter), -reach - 1, reach)};
+      const auto near = [&](std::int64_t g) {
+        return static_cast<std::int32_t>(std::clamp(g + random.Between(-jitter, jitter),
+                                                    std::int64_t{-reach} - 1, std::int64_t{reach}));
+      };
+      return GridPoint{near(gx), near(gy)};
     };
     const GridPoint a = moved(-x, -y), b = moved(x, y), c = moved(-x, y), d = moved(x, -y);
     const int expected = zelvan::test::InCircle(a, b, c, d);
     ASSERT_EQ(VORNEX::SideOfCircle(a, b, c, d), expected);
     ASSERT_EQ(VORNEX::SideOfCircle(b, a, c, d), -expected);
     zeros += expected == 0 ? 1 : 0;
+    signs += expected != 0 && jitter < 3 ? 1 : 0;
   }
   EXPECT_GT(zeros, 10000);
+  EXPECT_GT(signs, 10000);
 }
 
 // A search looks at a logarithm of the intervals, and a chain's links are looked at once
-// when they are pushed and once when they are cut off, however large the area is. From
-// the fronts' triangles less than a flip a vertex is left.
+// when they are pushed and once when they are cut off, however large the area is. As a region,
+// it is swept along the axis with less to search; from these triangles less than a flip a vertex
+// is left.
 TEST(Sweep, WorkFollowsTheSize) {
   Random random(21);
   for (const std::int32_t size : {1000, 4000, 16000}) {
@@ -132,10 +136,15 @@ TEST(Sweep, WorkFollowsTheSize) {
       const double n = static_cast<double>(shape->vertexTable.size());
       EXPECT_LE(static_cast<double>(counts.links), 4 * n);
       EXPECT_LE(static_cast<double>(counts.intervals), 2 * n * std::log2(n));
-      auto flat = VORNEX::CutArea(*shape->areas, VORNEX::Cutting::kNearby);
-      EXPECT_LE(static_cast<double>(VORNEX::FlipToDelaunay(PlacesOf(*shape), flat)), n);
+      const zelvan::RegionWork work = Cut(zelvan::FlattenWalks(shape->areas)).work;
+      EXPECT_LE(static_cast<double>(work.intervals), n * std::log2(n));
+      EXPECT_LE(static_cast<double>(work.flips), n);
     }
   }
+  Ring comb{{50000, 500000}};
+  for (std::int32_t x = 1; x <= 100001; ++x) comb.push_back({x, (x % 2 - 1) * 1000});
+  const Cut cut(zelvan::FlattenWalks(RingOf({{comb}}).first));
+  EXPECT_LE(cut.work.intervals, 1000u);
 }
 
 }  // namespace

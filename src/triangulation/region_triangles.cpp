@@ -1,0 +1,215 @@
+// From flat arrays to flat arrays (region_triangles.h). A polygon's triangles go into the result
+// at once, or where they are to be made Delaunay into arrays that all polygons share.
+#include "triangulation/region_triangles.h"
+
+#include <zelvan/error.h>
+
+#include <span>
+#include <vector>
+
+#include "triangulation/ears.h"
+#include "triangulation/flips.h"
+#include "triangulation/fronts.h"
+#include "triangulation/plane_sweep.h"
+#include "triangulation/region_writer.h"
+#include "triangulation/vertex_order.h"
+#include "triangulation/walks.h"
+
+namespace VORNEX {
+
+namespace {
+
+using zelvan::FlatRegion;
+
+class RegionCutter {
+ public:
+  RegionCutter(const FlatRegion& region, bool delaunay, std::uint32_t* triangles,
+               std::int32_t* neighbours) noexcept
+      : region_(region), delaunay_(delaunay), triangles_(triangles), neighbours_(neighbours) {}
+
+  [[nodiscard]] zelvan::RegionWork Run() {
+    for (std::size_t p = 0; p < region_.Polygons(); ++p) CutPolygon(p);
+    return {sweep_.steps(), flipCount_};
+  }
+
+ private:
+  void CutPolygon(std::size_t polygon);
+  [[nodiscard]] bool CutDirectly();
+  [[nodiscard]] bool CutBySweep();
+
+  void Prepare(std::uint32_t triangles);
+  void Finish();
+
+  void FillVertices(bool turned);
+  [[nodiscard]] bool TurningPays() const noexcept;
+  void JoinWalks();
+  void ArrangeShared(std::span<std::uint32_t> order);
+
+  [[nodiscard]] std::uint32_t Size() const noexcept { return end_ - first_; }
+  [[nodiscard]] std::uint32_t Rings() const noexcept { return ringEnd_ - ring_; }
+
+  const FlatRegion& region_;
+  const bool delaunay_;
+  std::uint32_t* triangles_;  // where the polygon's triangles go
+  std::int32_t* neighbours_;
+  std::uint32_t before_ = 0;  // triangles of the polygons so far
+
+  // The polygon: its points, rings and touches.
+  std::uint32_t first_ = 0;
+  std::uint32_t end_ = 0;
+  std::uint32_t ring_ = 0;
+  std::uint32_t ringEnd_ = 0;
+  std::size_t touch_ = 0;
+  std::size_t touchEnd_ = 0;
+
+  std::uint32_t made_ = 0;  // its triangles
+  std::uint32_t* corners_ = nullptr;
+  std::uint32_t* twins_ = nullptr;
+  std::vector<std::uint32_t> ownCorners_;
+  std::vector<std::uint32_t> ownTwins_;
+
+  std::vector<SweepVertex> vertices_;
+  std::vector<std::uint32_t> touching_;
+  std::vector<std::uint8_t> seen_;
+  WalkJoiner joiner_;
+  VertexOrder order_;
+  RegionWriter writer_;
+  Fronts fronts_{writer_};
+  PlaneSweep<Fronts, false> sweep_{fronts_};
+  Flips flips_;
+  std::uint64_t flipCount_ = 0;
+  Arrangement arrangement_;
+};
+
+void RegionCutter::CutPolygon(std::size_t polygon) {
+  ring_ = region_.polygonOffsets[polygon];
+  ringEnd_ = region_.polygonOffsets[polygon + 1];
+  first_ = region_.ringOffsets[ring_];
+  end_ = region_.ringOffsets[ringEnd_];
+  touch_ = touchEnd_;
+  while (touchEnd_ < region_.touches.size() && region_.touches[touchEnd_] < end_) ++touchEnd_;
+  const bool isRing = Rings() == 1 && touch_ == touchEnd_;
+  const bool found = isRing && Size() <= kMostForEars ? CutDirectly() : CutBySweep();
+  if (!found) ERR::Raise(ERR::FAIL);
+  Finish();
+}
+
+// Sets up the arrays for a number of triangles.
+void RegionCutter::Prepare(std::uint32_t triangles) {
+  made_ = triangles;
+  const std::size_t sides = 3 * std::size_t{triangles};
+  if (delaunay_ && ownCorners_.size() < sides) ownCorners_.resize(sides);
+  corners_ = delaunay_ ? ownCorners_.data() : triangles_;
+  const bool linked = delaunay_ || neighbours_ != nullptr;
+  if (linked && ownTwins_.size() < sides) ownTwins_.resize(sides);
+  twins_ = linked ? ownTwins_.data() : nullptr;
+}
+
+void RegionCutter::Finish() {
+  const std::size_t sides = 3 * std::size_t{made_};
+  if (delaunay_) {
+    const Sides cut{{corners_, sides}, {twins_, sides}};
+    flipCount_ += flips_.Run(region_.points.data(), cut);
+    arrangement_.Write(cut, first_, end_, static_cast<std::int32_t>(before_), triangles_,
+                       neighbours_);
+  } else if (neighbours_ != nullptr) {
+    for (std::size_t side = 0; side < sides; ++side) {
+      neighbours_[side] =
+          twins_[side] == kNone ? -1 : static_cast<std::int32_t>(before_ + twins_[side] / 3);
+    }
+  }
+  triangles_ += sides;
+  if (neighbours_ != nullptr) neighbours_ += sides;
+  before_ += made_;
+}
+
+bool RegionCutter::CutDirectly() {
+  Prepare(Size() - 2);
+  return CutEars(region_.Ring(ring_), first_, corners_, twins_);
+}
+
+bool RegionCutter::CutBySweep() {
+  FillVertices(TurningPays());
+  std::uint32_t walks = Rings();
+  if (touch_ != touchEnd_) {
+    JoinWalks();
+    walks = CountWalks(vertices_, seen_);
+  }
+  Prepare(Size() + 2 * walks - 4);
+  writer_.Begin(first_, Size(), made_, corners_, twins_);
+  fronts_.Clear();
+  sweep_.Begin(vertices_);
+  const std::span<std::uint32_t> order = order_.Sort(vertices_);
+  if (touch_ != touchEnd_) ArrangeShared(order);
+  return sweep_.Run(order) && writer_.IsComplete();
+}
+
+// The sweep line passes as many intervals as it opens, at the most; those are opened by vertices
+// that come before both their neighbours. Would a sweep along x meet fewer of them?
+bool RegionCutter::TurningPays() const noexcept {
+  std::uint32_t downward = 0;
+  std::uint32_t rightward = 0;
+  for (std::uint32_t i = ring_; i < ringEnd_; ++i) {
+    const std::span<const GridPoint> ring = region_.Ring(i);
+    bool wasBelow = GreaterThan(ring[ring.size() - 2], ring.back());
+    bool wasRight = ring[ring.size() - 2] < ring.back();
+    GridPoint p = ring.back();
+    for (const GridPoint q : ring) {
+      const bool isBelow = GreaterThan(p, q);
+      const bool isRight = p < q;
+      downward += isBelow && !wasBelow ? 1 : 0;
+      rightward += isRight && !wasRight ? 1 : 0;
+      wasBelow = isBelow;
+      wasRight = isRight;
+      p = q;
+    }
+  }
+  return rightward < downward;
+}
+
+// A turn by a quarter brings what lies left to the top.
+void RegionCutter::FillVertices(bool turned) {
+  vertices_.resize(Size());
+  for (std::uint32_t i = ring_; i < ringEnd_; ++i) {
+    const std::uint32_t begin = region_.ringOffsets[i] - first_;
+    const std::uint32_t end = region_.ringOffsets[i + 1] - first_;
+    for (std::uint32_t v = begin; v < end; ++v) {
+      const GridPoint p = region_.points[first_ + v];
+      vertices_[v] = {turned ? GridPoint{p.gy, -p.gx} : p, v - 1, v + 1, kNone};
+    }
+    vertices_[begin].prev = end - 1;
+    vertices_[end - 1].next = begin;
+  }
+}
+
+void RegionCutter::JoinWalks() {
+  for (std::size_t i = touch_; i < touchEnd_;) {
+    const GridPoint place = region_.points[region_.touches[i]];
+    touching_.clear();
+    for (; i < touchEnd_ && region_.points[region_.touches[i]] == place; ++i) {
+      touching_.push_back(region_.touches[i] - first_);
+    }
+    joiner_.JoinAt(touching_, vertices_);
+  }
+}
+
+void RegionCutter::ArrangeShared(std::span<std::uint32_t> order) {
+  for (std::size_t begin = 0, end = 0; begin < order.size(); begin = end) {
+    const GridPoint place = vertices_[order[begin]].point;
+    for (end = begin + 1; end < order.size() && vertices_[order[end]].point == place;) ++end;
+    if (end > begin + 1) sweep_.ArrangeShared(order.subspan(begin, end - begin));
+  }
+}
+
+}  // namespace
+
+}  // namespace VORNEX
+
+namespace zelvan {
+
+RegionWork CutRegion(const FlatRegion& region, bool delaunay, std::uint32_t* triangles,
+                     std::int32_t* neighbours) {
+  return VORNEX::RegionCutter(region, delaunay, triangles, neighbours).Run();
+}
+
+}  // namespace zelvan
