@@ -149,7 +149,7 @@ static_assert(sizeof(Point) == 2 * sizeof(double), "points are pairs of doubles"
 
 }  // namespace detail
 
-/// The points that regions have their vertices on: 2^ZELVAN_GRID_BITS (2^20) along each axis, one
+/// The points that regions have their vertices on: 2^ZELVAN_GRID_BITS (2^31) along each axis, one
 /// step apart. The step is a power of two and the origin a multiple of it, so each point is a
 /// double. For whole numbers take a step of 1 or less, for centimetres scale metres by 100.
 class Grid {

@@ -55,11 +55,15 @@ RegionGrid CheckedGrid(const zelvan_grid& grid) {
   return *checked;
 }
 
+FillRule RuleOf(std::int32_t rule) {
+  Require(rule >= ZELVAN_EVEN_ODD && rule <= ZELVAN_NEGATIVE);
+  return static_cast<FillRule>(rule);
+}
+
 RegionHandle FromRings(const RingInput& rings, std::int32_t rule, RingTurns turns,
                        const zelvan_grid* grid) {
-  Require(rule >= ZELVAN_EVEN_ODD && rule <= ZELVAN_NEGATIVE);
-  return RegionOfRings(rings, static_cast<FillRule>(rule), turns,
-                       grid != nullptr ? CheckedGrid(*grid) : GridCovering(rings));
+  return RegionOfRings(rings, RuleOf(rule), turns,
+                       grid != nullptr ? CheckedGrid(*grid) : GridCovering({&rings, 1}));
 }
 
 overlay::Operation OperationOf(std::int32_t operation) {
@@ -88,7 +92,8 @@ zelvan_status ZELVAN_CALL zelvan_grid_covering(const double* xy, uint32_t count,
   return Guarded(nullptr, [&] {
     Require(grid != nullptr && (xy != nullptr || count == 0));
     const std::uint32_t offsets[] = {0, count};
-    *grid = GridCovering(RingInput{xy, offsets}).Data();
+    const RingInput points{xy, offsets};
+    *grid = GridCovering({&points, 1}).Data();
   });
 }
 
@@ -126,6 +131,23 @@ zelvan_status ZELVAN_CALL zelvan_region_unite_rings(const double* xy, const uint
     Require(region != nullptr);
     const RingInput rings = CheckedRings(xy, ring_offsets, ring_count);
     *region = FromRings(rings, ZELVAN_NON_ZERO, RingTurns::kCounterClockwise, grid).release();
+  });
+}
+
+zelvan_status ZELVAN_CALL zelvan_rings_combine(int32_t operation, const double* xy_a,
+                                               const uint32_t* offsets_a, uint32_t rings_a,
+                                               int32_t rule_a, const double* xy_b,
+                                               const uint32_t* offsets_b, uint32_t rings_b,
+                                               int32_t rule_b, const zelvan_grid* grid,
+                                               const zelvan_region** region, zelvan_fault* fault) {
+  return Guarded(fault, [&] {
+    Require(region != nullptr);
+    const RingInput rings[] = {CheckedRings(xy_a, offsets_a, rings_a),
+                               CheckedRings(xy_b, offsets_b, rings_b)};
+    const RingOperand a{rings[0], RuleOf(rule_a)};
+    const RingOperand b{rings[1], RuleOf(rule_b)};
+    const RegionGrid checked = grid != nullptr ? CheckedGrid(*grid) : GridCovering(rings);
+    *region = CombineRings(OperationOf(operation), a, b, checked).release();
   });
 }
 

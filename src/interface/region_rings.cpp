@@ -16,13 +16,14 @@ namespace zelvan {
 
 namespace {
 
-// Calls visit(point, place) for each point of one ring; those that are not finite are refused.
+// Calls visit(point, place) for each point of one ring, before which there are `before` rings of
+// other inputs; points that are not finite are refused.
 template <class Visit>
-void ForEachPoint(const RingInput& rings, std::uint32_t ring, Visit visit) {
+void ForEachPoint(const RingInput& rings, std::uint32_t before, std::uint32_t ring, Visit visit) {
   const std::uint32_t first = rings.offsets[ring];
   for (std::uint32_t i = first; i < rings.offsets[ring + 1]; ++i) {
     const WorldPoint p{rings.xy[2 * std::size_t{i}], rings.xy[2 * std::size_t{i} + 1]};
-    const zelvan_fault place{ring, i - first};
+    const zelvan_fault place{before + ring, i - first};
     if (!std::isfinite(p.x) || !std::isfinite(p.y)) throw RegionRefusal{ZELVAN_NOT_FINITE, place};
     visit(p, place);
   }
@@ -33,21 +34,26 @@ std::optional<RegionGrid> FinestCovering(const WorldBox& box) noexcept {
 }
 
 // The first point that no grid holds together with those before it.
-[[noreturn]] void RefuseFarthest(const RingInput& rings) {
-  WorldBox box{{rings.xy[0], rings.xy[1]}, {rings.xy[0], rings.xy[1]}};
-  for (std::uint32_t i = 0; i < rings.Rings(); ++i) {
-    ForEachPoint(rings, i, [&](WorldPoint p, zelvan_fault place) {
-      MergeBoxes(box.min, box.max, p, p);
-      if (!FinestCovering(box)) throw RegionRefusal{ZELVAN_OUTSIDE_GRID, place};
-    });
+[[noreturn]] void RefuseFarthest(std::span<const RingInput> inputs) {
+  std::optional<WorldBox> box;
+  std::uint32_t before = 0;  // rings of the inputs so far
+  for (const RingInput& rings : inputs) {
+    for (std::uint32_t i = 0; i < rings.Rings(); ++i) {
+      ForEachPoint(rings, before, i, [&](WorldPoint p, zelvan_fault place) {
+        if (!box) box = {p, p};
+        MergeBoxes(box->min, box->max, p, p);
+        if (!FinestCovering(*box)) throw RegionRefusal{ZELVAN_OUTSIDE_GRID, place};
+      });
+    }
+    before += rings.Rings();
   }
   throw RegionRefusal{ZELVAN_INTERNAL};
 }
 
-void SnapRing(const RingInput& rings, std::uint32_t ring, const RegionGrid& grid,
-              std::vector<GridPoint>& out) {
+void SnapRing(const RingInput& rings, std::uint32_t before, std::uint32_t ring,
+              const RegionGrid& grid, std::vector<GridPoint>& out) {
   out.clear();
-  ForEachPoint(rings, ring, [&](WorldPoint p, zelvan_fault place) {
+  ForEachPoint(rings, before, ring, [&](WorldPoint p, zelvan_fault place) {
     const auto point = grid.Snap(p);
     if (!point) throw RegionRefusal{ZELVAN_OUTSIDE_GRID, place};
     out.push_back(*point);
@@ -67,9 +73,9 @@ bool HasArea(const RingInput& rings, std::uint32_t ring) {
   const std::uint32_t first = rings.offsets[ring];
   const std::uint32_t offsets[] = {0, rings.offsets[ring + 1] - first};
   const RingInput alone{rings.xy + 2 * std::size_t{first}, offsets};
-  const RegionGrid grid = GridCovering(alone);
+  const RegionGrid grid = GridCovering({&alone, 1});
   std::vector<WorldPoint> points;  // in steps, where no product over- or underflows
-  ForEachPoint(alone, 0, [&](WorldPoint p, zelvan_fault) { points.push_back(grid.StepsOf(p)); });
+  ForEachPoint(alone, 0, 0, [&](WorldPoint p, zelvan_fault) { points.push_back(grid.StepsOf(p)); });
   const WorldPoint origin = points.front();
   WorldPoint a{points.back().x - origin.x, points.back().y - origin.y};
   double twice = 0.0;
@@ -85,20 +91,45 @@ bool HasArea(const RingInput& rings, std::uint32_t ring) {
   const auto count = static_cast<double>(points.size());
   if (std::fabs(twice) > (count + 4.0) * 0x1p-52 * size) return true;
   std::vector<GridPoint> snapped;
-  SnapRing(alone, 0, grid, snapped);
+  SnapRing(alone, 0, 0, grid, snapped);
   return DoubleOf(TwiceArea(Enclosed(snapped))) > 2.0 * (length + count);
+}
+
+// Calls visit(ring) for each ring on the grid, turned round where it must be.
+// @return how many rings with an area have none on the grid
+template <class Visit>
+std::uint32_t ForEachSnapped(const RingInput& rings, std::uint32_t before, const RegionGrid& grid,
+                             RingTurns turns, Visit visit) {
+  std::vector<GridPoint> ring;
+  std::uint32_t lost = 0;
+  for (std::uint32_t i = 0; i < rings.Rings(); ++i) {
+    SnapRing(rings, before, i, grid, ring);
+    const int turn = TwiceAreaOf(ring).Sign();
+    const bool isGone = turn == 0 && !ring.empty() && Enclosed(ring).Polygons() == 0;
+    if (isGone && HasArea(rings, i)) ++lost;
+    if (turns == RingTurns::kCounterClockwise && turn < 0) std::reverse(ring.begin(), ring.end());
+    visit(ring);
+  }
+  return lost;
 }
 
 }  // namespace
 
-RegionGrid GridCovering(const RingInput& rings) {
-  if (rings.Points() == 0) return {};
-  WorldBox box{{rings.xy[0], rings.xy[1]}, {rings.xy[0], rings.xy[1]}};
-  for (std::uint32_t i = 0; i < rings.Rings(); ++i) {
-    ForEachPoint(rings, i, [&](WorldPoint p, zelvan_fault) { MergeBoxes(box.min, box.max, p, p); });
+RegionGrid GridCovering(std::span<const RingInput> inputs) {
+  std::optional<WorldBox> box;
+  std::uint32_t before = 0;  // rings of the inputs so far
+  for (const RingInput& rings : inputs) {
+    for (std::uint32_t i = 0; i < rings.Rings(); ++i) {
+      ForEachPoint(rings, before, i, [&](WorldPoint p, zelvan_fault /*place*/) {
+        if (!box) box = {p, p};
+        MergeBoxes(box->min, box->max, p, p);
+      });
+    }
+    before += rings.Rings();
   }
-  const auto grid = FinestCovering(box);
-  if (!grid) RefuseFarthest(rings);
+  if (!box) return {};
+  const auto grid = FinestCovering(*box);
+  if (!grid) RefuseFarthest(inputs);
   return *grid;
 }
 
@@ -106,17 +137,22 @@ RegionHandle RegionOfRings(const RingInput& rings, FillRule rule, RingTurns turn
                            const RegionGrid& grid) {
   Operation operation;
   operation.Reserve(rings.Points());
-  std::vector<GridPoint> ring;
-  std::uint32_t lost = 0;
-  for (std::uint32_t i = 0; i < rings.Rings(); ++i) {
-    SnapRing(rings, i, grid, ring);
-    const int turn = TwiceAreaOf(ring).Sign();
-    const bool isGone = turn == 0 && !ring.empty() && Enclosed(ring).Polygons() == 0;
-    if (isGone && HasArea(rings, i)) ++lost;
-    if (turns == RingTurns::kCounterClockwise && turn < 0) std::reverse(ring.begin(), ring.end());
-    operation.AddFirst(ring);
-  }
+  const std::uint32_t lost =
+      ForEachSnapped(rings, 0, grid, turns, [&](const auto& ring) { operation.AddFirst(ring); });
   return MakeRegion(grid, operation.Run(rule), lost);
+}
+
+RegionHandle CombineRings(overlay::Operation operation, const RingOperand& a, const RingOperand& b,
+                          const RegionGrid& grid) {
+  Operation sweep;
+  sweep.Reserve(std::size_t{a.rings.Points()} + b.rings.Points());
+  const std::uint32_t lostOfFirst = ForEachSnapped(a.rings, 0, grid, RingTurns::kAsGiven,
+                                                   [&](const auto& ring) { sweep.AddFirst(ring); });
+  const std::uint32_t lostOfSecond =
+      ForEachSnapped(b.rings, a.rings.Rings(), grid, RingTurns::kAsGiven,
+                     [&](const auto& ring) { sweep.AddSecond(ring); });
+  return MakeRegion(grid, sweep.Run(operation, a.rule, b.rule),
+                    AddLosses(lostOfFirst, lostOfSecond));
 }
 
 }  // namespace zelvan

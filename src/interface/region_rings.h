@@ -10,6 +10,7 @@
 
 #include "interface/region.h"
 #include "interface/region_grid.h"
+#include "overlay/selection.h"
 
 namespace zelvan {
 
@@ -26,13 +27,25 @@ struct RingInput {
   }
 };
 
-/// The grid with the least step that holds the points of all rings.
-[[nodiscard]] RegionGrid GridCovering(const RingInput& rings);
+/// The grid with the least step that holds the points of all rings. A refused point's ring is
+/// counted through all inputs.
+[[nodiscard]] RegionGrid GridCovering(std::span<const RingInput> inputs);
 
 enum class RingTurns { kAsGiven, kCounterClockwise };
 
 /// The region that rings bound; with turns, each ring is turned round where it must be.
 [[nodiscard]] RegionHandle RegionOfRings(const RingInput& rings, FillRule rule, RingTurns turns,
                                          const RegionGrid& grid);
+
+/// The rings of an operand.
+struct RingOperand {
+  RingInput rings;
+  FillRule rule;
+};
+
+/// An operation on the regions that two operands' rings bound, in one sweep. The rings of the
+/// second operand are counted on from those of the first, where a point is refused.
+[[nodiscard]] RegionHandle CombineRings(overlay::Operation operation, const RingOperand& a,
+                                        const RingOperand& b, const RegionGrid& grid);
 
 }  // namespace zelvan
