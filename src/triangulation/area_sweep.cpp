@@ -57,8 +57,9 @@ bool Sweep(zelvan::Area& area, const SweepSettings& settings) {
   // Not by std::make_unique_for_overwrite, which older standard libraries lack.
   area.triangles.reset(new zelvan::Triangle[area.triangleCount]);
   TriangleWriter writer(area, flat.nodes, settings.mesh, settings.numbering);
-  Chains chains(writer);
-  PlaneSweep<Chains, true> sweep(chains);
+  Chains<TriangleWriter> chains(writer);
+  PlaneSweep<Chains<TriangleWriter>, true> sweep(chains);
+  chains.Begin();
   sweep.Begin(flat.vertices);
   const bool isKnown =
       settings.order != nullptr && settings.order->positions.size() == flat.vertices.size();

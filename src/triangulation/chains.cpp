@@ -3,9 +3,13 @@
 // that edges cross.
 #include "triangulation/chains.h"
 
+#include "triangulation/region_writer.h"
+#include "triangulation/triangle_writer.h"
+
 namespace VORNEX {
 
-bool Chains::GoOnLeft(Ends& ends, const Corner& at, std::uint32_t leftEdge) {
+template <class Writer>
+bool Chains<Writer>::GoOnLeft(Ends& ends, const Corner& at, std::uint32_t leftEdge) {
   const std::uint32_t step = StepTo(ends, leftEdge, kNone);
   if (!CloseLeft(ends.left, at, step, leftEdge)) return false;
   ends.right = AppendAndCut(ends.right, at, step);
@@ -13,7 +17,8 @@ bool Chains::GoOnLeft(Ends& ends, const Corner& at, std::uint32_t leftEdge) {
   return ends.right != kNone;
 }
 
-bool Chains::GoOnRight(Ends& ends, const Corner& at, std::uint32_t rightEdge) {
+template <class Writer>
+bool Chains<Writer>::GoOnRight(Ends& ends, const Corner& at, std::uint32_t rightEdge) {
   const std::uint32_t step = StepTo(ends, kNone, rightEdge);
   if (!CloseRight(ends.right, at, step, rightEdge)) return false;
   ends.left = Append(ends.left, at, step);
@@ -21,7 +26,8 @@ bool Chains::GoOnRight(Ends& ends, const Corner& at, std::uint32_t rightEdge) {
   return true;
 }
 
-bool Chains::Split(Ends& left, Ends& right, const Corner& at) {
+template <class Writer>
+bool Chains<Writer>::Split(Ends& left, Ends& right, const Corner& at) {
   const std::uint32_t step = writer_.AddDiagonal();
   right.right = AppendAndCut(left.right, at, step);
   right.left = Start(at);
@@ -30,14 +36,16 @@ bool Chains::Split(Ends& left, Ends& right, const Corner& at) {
   return right.right != kNone;
 }
 
-bool Chains::End(const Ends& ends, const Corner& at, std::uint32_t leftEdge,
-                 std::uint32_t rightEdge) {
+template <class Writer>
+bool Chains<Writer>::End(const Ends& ends, const Corner& at, std::uint32_t leftEdge,
+                         std::uint32_t rightEdge) {
   const std::uint32_t step = StepTo(ends, leftEdge, rightEdge);
   return CloseLeft(ends.left, at, step, leftEdge) && CloseRight(ends.right, at, step, rightEdge);
 }
 
-bool Chains::Merge(Ends& left, const Ends& right, const Corner& at, std::uint32_t rightEdge,
-                   std::uint32_t leftEdge) {
+template <class Writer>
+bool Chains<Writer>::Merge(Ends& left, const Ends& right, const Corner& at, std::uint32_t rightEdge,
+                           std::uint32_t leftEdge) {
   const std::uint32_t stepLeft = StepTo(left, kNone, rightEdge);
   const std::uint32_t stepRight = StepTo(right, leftEdge, kNone);
   if (!CloseRight(left.right, at, stepLeft, rightEdge) ||
@@ -48,8 +56,9 @@ bool Chains::Merge(Ends& left, const Ends& right, const Corner& at, std::uint32_
   return left.right != kNone;
 }
 
-bool Chains::CloseRight(std::uint32_t chain, const Corner& end, std::uint32_t edge,
-                        std::uint32_t single) {
+template <class Writer>
+bool Chains<Writer>::CloseRight(std::uint32_t chain, const Corner& end, std::uint32_t edge,
+                                std::uint32_t single) {
   while (!IsSingle(chain)) {
     if (!EndIsConvex(chain, end)) return false;
     const bool isLast = IsSingle(links_[chain].above);
@@ -59,8 +68,9 @@ bool Chains::CloseRight(std::uint32_t chain, const Corner& end, std::uint32_t ed
   return true;
 }
 
-bool Chains::CloseLeft(std::uint32_t chain, const Corner& end, std::uint32_t edge,
-                       std::uint32_t single) {
+template <class Writer>
+bool Chains<Writer>::CloseLeft(std::uint32_t chain, const Corner& end, std::uint32_t edge,
+                               std::uint32_t single) {
   reflex_.clear();
   reflex_.push_back({end, kNone, kNone});
   for (bool isTop = false; !isTop;) {
@@ -85,5 +95,8 @@ bool Chains::CloseLeft(std::uint32_t chain, const Corner& end, std::uint32_t edg
   }
   return true;
 }
+
+template class Chains<TriangleWriter>;
+template class Chains<RegionWriter>;
 
 }  // namespace VORNEX

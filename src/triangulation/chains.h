@@ -14,19 +14,27 @@
 // between two of these edges is convex.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
-#include "triangulation/triangle_writer.h"
+#include "triangulation/sweep_records.h"
 
 namespace VORNEX {
 
+/// @tparam Writer  takes the triangles: TriangleWriter or RegionWriter
+template <class Writer>
 class Chains {
  public:
-  explicit Chains(TriangleWriter& writer) : writer_(writer) {
+  explicit Chains(Writer& writer) noexcept : writer_(writer) {}
+
+  /// Starts with nothing. Throws std::bad_alloc.
+  void Begin() {
     constexpr std::size_t usual = 32;  // spares small areas the growing
+    links_.clear();
     links_.reserve(usual);
     reflex_.reserve(usual);
+    free_ = kNone;
   }
 
   /// The lowest links of the two chains of an interval: opposite its left edge and opposite
@@ -139,7 +147,7 @@ class Chains {
     return true;
   }
 
-  TriangleWriter& writer_;
+  Writer& writer_;
   std::vector<Link> links_;
   std::vector<Link> reflex_;  // what is left of a chain that is being cut upward
   std::uint32_t free_ = kNone;

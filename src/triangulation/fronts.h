@@ -40,7 +40,7 @@ namespace VORNEX {
 
 class Fronts {
  public:
-  explicit Fronts(RegionWriter& writer) : writer_(writer) {}
+  explicit Fronts(RegionWriter& writer) noexcept : writer_(writer) {}
 
   /// The front of an interval by its links.
   struct Ends {
@@ -59,8 +59,8 @@ class Fronts {
   [[nodiscard]] bool Merge(Ends& left, const Ends& right, const Corner& at, std::uint32_t rightEdge,
                            std::uint32_t leftEdge);
 
-  /// Forgets everything.
-  void Clear() noexcept {
+  /// Starts with nothing.
+  void Begin() noexcept {
     links_.clear();
     free_ = kNone;
   }

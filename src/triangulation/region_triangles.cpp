@@ -7,6 +7,7 @@
 #include <span>
 #include <vector>
 
+#include "triangulation/chains.h"
 #include "triangulation/ears.h"
 #include "triangulation/flips.h"
 #include "triangulation/fronts.h"
@@ -29,13 +30,14 @@ class RegionCutter {
 
   [[nodiscard]] zelvan::RegionWork Run() {
     for (std::size_t p = 0; p < region_.Polygons(); ++p) CutPolygon(p);
-    return {sweep_.steps(), flipCount_};
+    return {plainSweep_.steps() + delaunaySweep_.steps(), flipCount_};
   }
 
  private:
   void CutPolygon(std::size_t polygon);
-  [[nodiscard]] bool CutDirectly();
   [[nodiscard]] bool CutBySweep();
+  template <class Cutter>
+  [[nodiscard]] bool Sweep(PlaneSweep<Cutter, false>& sweep, Cutter& cutter);
 
   void Prepare(std::uint32_t triangles);
   void Finish();
@@ -43,7 +45,8 @@ class RegionCutter {
   void FillVertices(bool turned);
   [[nodiscard]] bool TurningPays() const noexcept;
   void JoinWalks();
-  void ArrangeShared(std::span<std::uint32_t> order);
+  template <class AnySweep>
+  void ArrangeShared(std::span<std::uint32_t> order, AnySweep& sweep);
 
   [[nodiscard]] std::uint32_t Size() const noexcept { return end_ - first_; }
   [[nodiscard]] std::uint32_t Rings() const noexcept { return ringEnd_ - ring_; }
@@ -74,8 +77,10 @@ class RegionCutter {
   WalkJoiner joiner_;
   VertexOrder order_;
   RegionWriter writer_;
+  Chains<RegionWriter> chains_{writer_};
+  PlaneSweep<Chains<RegionWriter>, false> plainSweep_{chains_};
   Fronts fronts_{writer_};
-  PlaneSweep<Fronts, false> sweep_{fronts_};
+  PlaneSweep<Fronts, false> delaunaySweep_{fronts_};
   Flips flips_;
   std::uint64_t flipCount_ = 0;
   Arrangement arrangement_;
@@ -88,8 +93,14 @@ void RegionCutter::CutPolygon(std::size_t polygon) {
   end_ = region_.ringOffsets[ringEnd_];
   touch_ = touchEnd_;
   while (touchEnd_ < region_.touches.size() && region_.touches[touchEnd_] < end_) ++touchEnd_;
-  const bool isRing = Rings() == 1 && touch_ == touchEnd_;
-  const bool found = isRing && Size() <= kMostForEars ? CutDirectly() : CutBySweep();
+  const std::uint32_t triangles = Size() + 2 * Rings() - 4;
+  bool found = false;
+  if (touch_ == touchEnd_ && triangles + 2 <= kMostForEars) {
+    Prepare(triangles);
+    found = CutEars(region_, polygon, corners_, twins_);
+  } else {
+    found = CutBySweep();
+  }
   if (!found) ERR::Raise(ERR::FAIL);
   Finish();
 }
@@ -123,11 +134,6 @@ void RegionCutter::Finish() {
   before_ += made_;
 }
 
-bool RegionCutter::CutDirectly() {
-  Prepare(Size() - 2);
-  return CutEars(region_.Ring(ring_), first_, corners_, twins_);
-}
-
 bool RegionCutter::CutBySweep() {
   FillVertices(TurningPays());
   std::uint32_t walks = Rings();
@@ -137,11 +143,16 @@ bool RegionCutter::CutBySweep() {
   }
   Prepare(Size() + 2 * walks - 4);
   writer_.Begin(first_, Size(), made_, corners_, twins_);
-  fronts_.Clear();
-  sweep_.Begin(vertices_);
+  return delaunay_ ? Sweep(delaunaySweep_, fronts_) : Sweep(plainSweep_, chains_);
+}
+
+template <class Cutter>
+bool RegionCutter::Sweep(PlaneSweep<Cutter, false>& sweep, Cutter& cutter) {
+  cutter.Begin();
+  sweep.Begin(vertices_);
   const std::span<std::uint32_t> order = order_.Sort(vertices_);
-  if (touch_ != touchEnd_) ArrangeShared(order);
-  return sweep_.Run(order) && writer_.IsComplete();
+  if (touch_ != touchEnd_) ArrangeShared(order, sweep);
+  return sweep.Run(order) && writer_.IsComplete();
 }
 
 // The sweep line passes as many intervals as it opens, at the most; those are opened by vertices
@@ -193,11 +204,12 @@ void RegionCutter::JoinWalks() {
   }
 }
 
-void RegionCutter::ArrangeShared(std::span<std::uint32_t> order) {
+template <class AnySweep>
+void RegionCutter::ArrangeShared(std::span<std::uint32_t> order, AnySweep& sweep) {
   for (std::size_t begin = 0, end = 0; begin < order.size(); begin = end) {
     const GridPoint place = vertices_[order[begin]].point;
     for (end = begin + 1; end < order.size() && vertices_[order[end]].point == place;) ++end;
-    if (end > begin + 1) sweep_.ArrangeShared(order.subspan(begin, end - begin));
+    if (end > begin + 1) sweep.ArrangeShared(order.subspan(begin, end - begin));
   }
 }
 
