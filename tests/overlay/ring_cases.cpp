@@ -80,7 +80,10 @@ class Generator {
       if (random_.Below(4) == 0) p = Moved(p, 1);
     }
     if (kind == 3) p = Moved({OnLattice(), OnLattice()}, jitter_);
-    if (kind == 4) p = Moved(Old(), 1 + random_.Below(3));
+    if (kind == 4) {
+      p = Old();
+      p = Moved(p, 1 + random_.Below(3));
+    }
     std::int32_t& side = random_.Below(2) == 0 ? p.gx : p.gy;
     if (kind == 5) side = InRange(random_.Below(2) * size_ - size_ / 2);
     points_.push_back(p);
