@@ -2,7 +2,6 @@
 #include "interface/region_sweep.h"
 
 #include <limits>
-#include <utility>
 
 #include "interface/region_refusal.h"
 
@@ -17,7 +16,7 @@ void Operation::AddSecond(const FlatRegion& region) {
 }
 
 FlatRegion Operation::Run(overlay::Operation operation, FillRule first, FillRule second) {
-  FlatRegion region = overlay::Overlay(std::move(edges_), {operation, first, second});
+  FlatRegion region = overlay_.Run({operation, first, second});
   Require(region.points.size() <= std::numeric_limits<std::int32_t>::max(), ZELVAN_TOO_LARGE);
   return region;
 }

@@ -14,10 +14,10 @@ namespace zelvan {
 class Operation {
  public:
   /// Makes room for that many points of both operands.
-  void Reserve(std::size_t points) { edges_.Reserve(points); }
+  void Reserve(std::size_t points) { overlay_.Edges().Reserve(points); }
 
-  void AddFirst(std::span<const GridPoint> ring) { edges_.AddRing(ring, {1, 0}); }
-  void AddSecond(std::span<const GridPoint> ring) { edges_.AddRing(ring, {0, 1}); }
+  void AddFirst(std::span<const GridPoint> ring) { overlay_.Edges().AddRing(ring, {1, 0}); }
+  void AddSecond(std::span<const GridPoint> ring) { overlay_.Edges().AddRing(ring, {0, 1}); }
   void AddFirst(const FlatRegion& region);
   void AddSecond(const FlatRegion& region);
 
@@ -31,7 +31,7 @@ class Operation {
   }
 
  private:
-  overlay::EdgeSet edges_;
+  overlay::Overlay overlay_;
 };
 
 }  // namespace zelvan

@@ -19,9 +19,10 @@ inline constexpr std::size_t kManyWords = 20000;  // sorted by wide digits
 // Each pass is stable, so the passes from the lowest digit to the highest leave all words in
 // order.
 template <int kDigitBits>
-void RadixSortWords(std::vector<std::uint64_t>& words, int low, int bits) {
+void RadixSortWords(std::vector<std::uint64_t>& words, std::vector<std::uint64_t>& scratch, int low,
+                    int bits) {
   constexpr std::size_t buckets = std::size_t{1} << kDigitBits;
-  std::vector<std::uint64_t> scratch(words.size());
+  scratch.resize(words.size());
   for (int shift = low; shift < low + bits; shift += kDigitBits) {
     const int width = std::min(kDigitBits, low + bits - shift);
     const std::uint64_t mask = (std::uint64_t{1} << width) - 1;
@@ -38,14 +39,15 @@ void RadixSortWords(std::vector<std::uint64_t>& words, int low, int bits) {
 }  // namespace detail
 
 /// Sorts words by their bits from `low` up, of which there are `bits`; the bits below must be
-/// in ascending order where those are equal. Throws std::bad_alloc.
-inline void SortWords(std::vector<std::uint64_t>& words, int low, int bits) {
+/// in ascending order where those are equal. What `scratch` holds is lost. Throws std::bad_alloc.
+inline void SortWords(std::vector<std::uint64_t>& words, std::vector<std::uint64_t>& scratch,
+                      int low, int bits) {
   if (words.size() < detail::kFewWords) {
     std::sort(words.begin(), words.end());
   } else if (words.size() < detail::kManyWords) {
-    detail::RadixSortWords<8>(words, low, bits);
+    detail::RadixSortWords<8>(words, scratch, low, bits);
   } else {
-    detail::RadixSortWords<11>(words, low, bits);
+    detail::RadixSortWords<11>(words, scratch, low, bits);
   }
 }
 

@@ -11,14 +11,52 @@
 // two edges outside B cross in grid points alone.
 #pragma once
 
+#include <cstdint>
+#include <span>
+#include <vector>
+
 #include "overlay/edges.h"
 #include "overlay/sweep.h"
 
 namespace zelvan::overlay {
 
-/// The pieces of all edges that were active in a sweep, their vertices in order.
-/// @param edges  those that the sweep went over, its vertices sorted
-/// Throws std::bad_alloc.
-[[nodiscard]] EdgeSet SplitEdges(const EdgeSet& edges, Sweep& sweep);
+/// The least set of bent edges, and what each edge goes through. Storage is kept from one use
+/// to the next.
+class Bending {
+ public:
+  /// Splits the edges of a sweep that found crossings off the grid into pieces, in place. The
+  /// first piece of an edge keeps the number of the edge. Throws std::bad_alloc.
+  void Split(EdgeSet& edges, Sweep& sweep);
+
+  [[nodiscard]] std::size_t Bytes() const noexcept;
+
+ private:
+  enum class Fate : std::uint8_t {
+    kKept,     // one piece, with its vertices
+    kChanged,  // its vertices have to be set
+    kGone      // cancelled, or in a bundle, whose line stands for it
+  };
+
+  void SortByLine(std::span<const Incidence> incidences, std::span<const Edge> lines);
+  [[nodiscard]] std::span<const Incidence> PixelsOf(std::uint32_t line) const noexcept {
+    return {byLine_.data() + firstOfLine_[line], byLine_.data() + firstOfLine_[line + 1]};
+  }
+  void FindBent(const Sweep& sweep, std::span<const Edge> lines);
+  void Bend(std::uint32_t line);
+  void BendAllAt(GridPoint pixel);
+  void SplitLine(std::uint32_t line, EdgeSet& edges);
+  void DropVertices(EdgeSet& edges);
+
+  std::vector<std::uint32_t> firstOfLine_;
+  std::vector<Incidence> byLine_;     // in the order in which each line comes to its pixels
+  std::vector<Incidence> offCentre_;  // by pixel
+  std::vector<bool> isHandled_;       // of the first incidence of each pixel
+  std::vector<bool> isBent_;
+  std::vector<std::uint32_t> waiting_;
+  std::vector<Fate> fates_;
+  std::vector<GridPoint> route_;  // of one line
+  EdgeSet added_;                 // vertices of lines that changed
+  std::vector<Vertex> merged_;
+};
 
 }  // namespace zelvan::overlay

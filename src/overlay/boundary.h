@@ -32,6 +32,7 @@ struct Piece {
 class Boundary {
  public:
   void Clear() noexcept { pieces_.clear(); }
+  [[nodiscard]] std::size_t Bytes() const noexcept { return BytesOf(pieces_); }
   void Reserve(std::size_t pieces) { pieces_.reserve(pieces); }
 
   [[nodiscard]] std::vector<Piece>& Pieces() noexcept { return pieces_; }

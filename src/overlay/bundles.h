@@ -54,6 +54,7 @@ class Bundles {
   }
 
   void Clear() noexcept { nodes_.clear(); }
+  [[nodiscard]] std::size_t Bytes() const noexcept { return BytesOf(nodes_); }
 
  private:
   struct Member {

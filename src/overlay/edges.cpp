@@ -53,8 +53,8 @@ class PlaceKeys {
 
 // Words of a key above a position. Where x and y do not fit beside the position, the words are
 // sorted by x, and runs of one x by y.
-void SortByPlace(std::vector<std::uint64_t>& words, const std::vector<Vertex>& vertices,
-                 int positionBits) {
+void SortByPlace(std::vector<std::uint64_t>& words, std::vector<std::uint64_t>& scratch,
+                 const std::vector<Vertex>& vertices, int positionBits) {
   const PlaceKeys keys(vertices);
   const std::uint64_t mask = (std::uint64_t{1} << positionBits) - 1;
   const std::size_t n = vertices.size();
@@ -65,11 +65,11 @@ void SortByPlace(std::vector<std::uint64_t>& words, const std::vector<Vertex>& v
       const GridPoint p = vertices[i].at;
       words[i] = (keys.X(p) << keys.BitsY() | keys.Y(p)) << positionBits | i;
     }
-    SortWords(words, positionBits, keys.BitsX() + keys.BitsY());
+    SortWords(words, scratch, positionBits, keys.BitsX() + keys.BitsY());
     return;
   }
   for (std::size_t i = 0; i < n; ++i) words[i] = keys.X(vertices[i].at) << positionBits | i;
-  SortWords(words, positionBits, keys.BitsX());
+  SortWords(words, scratch, positionBits, keys.BitsX());
   for (std::size_t begin = 0; begin < n;) {
     std::size_t end = begin + 1;
     while (end < n && words[end] >> positionBits == words[begin] >> positionBits) ++end;
@@ -120,13 +120,12 @@ void EdgeSet::AddRing(std::span<const GridPoint> ring, Windings step) {
 void EdgeSet::SortVertices() {
   if (vertices.size() < 2) return;
   const int positionBits = static_cast<int>(std::bit_width(vertices.size() - 1));
-  std::vector<std::uint64_t> words;
-  SortByPlace(words, vertices, positionBits);
+  SortByPlace(words_, scratch_, vertices, positionBits);
   const std::uint64_t mask = (std::uint64_t{1} << positionBits) - 1;
-  std::vector<Vertex> sorted;
-  sorted.reserve(vertices.size());
-  for (const std::uint64_t word : words) sorted.push_back(vertices[word & mask]);
-  vertices = std::move(sorted);
+  sorted_.clear();
+  sorted_.reserve(vertices.size());
+  for (const std::uint64_t word : words_) sorted_.push_back(vertices[word & mask]);
+  vertices.swap(sorted_);
 }
 
 }  // namespace zelvan::overlay

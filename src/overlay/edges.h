@@ -17,6 +17,11 @@ namespace zelvan::overlay {
 
 inline constexpr std::uint32_t kNone = UINT32_MAX;
 
+template <class T>
+[[nodiscard]] std::size_t BytesOf(const std::vector<T>& v) noexcept {
+  return v.capacity() * sizeof(T);
+}
+
 /// The winding numbers of a place in both operands, or a difference of two such.
 struct Windings {
   std::int32_t first = 0;
@@ -45,9 +50,15 @@ struct Vertex {
   std::uint32_t edge[2];  ///< the number of each edge, or kNone
 };
 
-struct EdgeSet {
+class EdgeSet {
+ public:
   std::vector<Edge> edges;
   std::vector<Vertex> vertices;
+
+  void Clear() noexcept {
+    edges.clear();
+    vertices.clear();
+  }
 
   /// Makes room for the rings that will be added. Throws std::bad_alloc, as all do.
   void Reserve(std::size_t points);
@@ -58,6 +69,16 @@ struct EdgeSet {
 
   /// Brings the vertices into (x, then y) order.
   void SortVertices();
+
+  /// Memory that is kept for the next rings.
+  [[nodiscard]] std::size_t Bytes() const noexcept {
+    return BytesOf(edges) + BytesOf(vertices) + BytesOf(sorted_) + 2 * BytesOf(words_);
+  }
+
+ private:
+  std::vector<Vertex> sorted_;
+  std::vector<std::uint64_t> words_;
+  std::vector<std::uint64_t> scratch_;
 };
 
 }  // namespace zelvan::overlay

@@ -35,6 +35,17 @@ struct Incidence {
 
 class HotColumns {
  public:
+  void Clear() noexcept {
+    x_ = INT32_MIN;
+    isTight_ = false;
+    rows_.clear();
+    lines_.clear();
+    arms_.clear();
+    nextArms_.clear();
+    incidences_.clear();
+  }
+  [[nodiscard]] std::size_t Bytes() const noexcept { return BytesOf(incidences_); }
+
   /// The column of what is noted from now on. All that belonged to another one is complete:
   /// its crossings are behind the sweep. Throws std::bad_alloc, as all do.
   void Enter(std::int32_t x, const Status& status, std::span<const Edge> lines) {

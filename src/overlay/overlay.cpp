@@ -3,6 +3,8 @@
 
 #include <zelvan/error.h>
 
+#include <utility>
+
 #include "overlay/bending.h"
 #include "overlay/rings.h"
 #include "overlay/sweep.h"
@@ -11,25 +13,47 @@ namespace zelvan::overlay {
 
 namespace {
 
-FlatRegion OverlayPieces(EdgeSet&& pieces, const Selection& selection) {
-  Sweep sweep(pieces, selection, Sweep::Search::kNothing);
-  sweep.Run();
-  if (!sweep.IsExact()) ERR::Raise(ERR::FAIL);
-  return RegionWithin(sweep.TheBoundary());
-}
+constexpr std::size_t kMostKept = std::size_t{8} << 20;  // bytes
 
 }  // namespace
 
-FlatRegion Overlay(EdgeSet&& edges, const Selection& selection) {
+struct Overlay::Arrays {
+  EdgeSet edges;
+  Sweep sweep;
+  Bending bending;
+};
+
+// Of the thread, while no overlay has them.
+std::unique_ptr<Overlay::Arrays>& Overlay::Kept() noexcept {
+  thread_local std::unique_ptr<Arrays> kept;
+  return kept;
+}
+
+Overlay::Overlay() : arrays_(std::move(Kept())) {
+  if (arrays_ == nullptr) arrays_ = std::make_unique<Arrays>();
+  arrays_->edges.Clear();
+}
+
+Overlay::~Overlay() {
+  const std::size_t bytes =
+      arrays_->edges.Bytes() + arrays_->sweep.Bytes() + arrays_->bending.Bytes();
+  if (bytes <= kMostKept) Kept() = std::move(arrays_);
+}
+
+EdgeSet& Overlay::Edges() noexcept {
+  return arrays_->edges;
+}
+
+FlatRegion Overlay::Run(const Selection& selection) {
+  auto& [edges, sweep, bending] = *arrays_;
   edges.SortVertices();
-  EdgeSet pieces;
-  {
-    Sweep sweep(edges, selection, Sweep::Search::kPixels);
-    sweep.Run();
-    if (sweep.IsExact()) return RegionWithin(sweep.TheBoundary());
-    pieces = SplitEdges(edges, sweep);
+  sweep.Run(edges, selection, Sweep::Search::kPixels);
+  if (!sweep.IsExact()) {
+    bending.Split(edges, sweep);
+    sweep.Run(edges, selection, Sweep::Search::kNothing);
+    if (!sweep.IsExact()) ERR::Raise(ERR::FAIL);
   }
-  return OverlayPieces(std::move(pieces), selection);
+  return RegionWithin(sweep.TheBoundary());
 }
 
 }  // namespace zelvan::overlay

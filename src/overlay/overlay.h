@@ -5,14 +5,36 @@
 // the pieces, which meet at ends alone, go through a second sweep.
 #pragma once
 
+#include <memory>
+
 #include "overlay/edges.h"
 #include "overlay/selection.h"
 #include "polygon/flat_region.h"
 
 namespace zelvan::overlay {
 
-/// The region of the places that a selection holds. Uses the edges up. Throws std::bad_alloc;
-/// raises ERR::FAIL if pieces cross, which is a contradiction.
-[[nodiscard]] FlatRegion Overlay(EdgeSet&& edges, const Selection& selection);
+/// One overlay. Its arrays, up to some megabytes, are the thread's, which keeps them from one
+/// overlay to the next; several may be under way in one thread.
+class Overlay {
+ public:
+  /// Throws std::bad_alloc.
+  Overlay();
+  Overlay(const Overlay&) = delete;
+  Overlay& operator=(const Overlay&) = delete;
+  ~Overlay();
+
+  /// To be filled with rings.
+  [[nodiscard]] EdgeSet& Edges() noexcept;
+
+  /// The region of the places that a selection holds; to be called once. Throws
+  /// std::bad_alloc; raises ERR::FAIL if pieces cross, which is a contradiction.
+  [[nodiscard]] FlatRegion Run(const Selection& selection);
+
+ private:
+  struct Arrays;
+  static std::unique_ptr<Arrays>& Kept() noexcept;
+
+  std::unique_ptr<Arrays> arrays_;
+};
 
 }  // namespace zelvan::overlay

@@ -21,6 +21,7 @@ enum class Operation : std::uint32_t {
 /// A fill rule for each operand and an operation. A place far away belongs to no operand.
 class Selection {
  public:
+  Selection() = default;
   Selection(Operation operation, FillRule first, FillRule second) noexcept
       : operation_(operation), first_(first), second_(second) {}
 
@@ -45,9 +46,9 @@ class Selection {
     return false;
   }
 
-  Operation operation_;
-  FillRule first_;
-  FillRule second_;
+  Operation operation_ = Operation::kUnite;
+  FillRule first_ = FillRule::EvenOdd;
+  FillRule second_ = FillRule::EvenOdd;
 };
 
 }  // namespace zelvan::overlay

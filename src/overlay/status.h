@@ -43,6 +43,9 @@ class Status {
   [[nodiscard]] Slot Above(Slot slot) const noexcept { return nodes_[slot].above; }
   [[nodiscard]] Slot Below(Slot slot) const noexcept { return nodes_[slot].below; }
   [[nodiscard]] std::size_t Size() const noexcept { return size_; }
+  [[nodiscard]] std::size_t Bytes() const noexcept {
+    return BytesOf(nodes_) + BytesOf(blocks_) + BytesOf(order_);
+  }
 
   /// The lowest slot for whose edge `isBelow` is false, or kEnd; the predicate must hold up to
   /// some slot and for none above it.

@@ -41,9 +41,9 @@ Sweep::Event Sweep::PopEvent() {
 
 bool Sweep::EventComesFirst() const noexcept {
   if (events_.empty()) return false;
-  if (nextVertex_ == input_.vertices.size()) return true;
+  if (nextVertex_ == input_->vertices.size()) return true;
   const Event& e = events_.front();
-  const GridPoint p = input_.vertices[nextVertex_].at;
+  const GridPoint p = input_->vertices[nextVertex_].at;
   const std::uint64_t column = KeyOf(p.gx, 0);
   return e.column != column ? e.column < column : e.row < KeyOf(p.gy, 0);
 }
@@ -53,13 +53,36 @@ bool Sweep::EventIsAt(GridPoint p) const noexcept {
          events_.front().row == KeyOf(p.gy, 0);
 }
 
-void Sweep::Run() {
-  slotOf_.assign(input_.edges.size(), kNever);
-  boundary_.Reserve(input_.edges.size());
-  while (nextVertex_ < input_.vertices.size() || !events_.empty()) {
+void Sweep::Clear() {
+  nextVertex_ = 0;
+  events_.clear();
+  status_.Clear();
+  bundles_.Clear();
+  boundary_.Clear();
+  draws_ = true;
+  columns_.Clear();
+  crossed_.clear();
+  cutLines_.clear();
+  stops_ = 0;
+}
+
+std::size_t Sweep::Bytes() const noexcept {
+  return BytesOf(events_) + status_.Bytes() + bundles_.Bytes() + BytesOf(slotOf_) +
+         boundary_.Bytes() + columns_.Bytes() + BytesOf(crossed_);
+}
+
+void Sweep::Run(EdgeSet& edges, const Selection& selection, Search search) {
+  Clear();
+  input_ = &edges;
+  selection_ = selection;
+  search_ = search;
+  givenLines_ = static_cast<std::ptrdiff_t>(edges.edges.size());
+  slotOf_.assign(input_->edges.size(), kNever);
+  boundary_.Reserve(input_->edges.size());
+  while (nextVertex_ < input_->vertices.size() || !events_.empty()) {
     ++stops_;
     if (!EventComesFirst()) {
-      StopAt(input_.vertices[nextVertex_].at);
+      StopAt(input_->vertices[nextVertex_].at);
       continue;
     }
     const Event& event = events_.front();
@@ -67,15 +90,15 @@ void Sweep::Run() {
     if (event.second >= kStop) {
       StopAt(p);
     } else {
-      columns_.Enter(p.gx, status_, input_.edges);
+      columns_.Enter(p.gx, status_, input_->edges);
       Cross(PopEvent());
     }
   }
-  columns_.Finish(status_, input_.edges);
+  columns_.Finish(status_, input_->edges);
 }
 
 void Sweep::StopAt(GridPoint p) {
-  if (search_ == Search::kPixels) columns_.Enter(p.gx, status_, input_.edges);
+  if (search_ == Search::kPixels) columns_.Enter(p.gx, status_, input_->edges);
   if (GoOn(p)) return;
   leaving_.clear();
   CollectStarts(p);
@@ -90,11 +113,11 @@ void Sweep::StopAt(GridPoint p) {
 // Where one edge ends, one starts and nothing else is, the second takes the place of the first.
 // @return whether it was so; else nothing has changed
 bool Sweep::GoOn(GridPoint p) {
-  if (nextVertex_ == input_.vertices.size() || EventIsAt(p)) return false;
-  const Vertex& v = input_.vertices[nextVertex_];
+  if (nextVertex_ == input_->vertices.size() || EventIsAt(p)) return false;
+  const Vertex& v = input_->vertices[nextVertex_];
   if (v.at != p) return false;
   const std::size_t after = nextVertex_ + 1;
-  if (after < input_.vertices.size() && input_.vertices[after].at == p) return false;
+  if (after < input_->vertices.size() && input_->vertices[after].at == p) return false;
   const int out = v.far[0] < p ? 1 : 0;
   if (!(v.far[1 - out] < p && p < v.far[out])) return false;
   const std::uint32_t ending = v.edge[1 - out];
@@ -145,12 +168,12 @@ bool Sweep::GoOn(GridPoint p) {
 void Sweep::CollectStarts(GridPoint p) {
   below_ = kNone;
   unseen_.clear();
-  for (; nextVertex_ < input_.vertices.size(); ++nextVertex_) {
-    const Vertex& v = input_.vertices[nextVertex_];
+  for (; nextVertex_ < input_->vertices.size(); ++nextVertex_) {
+    const Vertex& v = input_->vertices[nextVertex_];
     if (v.at != p) break;
     for (int i = 0; i < 2; ++i) {
       if (p < v.far[i]) {
-        leaving_.push_back({v.far[i], input_.edges[v.edge[i]].step, v.edge[i], kNone});
+        leaving_.push_back({v.far[i], input_->edges[v.edge[i]].step, v.edge[i], kNone});
       } else if (v.far[i] < p) {
         const Slot slot = slotOf_[v.edge[i]];
         if (slot < kGone) below_ = slot;
@@ -197,7 +220,7 @@ void Sweep::TakeOut(GridPoint p) {
   for (const ActiveEdge& e : arriving_) {
     slotOf_[e.line] = kGone;
     if (e.high != p) {
-      const bool isCut = input_.edges[e.line].high == p;
+      const bool isCut = input_->edges[e.line].high == p;
       leaving_.push_back({e.high, e.step, isCut ? kNone : e.line, e.members});
     } else if (e.members != kNone) {
       Windings step = e.step;
@@ -212,7 +235,7 @@ void Sweep::CutLineAlong(GridPoint low, GridPoint p) {
   const auto isBelow = [&](const ActiveEdge& e) { return overlay::SideOf(e.low, p, low) > 0; };
   const auto along = std::partition_point(arriving_.begin(), arriving_.end(), isBelow);
   if (along != arriving_.end() && overlay::SideOf(along->low, p, low) == 0) {
-    input_.edges[along->line].high = p;
+    CutLine(along->line, p);
   }
 }
 
@@ -242,7 +265,7 @@ void Sweep::Bundle(std::vector<Leaving>::iterator begin, std::vector<Leaving>::i
   Leaving sum = *begin;
   bool endTogether = true;
   for (auto e = begin; e != end; ++e) {
-    if (e->line != kNone && input_.edges[e->line].low < p) input_.edges[e->line].high = p;
+    if (e->line != kNone && input_->edges[e->line].low < p) CutLine(e->line, p);
     if (e == begin) continue;
     sum.step += e->step;
     endTogether = endTogether && e->high == sum.high && e->members == kNone;
@@ -260,10 +283,15 @@ void Sweep::Bundle(std::vector<Leaving>::iterator begin, std::vector<Leaving>::i
   if (sum.members != kNone) Push({sum.high, 0, 0}, sum.members, kReturns);
 }
 
+void Sweep::CutLine(std::uint32_t line, GridPoint p) {
+  input_->edges[line].high = p;
+  cutLines_.push_back(line);
+}
+
 std::uint32_t Sweep::AddLine(GridPoint low, GridPoint high, Windings step) {
-  input_.edges.push_back({low, high, step});
+  input_->edges.push_back({low, high, step});
   slotOf_.push_back(kNever);
-  return static_cast<std::uint32_t>(input_.edges.size() - 1);
+  return static_cast<std::uint32_t>(input_->edges.size() - 1);
 }
 
 // Gives what leaves p its winding numbers, and pieces where it bounds the region.
@@ -338,7 +366,7 @@ void Sweep::NotePixel(GridPoint p) {
   for (const ActiveEdge& e : departing_) {
     columns_.AddLine(e.line);
     columns_.AddArm(p, e.high);
-    if (input_.edges[e.line].low < p) columns_.AddPass(e.line, p);
+    if (input_->edges[e.line].low < p) columns_.AddPass(e.line, p);
   }
   columns_.ClosePlace(p);
 }

@@ -26,6 +26,7 @@
 // edges change places at most once, for then they diverge.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -53,11 +54,8 @@ class Sweep {
   enum class Search { kPixels, kNothing };
 
   /// @param edges  their vertices sorted; changed, and extended by the lines of bundles
-  Sweep(EdgeSet& edges, const Selection& selection, Search search)
-      : input_(edges), selection_(selection), search_(search) {}
-
-  /// Throws std::bad_alloc.
-  void Run();
+  /// Throws std::bad_alloc. What an earlier run found is gone.
+  void Run(EdgeSet& edges, const Selection& selection, Search search);
 
   /// Was no crossing off the grid? Then the boundary is that of the region.
   [[nodiscard]] bool IsExact() const noexcept { return crossed_.empty(); }
@@ -66,10 +64,19 @@ class Sweep {
   [[nodiscard]] const std::vector<RoundedCrossing>& Crossed() const noexcept { return crossed_; }
   [[nodiscard]] std::vector<Incidence>& Incidences() noexcept { return columns_.Incidences(); }
 
+  /// The lines from this one on are those of bundles.
+  [[nodiscard]] std::ptrdiff_t GivenLines() const noexcept { return givenLines_; }
+
+  /// Lines whose upper end is not where it was given.
+  [[nodiscard]] const std::vector<std::uint32_t>& CutLines() const noexcept { return cutLines_; }
+
   /// Was a line ever active? Lines that others cancel are not, nor edges in a bundle.
   [[nodiscard]] bool WasActive(std::uint32_t line) const noexcept {
     return slotOf_[line] != kNever;
   }
+
+  /// Memory that is kept for the next run.
+  [[nodiscard]] std::size_t Bytes() const noexcept;
 
   /// Places that the sweep stopped at, for the bounds in the tests.
   [[nodiscard]] std::uint64_t Stops() const noexcept { return stops_; }
@@ -103,6 +110,7 @@ class Sweep {
   [[nodiscard]] bool EventComesFirst() const noexcept;
   [[nodiscard]] bool EventIsAt(GridPoint p) const noexcept;
 
+  void Clear();
   void StopAt(GridPoint p);
   bool GoOn(GridPoint p);
   void CollectStarts(GridPoint p);
@@ -118,10 +126,11 @@ class Sweep {
   void Cross(const Event& event);
   void CheckPair(Slot below, Slot above);
   [[nodiscard]] std::uint32_t AddLine(GridPoint low, GridPoint high, Windings step);
+  void CutLine(std::uint32_t line, GridPoint p);
 
-  EdgeSet& input_;
+  EdgeSet* input_ = nullptr;
   Selection selection_;
-  Search search_;
+  Search search_ = Search::kNothing;
   std::size_t nextVertex_ = 0;
   std::vector<Event> events_;  // a heap
   Status status_;
@@ -131,6 +140,8 @@ class Sweep {
   bool draws_ = true;
   HotColumns columns_;
   std::vector<RoundedCrossing> crossed_;
+  std::vector<std::uint32_t> cutLines_;
+  std::ptrdiff_t givenLines_ = 0;
   std::uint64_t stops_ = 0;
 
   // The place at which the sweep stops; storage is kept from place to place.
@@ -138,7 +149,7 @@ class Sweep {
   Slot above_ = Status::kEnd;
   std::vector<Slot> through_;         // what ends there or goes through, from bottom to top
   std::vector<ActiveEdge> arriving_;  // the same as it was before
-  std::vector<GridPoint> unseen_;  // lower ends of edges that end there and were never active
+  std::vector<GridPoint> unseen_;     // lower ends of edges that end there and were never active
   std::vector<Leaving> leaving_;
   std::vector<ActiveEdge> departing_;  // from bottom to top
   std::vector<std::uint32_t> leftPieces_;
