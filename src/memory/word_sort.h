@@ -14,7 +14,7 @@ namespace zelvan {
 namespace detail {
 
 inline constexpr std::size_t kFewWords = 300;     // sorted by comparisons
-inline constexpr std::size_t kManyWords = 20000;  // sorted by wide digits
+inline constexpr std::size_t kManyWords = 3000;  // sorted by wide digits
 
 // Each pass is stable, so the passes from the lowest digit to the highest leave all words in
 // order.

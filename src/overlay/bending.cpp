@@ -6,51 +6,55 @@
 
 namespace zelvan::overlay {
 
-void Bending::Split(EdgeSet& edges, Sweep& sweep) {
+namespace {
+
+bool IsBefore(const Vertex& a, const Vertex& b) noexcept {
+  return a.at < b.at;
+}
+
+}  // namespace
+
+void Bending::Split(EdgeSet& edges, const Sweep& sweep) {
   const auto lines = static_cast<std::uint32_t>(edges.edges.size());
-  SortByLine(sweep.Incidences(), edges.edges);
+  incidences_ = sweep.Incidences();
+  SortByLine(edges.edges);
   FindBent(sweep, edges.edges);
-  fates_.assign(lines, Fate::kKept);
-  for (std::uint32_t i = 0; i < lines; ++i) {
-    if (!sweep.WasActive(i)) fates_[i] = Fate::kGone;
-  }
-  for (const std::uint32_t line : sweep.CutLines()) fates_[line] = Fate::kChanged;
-  std::fill(fates_.begin() + sweep.GivenLines(), fates_.end(), Fate::kChanged);
-  added_.Clear();
+  FindFates(sweep, lines);
+  lastPiece_.resize(lines);
+  inner_.resize(incidences_.size());
+  for (Vertex& v : inner_) v.edge[0] = kNone;
+  ends_.Clear();
   for (std::uint32_t line = 0; line < lines; ++line) {
     if (fates_[line] != Fate::kGone) SplitLine(line, edges);
   }
-  DropVertices(edges);
-  added_.SortVertices();
-  merged_.resize(edges.vertices.size() + added_.vertices.size());
-  std::merge(edges.vertices.begin(), edges.vertices.end(), added_.vertices.begin(),
-             added_.vertices.end(), merged_.begin(),
-             [](const Vertex& a, const Vertex& b) { return a.at < b.at; });
-  edges.vertices.swap(merged_);
+  MoveVertices(edges);
 }
 
 std::size_t Bending::Bytes() const noexcept {
-  return BytesOf(firstOfLine_) + BytesOf(byLine_) + BytesOf(offCentre_) + BytesOf(fates_) +
-         added_.Bytes() + BytesOf(merged_);
+  return BytesOf(firstOfLine_) + BytesOf(byLine_) + BytesOf(fates_) + BytesOf(lastPiece_) +
+         BytesOf(inner_) + ends_.Bytes() + BytesOf(added_) + BytesOf(merged_);
 }
 
-void Bending::SortByLine(std::span<const Incidence> incidences, std::span<const Edge> lines) {
+// By pixel they are in order already, but for falling lines within a column.
+void Bending::SortByLine(std::span<const Edge> lines) {
   firstOfLine_.assign(lines.size() + 1, 0);
-  for (const Incidence& i : incidences) ++firstOfLine_[i.line];
+  for (const Incidence& i : incidences_) ++firstOfLine_[i.line];
   std::uint32_t sum = 0;
   for (std::uint32_t& first : firstOfLine_) first = sum += first;
-  byLine_.resize(incidences.size());
-  for (std::size_t k = incidences.size(); k-- > 0;) {
-    byLine_[--firstOfLine_[incidences[k].line]] = incidences[k];
+  byLine_.resize(incidences_.size());
+  for (auto k = static_cast<std::uint32_t>(incidences_.size()); k-- > 0;) {
+    byLine_[--firstOfLine_[incidences_[k].line]] = k;
   }
+  const auto column = [&](std::uint32_t i) { return incidences_[byLine_[i]].pixel.gx; };
   for (std::uint32_t line = 0; line < lines.size(); ++line) {
-    if (firstOfLine_[line + 1] - firstOfLine_[line] < 2) continue;
-    const bool falls = lines[line].high.gy < lines[line].low.gy;
-    std::sort(byLine_.begin() + firstOfLine_[line], byLine_.begin() + firstOfLine_[line + 1],
-              [falls](const Incidence& a, const Incidence& b) {
-                if (a.pixel.gx != b.pixel.gx || !falls) return a.pixel < b.pixel;
-                return a.pixel.gy > b.pixel.gy;
-              });
+    if (lines[line].high.gy >= lines[line].low.gy) continue;
+    const std::uint32_t last = firstOfLine_[line + 1];
+    for (std::uint32_t begin = firstOfLine_[line]; begin < last;) {
+      std::uint32_t end = begin + 1;
+      while (end < last && column(end) == column(begin)) ++end;
+      std::reverse(byLine_.begin() + begin, byLine_.begin() + end);
+      begin = end;
+    }
   }
 }
 
@@ -58,23 +62,17 @@ void Bending::SortByLine(std::span<const Incidence> incidences, std::span<const 
 // off their centres.
 void Bending::FindBent(const Sweep& sweep, std::span<const Edge> lines) {
   isBent_.assign(lines.size(), false);
+  isHandled_.assign(incidences_.size(), false);
   for (const RoundedCrossing& c : sweep.Crossed()) {
     Bend(c.first);
     Bend(c.second);
   }
-  offCentre_.clear();
-  for (const Incidence& i : byLine_) {
-    if (i.isOffCentre) offCentre_.push_back(i);
-  }
-  std::sort(offCentre_.begin(), offCentre_.end(),
-            [](const Incidence& a, const Incidence& b) { return a.pixel < b.pixel; });
-  isHandled_.assign(offCentre_.size(), false);
   while (!waiting_.empty()) {
     const std::uint32_t line = waiting_.back();
     waiting_.pop_back();
     BendAllAt(lines[line].low);
     BendAllAt(lines[line].high);
-    for (const Incidence& i : PixelsOf(line)) BendAllAt(i.pixel);
+    for (const std::uint32_t i : IncidencesOf(line)) BendAllAt(i);
   }
 }
 
@@ -84,60 +82,101 @@ void Bending::Bend(std::uint32_t line) {
   waiting_.push_back(line);
 }
 
-// A bent edge meets the pixel.
+// A bent edge meets the pixel of an incidence.
+void Bending::BendAllAt(std::size_t incidence) {
+  const GridPoint pixel = incidences_[incidence].pixel;
+  std::size_t i = incidence;
+  while (i > 0 && incidences_[i - 1].pixel == pixel) --i;
+  if (isHandled_[i]) return;
+  isHandled_[i] = true;
+  for (; i < incidences_.size() && incidences_[i].pixel == pixel; ++i) {
+    if (incidences_[i].isOffCentre) Bend(incidences_[i].line);
+  }
+}
+
 void Bending::BendAllAt(GridPoint pixel) {
-  auto i = std::lower_bound(offCentre_.begin(), offCentre_.end(), pixel,
-                            [](const Incidence& a, GridPoint q) { return a.pixel < q; });
-  if (i == offCentre_.end() || i->pixel != pixel) return;
-  const auto first = static_cast<std::size_t>(i - offCentre_.begin());
-  if (isHandled_[first]) return;
-  isHandled_[first] = true;
-  for (; i != offCentre_.end() && i->pixel == pixel; ++i) Bend(i->line);
+  const auto i = std::lower_bound(incidences_.begin(), incidences_.end(), pixel,
+                                  [](const Incidence& a, GridPoint q) { return a.pixel < q; });
+  if (i == incidences_.end() || i->pixel != pixel) return;
+  BendAllAt(static_cast<std::size_t>(i - incidences_.begin()));
+}
+
+void Bending::FindFates(const Sweep& sweep, std::size_t lines) {
+  fates_.assign(lines, Fate::kKept);
+  for (std::uint32_t i = 0; i < lines; ++i) {
+    if (!sweep.WasActive(i)) fates_[i] = Fate::kGone;
+  }
+  for (const std::uint32_t line : sweep.CutLines()) fates_[line] = Fate::kCut;
+  givenLines_ = sweep.GivenLines();
 }
 
 // A falling line goes straight down within a column, so a piece can run back.
 void Bending::SplitLine(std::uint32_t line, EdgeSet& edges) {
   const Edge e = edges.edges[line];
-  route_.assign(1, e.low);
-  for (const Incidence& i : PixelsOf(line)) {
-    const bool isPassed = i.isOffCentre && !isBent_[line];
-    if (!isPassed && i.pixel != route_.back()) route_.push_back(i.pixel);
+  route_.clear();
+  for (const std::uint32_t i : IncidencesOf(line)) {
+    if (isBent_[line] || !incidences_[i].isOffCentre) route_.push_back(i);
   }
-  route_.push_back(e.high);
-  if (route_.size() == 2 && fates_[line] == Fate::kKept) return;
-  fates_[line] = Fate::kChanged;
-  std::uint32_t before = kNone;
+  const auto piece = [&e](GridPoint p, GridPoint q) {
+    return p < q ? Edge{p, q, e.step} : Edge{q, p, -e.step};
+  };
+  std::uint32_t last = line;
+  GridPoint before = e.low;
   for (std::size_t k = 0; k < route_.size(); ++k) {
-    Vertex v{route_[k], {route_[k], route_[k]}, {before, kNone}};
-    if (k > 0) v.far[0] = route_[k - 1];
-    if (k + 1 < route_.size()) {
-      const GridPoint p = route_[k];
-      const GridPoint q = v.far[1] = route_[k + 1];
-      const Edge piece = p < q ? Edge{p, q, e.step} : Edge{q, p, -e.step};
-      v.edge[1] = k == 0 ? line : static_cast<std::uint32_t>(edges.edges.size());
-      if (k == 0) {
-        edges.edges[line] = piece;
-      } else {
-        edges.edges.push_back(piece);
-      }
-    }
-    before = v.edge[1];
-    added_.vertices.push_back(v);
+    const GridPoint p = incidences_[route_[k]].pixel;
+    const GridPoint next = k + 1 < route_.size() ? incidences_[route_[k + 1]].pixel : e.high;
+    const auto number = static_cast<std::uint32_t>(edges.edges.size());
+    inner_[route_[k]] = {p, {before, next}, {last, number}};
+    if (k == 0) edges.edges[line] = piece(e.low, p);
+    edges.edges.push_back(piece(p, next));
+    before = p;
+    last = number;
   }
+  lastPiece_[line] = last;
+  if (!route_.empty() && fates_[line] == Fate::kKept) fates_[line] = Fate::kSplit;
+  const bool isBundle = line >= givenLines_;
+  if (isBundle) AddEnd(e.low, edges.edges[line], line);
+  if (isBundle || fates_[line] == Fate::kCut) AddEnd(e.high, edges.edges[last], last);
 }
 
-// Takes lines that changed or are gone from their old vertices.
-void Bending::DropVertices(EdgeSet& edges) {
+void Bending::AddEnd(GridPoint p, const Edge& piece, std::uint32_t number) {
+  ends_.vertices.push_back({p, {piece.low == p ? piece.high : piece.low, p}, {number, kNone}});
+}
+
+// Names the pieces at the old vertices, without lines that are gone, and adds the new vertices.
+void Bending::MoveVertices(EdgeSet& edges) {
+  const auto other = [&](std::uint32_t piece, GridPoint p) {
+    const Edge& e = edges.edges[piece];
+    return e.low == p ? e.high : e.low;
+  };
   auto kept = edges.vertices.begin();
   for (Vertex v : edges.vertices) {
     for (int side = 0; side < 2; ++side) {
-      if (v.edge[side] == kNone || fates_[v.edge[side]] == Fate::kKept) continue;
-      v.edge[side] = kNone;
-      v.far[side] = v.at;
+      std::uint32_t& edge = v.edge[side];
+      if (edge == kNone || fates_[edge] == Fate::kKept) continue;
+      const bool isLow = v.at < v.far[side];
+      if (fates_[edge] == Fate::kGone || (fates_[edge] == Fate::kCut && !isLow)) {
+        edge = kNone;
+        v.far[side] = v.at;
+      } else {
+        if (!isLow) edge = lastPiece_[edge];
+        v.far[side] = other(edge, v.at);
+      }
     }
     if (v.edge[0] != kNone || v.edge[1] != kNone) *kept++ = v;
   }
   edges.vertices.erase(kept, edges.vertices.end());
+  const auto unused = [](const Vertex& v) { return v.edge[0] == kNone; };
+  inner_.erase(std::remove_if(inner_.begin(), inner_.end(), unused), inner_.end());
+  ends_.SortVertices();
+  const auto merge = [](const std::vector<Vertex>& a, const std::vector<Vertex>& b,
+                        std::vector<Vertex>& out) {
+    out.resize(a.size() + b.size());
+    std::merge(a.begin(), a.end(), b.begin(), b.end(), out.begin(), IsBefore);
+  };
+  merge(inner_, ends_.vertices, added_);
+  merge(edges.vertices, added_, merged_);
+  edges.vertices.swap(merged_);
 }
 
 }  // namespace zelvan::overlay

@@ -20,42 +20,49 @@
 
 namespace zelvan::overlay {
 
-/// The least set of bent edges, and what each edge goes through. Storage is kept from one use
-/// to the next.
+/// Splits edges. Storage is kept from one use to the next.
 class Bending {
  public:
-  /// Splits the edges of a sweep that found crossings off the grid into pieces, in place. The
-  /// first piece of an edge keeps the number of the edge. Throws std::bad_alloc.
-  void Split(EdgeSet& edges, Sweep& sweep);
+  /// Splits the edges of a sweep that found crossings off the grid into pieces, in place.
+  /// Throws std::bad_alloc.
+  void Split(EdgeSet& edges, const Sweep& sweep);
 
   [[nodiscard]] std::size_t Bytes() const noexcept;
 
  private:
   enum class Fate : std::uint8_t {
-    kKept,     // one piece, with its vertices
-    kChanged,  // its vertices have to be set
-    kGone      // cancelled, or in a bundle, whose line stands for it
+    kKept,   // one piece, at its vertices
+    kSplit,  // several; the first has the number of the edge
+    kCut,    // ends before its upper vertex; one piece or several
+    kGone    // cancelled, or in a bundle, whose line stands for it
   };
 
-  void SortByLine(std::span<const Incidence> incidences, std::span<const Edge> lines);
-  [[nodiscard]] std::span<const Incidence> PixelsOf(std::uint32_t line) const noexcept {
+  void SortByLine(std::span<const Edge> lines);
+  [[nodiscard]] std::span<const std::uint32_t> IncidencesOf(std::uint32_t line) const noexcept {
     return {byLine_.data() + firstOfLine_[line], byLine_.data() + firstOfLine_[line + 1]};
   }
   void FindBent(const Sweep& sweep, std::span<const Edge> lines);
   void Bend(std::uint32_t line);
+  void BendAllAt(std::size_t incidence);
   void BendAllAt(GridPoint pixel);
+  void FindFates(const Sweep& sweep, std::size_t lines);
   void SplitLine(std::uint32_t line, EdgeSet& edges);
-  void DropVertices(EdgeSet& edges);
+  void AddEnd(GridPoint p, const Edge& piece, std::uint32_t number);
+  void MoveVertices(EdgeSet& edges);
 
+  std::span<const Incidence> incidences_;  // by pixel
   std::vector<std::uint32_t> firstOfLine_;
-  std::vector<Incidence> byLine_;     // in the order in which each line comes to its pixels
-  std::vector<Incidence> offCentre_;  // by pixel
-  std::vector<bool> isHandled_;       // of the first incidence of each pixel
+  std::vector<std::uint32_t> byLine_;  // in the order in which each line comes to its pixels
+  std::vector<bool> isHandled_;        // of the first incidence of each pixel
   std::vector<bool> isBent_;
   std::vector<std::uint32_t> waiting_;
   std::vector<Fate> fates_;
-  std::vector<GridPoint> route_;  // of one line
-  EdgeSet added_;                 // vertices of lines that changed
+  std::size_t givenLines_ = 0;
+  std::vector<std::uint32_t> lastPiece_;  // of each line that is split
+  std::vector<std::uint32_t> route_;      // incidences of one line
+  std::vector<Vertex> inner_;             // between two pieces, for each incidence
+  EdgeSet ends_;                          // at which no vertex was
+  std::vector<Vertex> added_;
   std::vector<Vertex> merged_;
 };
 

@@ -11,6 +11,7 @@
 #include "overlay/hot_columns.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace zelvan::overlay {
 
@@ -24,11 +25,16 @@ void HotColumns::CompareArms(std::int64_t rows) noexcept {
              std::any_of(nextArms_.begin(), nextArms_.end(), reaches);
 }
 
-HotColumns::Span HotColumns::RowsOf(const Edge& e) const noexcept {
-  const std::int64_t twiceX = 2 * std::int64_t{x_};
-  const std::int32_t enter = e.low.gx == x_ ? e.low.gy : HeightAt(e, twiceX - 1);
-  const std::int32_t leave = e.high.gx == x_ ? e.high.gy : HeightAt(e, twiceX + 1);
-  return {std::min(enter, leave), std::max(enter, leave)};
+// Does an edge take a height of a row over the column, cut to the edge's own range?
+bool HotColumns::Meets(const Edge& e, std::int32_t y) const noexcept {
+  const std::int64_t dx = std::int64_t{e.high.gx} - e.low.gx;
+  const std::int64_t dy = std::int64_t{e.high.gy} - e.low.gy;
+  if (dx == 0) return e.low.gy <= y && y <= e.high.gy;
+  const std::int64_t middle = 2 * (std::int64_t{x_} - e.low.gx);
+  const std::int64_t enter = std::max(middle - 1, std::int64_t{0}) * dy;
+  const std::int64_t leave = std::min(middle + 1, 2 * dx) * dy;
+  const std::int64_t row = 2 * (std::int64_t{y} - e.low.gy);
+  return std::max(enter, leave) >= (row - 1) * dx && std::min(enter, leave) < (row + 1) * dx;
 }
 
 void HotColumns::SearchColumn(const Status& status, std::span<const Edge> lines) {
@@ -44,19 +50,26 @@ void HotColumns::SearchColumn(const Status& status, std::span<const Edge> lines)
   }
   std::sort(lines_.begin(), lines_.end());
   lines_.erase(std::unique(lines_.begin(), lines_.end()), lines_.end());
+  incidences_.resize(columnBegin_);
   for (const std::uint32_t line : lines_) NoteMeetings(line, lines[line]);
+  std::sort(incidences_.begin() + static_cast<std::ptrdiff_t>(columnBegin_), incidences_.end(),
+            [](const Incidence& a, const Incidence& b) {
+              return std::pair(a.pixel.gy, a.line) < std::pair(b.pixel.gy, b.line);
+            });
 }
 
 void HotColumns::CollectNear(std::int32_t y, const Status& status, std::span<const Edge> lines) {
-  const std::int64_t right = 2 * std::int64_t{x_} + 1;
+  // The lowest edge that leaves the column in the row or above.
   const Status::Slot place = status.FirstNot([&](const ActiveEdge& e) {
-    return HeightAt({e.low, e.high, {}}, right) < y;
+    const std::int64_t dx = std::int64_t{e.high.gx} - e.low.gx;
+    const std::int64_t dy = std::int64_t{e.high.gy} - e.low.gy;
+    return (2 * (std::int64_t{x_} - e.low.gx) + 1) * dy <
+           (2 * (std::int64_t{y} - e.low.gy) - 1) * dx;
   });
   // Adds an edge if it meets the row; @return whether one beyond it still may.
   const auto visit = [&](Status::Slot slot) {
     const std::uint32_t line = status[slot].line;
-    const Span span = RowsOf(lines[line]);
-    const bool meets = span.least <= y && y <= span.greatest;
+    const bool meets = Meets(lines[line], y);
     if (meets) lines_.push_back(line);
     return meets || lines[line].low.gx == x_;
   };
@@ -64,11 +77,25 @@ void HotColumns::CollectNear(std::int32_t y, const Status& status, std::span<con
   for (auto s = status.Below(place); s != Status::kEnd && visit(s); s = status.Below(s)) continue;
 }
 
+// The rows that an edge takes in the column are neighbours; the first of them is sought where
+// there are many.
 void HotColumns::NoteMeetings(std::uint32_t line, const Edge& e) {
-  const Span span = RowsOf(e);
-  for (auto y = std::lower_bound(rows_.begin(), rows_.end(), span.least);
-       y != rows_.end() && *y <= span.greatest; ++y) {
-    const GridPoint centre{x_, *y};
+  constexpr std::size_t few = 8;
+  auto row = rows_.begin();
+  if (rows_.size() > few) {
+    const std::int64_t twiceX = 2 * std::int64_t{x_};
+    const std::int32_t enter = e.low.gx == x_ ? e.low.gy : HeightAt(e, twiceX - 1);
+    const std::int32_t leave = e.high.gx == x_ ? e.high.gy : HeightAt(e, twiceX + 1);
+    row = std::lower_bound(row, rows_.end(), std::min(enter, leave));
+  }
+  bool hasMet = false;
+  for (; row != rows_.end(); ++row) {
+    if (!Meets(e, *row)) {
+      if (hasMet || rows_.size() > few) break;
+      continue;
+    }
+    hasMet = true;
+    const GridPoint centre{x_, *row};
     if (centre == e.low || centre == e.high) continue;
     incidences_.push_back({line, centre, SideOf(e.low, e.high, centre) != 0});
   }

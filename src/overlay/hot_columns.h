@@ -26,7 +26,7 @@
 
 namespace zelvan::overlay {
 
-/// An edge goes through a hot pixel, not at one of its own ends. One may be noted twice.
+/// An edge goes through a hot pixel, not at one of its own ends.
 struct Incidence {
   std::uint32_t line;
   GridPoint pixel;
@@ -42,6 +42,7 @@ class HotColumns {
     lines_.clear();
     arms_.clear();
     nextArms_.clear();
+    columnBegin_ = 0;
     incidences_.clear();
   }
   [[nodiscard]] std::size_t Bytes() const noexcept { return BytesOf(incidences_); }
@@ -53,6 +54,7 @@ class HotColumns {
     if (isTight_) SearchColumn(status, lines);
     x_ = x;
     isTight_ = false;
+    columnBegin_ = incidences_.size();
     rows_.clear();
     lines_.clear();
     arms_.clear();
@@ -88,7 +90,8 @@ class HotColumns {
     return std::abs(side) <= (dx + dy) / 2;
   }
 
-  [[nodiscard]] std::vector<Incidence>& Incidences() noexcept { return incidences_; }
+  /// Each once, by pixel, then by line.
+  [[nodiscard]] const std::vector<Incidence>& Incidences() const noexcept { return incidences_; }
 
  private:
   void CompareArms(std::int64_t rows) noexcept;
@@ -96,11 +99,7 @@ class HotColumns {
   void CollectNear(std::int32_t y, const Status& status, std::span<const Edge> lines);
   void NoteMeetings(std::uint32_t line, const Edge& edge);
 
-  struct Span {
-    std::int32_t least;
-    std::int32_t greatest;
-  };
-  [[nodiscard]] Span RowsOf(const Edge& edge) const noexcept;
+  [[nodiscard]] bool Meets(const Edge& edge, std::int32_t y) const noexcept;
 
   std::int32_t x_ = INT32_MIN;
   bool isTight_ = false;
@@ -109,6 +108,7 @@ class HotColumns {
   std::int32_t lastY_ = 0;
   std::vector<GridPoint> arms_;      // of the last vertex in the column
   std::vector<GridPoint> nextArms_;  // of the one that is being noted
+  std::size_t columnBegin_ = 0;      // of its incidences
   std::vector<Incidence> incidences_;
 };
 

@@ -76,7 +76,7 @@ void Sweep::Run(EdgeSet& edges, const Selection& selection, Search search) {
   input_ = &edges;
   selection_ = selection;
   search_ = search;
-  givenLines_ = static_cast<std::ptrdiff_t>(edges.edges.size());
+  givenLines_ = edges.edges.size();
   slotOf_.assign(input_->edges.size(), kNever);
   boundary_.Reserve(input_->edges.size());
   while (nextVertex_ < input_->vertices.size() || !events_.empty()) {

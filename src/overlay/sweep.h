@@ -62,10 +62,12 @@ class Sweep {
 
   [[nodiscard]] Boundary& TheBoundary() noexcept { return boundary_; }
   [[nodiscard]] const std::vector<RoundedCrossing>& Crossed() const noexcept { return crossed_; }
-  [[nodiscard]] std::vector<Incidence>& Incidences() noexcept { return columns_.Incidences(); }
+  [[nodiscard]] const std::vector<Incidence>& Incidences() const noexcept {
+    return columns_.Incidences();
+  }
 
   /// The lines from this one on are those of bundles.
-  [[nodiscard]] std::ptrdiff_t GivenLines() const noexcept { return givenLines_; }
+  [[nodiscard]] std::size_t GivenLines() const noexcept { return givenLines_; }
 
   /// Lines whose upper end is not where it was given.
   [[nodiscard]] const std::vector<std::uint32_t>& CutLines() const noexcept { return cutLines_; }
@@ -141,7 +143,7 @@ class Sweep {
   HotColumns columns_;
   std::vector<RoundedCrossing> crossed_;
   std::vector<std::uint32_t> cutLines_;
-  std::ptrdiff_t givenLines_ = 0;
+  std::size_t givenLines_ = 0;
   std::uint64_t stops_ = 0;
 
   // The place at which the sweep stops; storage is kept from place to place.
