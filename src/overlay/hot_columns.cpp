@@ -15,14 +15,14 @@
 
 namespace zelvan::overlay {
 
-// Vertices of one column, some rows apart: may an edge of one reach the pixel of the other?
-void HotColumns::CompareArms(std::int64_t rows) noexcept {
-  const auto reaches = [rows](GridPoint d) {
-    const std::int64_t dx = std::abs(std::int64_t{d.gx});
-    return dx != 0 && std::abs(std::int64_t{d.gy}) >= dx * (2 * rows - 1);
-  };
-  isTight_ = std::any_of(arms_.begin(), arms_.end(), reaches) ||
-             std::any_of(nextArms_.begin(), nextArms_.end(), reaches);
+// May an edge of p come as near as the rows of a pixel of the same column?
+bool HotColumns::ReachesRows(GridPoint p, std::span<const GridPoint> arms,
+                             std::int32_t y) noexcept {
+  const std::int64_t rows = std::abs(std::int64_t{p.gy} - y);
+  return std::any_of(arms.begin(), arms.end(), [=](GridPoint far) {
+    const std::int64_t dx = std::abs(std::int64_t{far.gx} - p.gx);
+    return dx != 0 && std::abs(std::int64_t{far.gy} - p.gy) >= dx * (2 * rows - 1);
+  });
 }
 
 // Does an edge take a height of a row over the column, cut to the edge's own range?
@@ -38,6 +38,10 @@ bool HotColumns::Meets(const Edge& e, std::int32_t y) const noexcept {
 }
 
 void HotColumns::SearchColumn(const Status& status, std::span<const Edge> lines) {
+  for (const Vertex* v : turns_) {
+    rows_.push_back(v->at.gy);
+    lines_.insert(lines_.end(), v->edge, v->edge + 2);
+  }
   std::sort(rows_.begin(), rows_.end());
   rows_.erase(std::unique(rows_.begin(), rows_.end()), rows_.end());
   const std::size_t own = lines_.size();

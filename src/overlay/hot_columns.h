@@ -40,7 +40,8 @@ class HotColumns {
     isTight_ = false;
     rows_.clear();
     lines_.clear();
-    arms_.clear();
+    turns_.clear();
+    lastArms_ = {};
     nextArms_.clear();
     columnBegin_ = 0;
     incidences_.clear();
@@ -57,7 +58,8 @@ class HotColumns {
     columnBegin_ = incidences_.size();
     rows_.clear();
     lines_.clear();
-    arms_.clear();
+    turns_.clear();
+    lastArms_ = {};
   }
 
   void Finish(const Status& status, std::span<const Edge> lines) {
@@ -65,7 +67,7 @@ class HotColumns {
     isTight_ = false;
   }
 
-  /// A hot pixel of the column. Those of vertices come in order.
+  /// A hot pixel of the column, from a crossing or a vertex.
   void AddPixel(std::int32_t y) { rows_.push_back(y); }
   /// An edge that starts, ends, crosses or goes through a vertex in the column.
   void AddLine(std::uint32_t line) { lines_.push_back(line); }
@@ -73,14 +75,19 @@ class HotColumns {
   void AddPass(std::uint32_t line, GridPoint p) { incidences_.push_back({line, p, false}); }
   void MarkTight() noexcept { isTight_ = true; }
 
-  /// An edge goes from p, the vertex noted last, to a place in another one.
-  void AddArm(GridPoint p, GridPoint far) { nextArms_.push_back({far.gx - p.gx, far.gy - p.gy}); }
-  /// All edges of p are noted.
-  void ClosePlace(GridPoint p) {
-    if (!arms_.empty() && !isTight_) CompareArms(p.gy - lastY_);
+  /// A vertex with both its edges, and nothing else there. The vertex must stay in place.
+  void AddTurn(const Vertex& v) {
+    turns_.push_back(&v);
+    AddPlace(v.at, v.far);
+  }
+
+  /// An edge goes from the vertex that is being noted to a place in another one.
+  void AddArm(GridPoint far) { nextArms_.push_back(far); }
+  /// All edges of the vertex p are noted.
+  void CloseVertex(GridPoint p) {
+    AddPlace(p, nextArms_);
     arms_.swap(nextArms_);
     nextArms_.clear();
-    lastY_ = p.gy;
   }
 
   /// Does an edge come so near to p that it may meet the pixel of p? `side` is p's of the edge.
@@ -94,7 +101,16 @@ class HotColumns {
   [[nodiscard]] const std::vector<Incidence>& Incidences() const noexcept { return incidences_; }
 
  private:
-  void CompareArms(std::int64_t rows) noexcept;
+  // Vertices of one column come from bottom to top.
+  void AddPlace(GridPoint p, std::span<const GridPoint> arms) noexcept {
+    if (!lastArms_.empty() && !isTight_) {
+      isTight_ = ReachesRows(last_, lastArms_, p.gy) || ReachesRows(p, arms, last_.gy);
+    }
+    last_ = p;
+    lastArms_ = arms;
+  }
+  [[nodiscard]] static bool ReachesRows(GridPoint p, std::span<const GridPoint> arms,
+                                        std::int32_t y) noexcept;
   void SearchColumn(const Status& status, std::span<const Edge> lines);
   void CollectNear(std::int32_t y, const Status& status, std::span<const Edge> lines);
   void NoteMeetings(std::uint32_t line, const Edge& edge);
@@ -105,8 +121,10 @@ class HotColumns {
   bool isTight_ = false;
   std::vector<std::int32_t> rows_;
   std::vector<std::uint32_t> lines_;
-  std::int32_t lastY_ = 0;
-  std::vector<GridPoint> arms_;      // of the last vertex in the column
+  std::vector<const Vertex*> turns_;
+  GridPoint last_{};  // the last vertex in the column
+  std::span<const GridPoint> lastArms_;
+  std::vector<GridPoint> arms_;      // of the last one that is no turn
   std::vector<GridPoint> nextArms_;  // of the one that is being noted
   std::size_t columnBegin_ = 0;      // of its incidences
   std::vector<Incidence> incidences_;

@@ -1,8 +1,6 @@
 // The stages of the overlay engine (overlay.h).
 #include "overlay/overlay.h"
 
-#include <zelvan/error.h>
-
 #include <utility>
 
 #include "overlay/bending.h"
@@ -51,7 +49,6 @@ FlatRegion Overlay::Run(const Selection& selection) {
   if (!sweep.IsExact()) {
     bending.Split(edges, sweep);
     sweep.Run(edges, selection, Sweep::Search::kNothing);
-    if (!sweep.IsExact()) ERR::Raise(ERR::FAIL);
   }
   return RegionWithin(sweep.TheBoundary());
 }

@@ -27,7 +27,7 @@ class Overlay {
   [[nodiscard]] EdgeSet& Edges() noexcept;
 
   /// The region of the places that a selection holds; to be called once. Throws
-  /// std::bad_alloc; raises ERR::FAIL if pieces cross, which is a contradiction.
+  /// std::bad_alloc; raises ERR::FAIL if the boundary does not close, which is a contradiction.
   [[nodiscard]] FlatRegion Run(const Selection& selection);
 
  private:

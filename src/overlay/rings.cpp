@@ -1,6 +1,8 @@
 // Tracing a boundary (rings.h).
 #include "overlay/rings.h"
 
+#include <zelvan/error.h>
+
 #include <algorithm>
 #include <cstddef>
 #include <span>
@@ -52,6 +54,7 @@ class Tracer {
       mayTouch = mayTouch || piece.mayTouch != 0;
       chain_.push_back(i);
       i = piece.next;
+      if (i == kTraced || chain_.size() > pieces_.size()) ERR::Raise(ERR::FAIL);
     } while (i != first);
     if (mayTouch) {
       Cut(begin, face);

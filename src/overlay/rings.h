@@ -6,7 +6,8 @@
 
 namespace zelvan::overlay {
 
-/// The region that a boundary encloses. Uses the pieces up. Throws std::bad_alloc.
+/// The region that a boundary encloses. Uses the pieces up. Throws std::bad_alloc;
+/// raises ERR::FAIL if pieces do not close, which is a contradiction.
 [[nodiscard]] FlatRegion RegionWithin(Boundary& boundary);
 
 }  // namespace zelvan::overlay

@@ -128,28 +128,18 @@ bool Sweep::GoOn(GridPoint p) {
   if (e.members != kNone) return false;
   const Slot below = status_.Below(slot);
   const Slot above = status_.Above(slot);
-  bool isNear = false;
-  if (below != Status::kEnd) {
-    const std::int64_t side = SideOf(status_[below], p);
-    if (side == 0) return false;
-    isNear = HotColumns::IsNear(status_[below], side);
-  }
-  if (above != Status::kEnd) {
-    const std::int64_t side = SideOf(status_[above], p);
-    if (side == 0) return false;
-    isNear = isNear || HotColumns::IsNear(status_[above], side);
-  }
-
-  const GridPoint far = v.far[out];
   if (search_ == Search::kPixels) {
+    bool isNear = false;
+    for (const Slot next : {below, above}) {
+      if (next == Status::kEnd) continue;
+      const std::int64_t side = SideOf(status_[next], p);
+      if (side == 0) return false;
+      isNear = isNear || HotColumns::IsNear(status_[next], side);
+    }
     if (isNear) columns_.MarkTight();
-    columns_.AddPixel(p.gy);
-    columns_.AddLine(ending);
-    columns_.AddLine(starting);
-    columns_.AddArm(p, e.low);
-    columns_.AddArm(p, far);
-    columns_.ClosePlace(p);
+    columns_.AddTurn(v);
   }
+  const GridPoint far = v.far[out];
   if (draws_ && e.piece != kNone && overlay::SideOf(e.low, p, far) != 0) {
     e.piece = boundary_.GoOn(e.piece, p);
   }
@@ -159,6 +149,7 @@ bool Sweep::GoOn(GridPoint p) {
   slotOf_[ending] = kGone;
   slotOf_[starting] = slot;
   nextVertex_ = after;
+  if (search_ == Search::kNothing) return true;
   CheckPair(below, slot);
   CheckPair(slot, above);
   return true;
@@ -195,18 +186,22 @@ void Sweep::CollectStarts(GridPoint p) {
 // The active edges that end at p or go through, which are neighbours, and those next to them.
 // One that ends there is in below_ where one is known.
 void Sweep::CollectThrough(GridPoint p) {
+  // Pieces do not go through places.
+  const auto isThrough = [&](Slot slot) {
+    if (slot == Status::kEnd) return false;
+    const ActiveEdge& e = status_[slot];
+    return search_ == Search::kNothing ? e.high == p : SideOf(e, p) == 0;
+  };
   through_.clear();
   Slot first = below_;
   if (first == kNone) {
     first = status_.FirstNot([p](const ActiveEdge& e) { return SideOf(e, p) > 0; });
   } else {
-    while (status_.Below(first) != Status::kEnd && SideOf(status_[status_.Below(first)], p) == 0) {
-      first = status_.Below(first);
-    }
+    while (isThrough(status_.Below(first))) first = status_.Below(first);
   }
   below_ = status_.Below(first);
   above_ = first;
-  while (above_ != Status::kEnd && SideOf(status_[above_], p) == 0) {
+  while (isThrough(above_)) {
     through_.push_back(above_);
     above_ = status_.Above(above_);
   }
@@ -361,14 +356,14 @@ void Sweep::NotePixel(GridPoint p) {
   }
   for (const ActiveEdge& e : arriving_) {
     columns_.AddLine(e.line);
-    columns_.AddArm(p, e.low);
+    columns_.AddArm(e.low);
   }
   for (const ActiveEdge& e : departing_) {
     columns_.AddLine(e.line);
-    columns_.AddArm(p, e.high);
+    columns_.AddArm(e.high);
     if (input_->edges[e.line].low < p) columns_.AddPass(e.line, p);
   }
-  columns_.ClosePlace(p);
+  columns_.CloseVertex(p);
 }
 
 void Sweep::PutIn() {
@@ -380,6 +375,7 @@ void Sweep::PutIn() {
     under = slot;
   }
   for (std::size_t i = departing_.size(); i < through_.size(); ++i) status_.Erase(through_[i]);
+  if (search_ == Search::kNothing) return;
   if (departing_.empty()) {
     CheckPair(below_, above_);
   } else {
