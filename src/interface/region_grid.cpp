@@ -29,15 +29,21 @@ std::int64_t WholeOf(double value) noexcept {
          static_cast<std::int32_t>(low);
 }
 
-// The whole number next to one, the upper one of two; infinite stays so.
+// The whole number next to one, the upper one of two; infinite stays so. Below 2^51 a sum with
+// a number that has no room for fractions rounds, two as near to the even one.
 double Nearest(double steps) noexcept {
+  constexpr double noFraction = 0x1.8p52;
+  if (std::fabs(steps) < 0x1p51) {
+    const double even = (steps + noFraction) - noFraction;
+    return steps - even == 0.5 ? even + 1.0 : even;
+  }
   const double below = std::floor(steps);
   return steps - below >= 0.5 ? below + 1.0 : below;
 }
 
-bool IsIndex(double steps, std::int64_t origin) noexcept {
-  const double index = steps - DoubleOf(origin);
-  return index >= 0.0 && index <= kRegionGridMax;
+// Seen from the grid's point (0, 0).
+bool IsCoordinate(double steps) noexcept {
+  return steps >= -kRegionGridOffset && steps <= kRegionGridMax - kRegionGridOffset;
 }
 
 std::int32_t CoordinateOf(std::int64_t steps, std::int64_t origin) noexcept {
@@ -100,7 +106,10 @@ std::optional<RegionGrid> RegionGrid::From(const zelvan_grid& grid) noexcept {
     origin = WholeOf(std::floor(steps));
     return DoubleOf(origin) * result.step_ == v;
   };
-  if (!take(grid.x, result.x_) || !take(grid.y, result.y_)) return std::nullopt;
+  std::int64_t x = 0;
+  std::int64_t y = 0;
+  if (!take(grid.x, x) || !take(grid.y, y)) return std::nullopt;
+  result.SetOrigin(x, y);
   return result;
 }
 
@@ -116,8 +125,8 @@ std::optional<RegionGrid> RegionGrid::Covering(const WorldBox& box, int leastExp
   for (int exponent = LeastExponent(extent, farthest, leastExponent); exponent <= kGreatestExponent;
        ++exponent) {
     grid.SetExponent(exponent);
-    grid.x_ = OriginAround(box.min.x, box.max.x, grid.perUnit_);
-    grid.y_ = OriginAround(box.min.y, box.max.y, grid.perUnit_);
+    grid.SetOrigin(OriginAround(box.min.x, box.max.x, grid.perUnit_),
+                   OriginAround(box.min.y, box.max.y, grid.perUnit_));
     const bool isNear = std::max(std::abs(grid.x_), std::abs(grid.y_)) <= kFarthestOrigin;
     if (isNear && grid.Holds(box)) return grid;
   }
@@ -134,11 +143,17 @@ void RegionGrid::SetExponent(int exponent) noexcept {
   perUnit_ = std::ldexp(1.0, -exponent);
 }
 
+void RegionGrid::SetOrigin(std::int64_t x, std::int64_t y) noexcept {
+  x_ = x;
+  y_ = y;
+  middle_ = {DoubleOf(x + kRegionGridOffset), DoubleOf(y + kRegionGridOffset)};
+}
+
 std::optional<GridPoint> RegionGrid::Snap(WorldPoint p) const noexcept {
-  const double x = Nearest(p.x * perUnit_);
-  const double y = Nearest(p.y * perUnit_);
-  if (!IsIndex(x, x_) || !IsIndex(y, y_)) return std::nullopt;
-  return GridPoint{CoordinateOf(WholeOf(x), x_), CoordinateOf(WholeOf(y), y_)};
+  const double x = Nearest(p.x * perUnit_) - middle_.x;
+  const double y = Nearest(p.y * perUnit_) - middle_.y;
+  if (!IsCoordinate(x) || !IsCoordinate(y)) return std::nullopt;
+  return GridPoint{static_cast<std::int32_t>(x), static_cast<std::int32_t>(y)};
 }
 
 GridPoint RegionGrid::Move(GridPoint p, const RegionGrid& from) const noexcept {
@@ -157,7 +172,7 @@ WorldPoint RegionGrid::StepsOf(WorldPoint p) const noexcept {
 }
 
 WorldPoint RegionGrid::StepsOf(GridPoint p) const noexcept {
-  return {DoubleOf(x_ + kRegionGridOffset + p.gx), DoubleOf(y_ + kRegionGridOffset + p.gy)};
+  return {middle_.x + p.gx, middle_.y + p.gy};
 }
 
 bool RegionGrid::Holds(const WorldBox& box) const noexcept {

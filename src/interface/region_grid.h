@@ -59,13 +59,17 @@ class RegionGrid {
 
   [[nodiscard]] bool Holds(const WorldBox& box) const noexcept;
 
-  friend bool operator==(const RegionGrid&, const RegionGrid&) noexcept = default;
+  friend bool operator==(const RegionGrid& a, const RegionGrid& b) noexcept {
+    return a.x_ == b.x_ && a.y_ == b.y_ && a.exponent_ == b.exponent_;
+  }
 
  private:
   void SetExponent(int exponent) noexcept;
+  void SetOrigin(std::int64_t x, std::int64_t y) noexcept;
 
   std::int64_t x_ = -kRegionGridOffset;
   std::int64_t y_ = -kRegionGridOffset;
+  WorldPoint middle_{};  // the point (0, 0), in steps
   int exponent_ = 0;
   double step_ = 1.0;
   double perUnit_ = 1.0;  // steps
