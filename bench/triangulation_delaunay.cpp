@@ -1,100 +1,93 @@
-// The constrained Delaunay triangulation of a region, below any interface. With --angles behind
-// the countries' file: how sharp the triangles of the countries are, as they are cut and then.
+// The constrained Delaunay triangulation of a region that is ready. With --angles behind the
+// countries' file: how sharp the triangles of the countries are, as they are cut and then.
+#include <zelvan/region.h>
+
+#include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdio>
 #include <cstring>
 #include <memory>
 #include <numbers>
 
 #include "bench/countries.h"
-#include "bench/grid.h"
 #include "bench/triangulation.h"
-#include "boolean/boolean.h"
-#include "polygon/flat_region.h"
-#include "triangulation/region_triangles.h"
 
 namespace {
 
 using bench::Polygon;
 using bench::Xyz;
+using Corners = std::array<zelvan::Point, 3>;
 
-using Corners = std::array<std::uint32_t, 3>;
+zelvan::Ring RingOf(const Xyz& xyz) {
+  zelvan::Ring ring;
+  for (std::size_t i = 0; i < xyz.size(); i += 3) ring.push_back({xyz[i], xyz[i + 1]});
+  return ring;
+}
 
-// A polygon as a region on a grid of its own.
-struct Region {
-  explicit Region(const Polygon& polygon)
-      : Region(polygon[0], std::vector<Xyz>(polygon.begin() + 1, polygon.end())) {}
-
-  Region(const Xyz& outer, const std::vector<Xyz>& holes) {
-    const bench::Grid grid(outer, holes);
-    step = grid.step();
-    zelvan::OwnedRing first;
-    zelvan::OwnedRing others;
-    bench::AddRing(first, grid, outer);
-    for (const Xyz& hole : holes) bench::AddRing(others, grid, hole);
-    const zelvan::RingSet a{first.first, zelvan::FillRule::NonZero};
-    const zelvan::RingSet b{others.first, zelvan::FillRule::NonZero};
-    zelvan::OwnedRing areas;
-    bench::Require(zelvan::CombineRings(a, b, areas.first, zelvan::SUBTRACT) == ERR::OK,
-                   "the region was refused");
-    flat = zelvan::FlattenWalks(areas.first);
-    triangles = static_cast<std::uint32_t>(flat.points.size());
-    for (std::size_t p = 0; p < flat.Polygons(); ++p) {
-      triangles += 2 * (flat.polygonOffsets[p + 1] - flat.polygonOffsets[p]) - 4;
-      zelvan::ForEachTouch(flat, p, [&](auto points) {
-        triangles -= 2 * static_cast<std::uint32_t>(points.size() - 1);
-      });
+// A polygon as a region, and room for its triangles.
+class Subject {
+ public:
+  explicit Subject(const Polygon& polygon)
+      : region_({RingOf(polygon[0])}, zelvan::FillRule::NonZero) {
+    std::vector<zelvan::Ring> holes;
+    for (std::size_t i = 1; i < polygon.size(); ++i) holes.push_back(RingOf(polygon[i]));
+    if (!holes.empty()) {
+      region_ = region_ - zelvan::Region(holes, zelvan::FillRule::NonZero, region_.Grid());
     }
+    vertices_ = region_.Vertices();
+    zelvan_region_counts(region_.Handle(), &counts_);
+    triangles_.resize(counts_.triangles);
   }
 
-  [[nodiscard]] std::vector<Corners> Cut(bool delaunay) const {
-    std::vector<Corners> result(triangles);
-    if (!result.empty()) zelvan::CutRegion(flat, delaunay, result[0].data(), nullptr);
-    return result;
+  void Cut(bool delaunay) {
+    const zelvan_status status =
+        zelvan_region_triangulate(region_.Handle(), delaunay ? ZELVAN_DELAUNAY : 0, &counts_,
+                                  triangles_.empty() ? nullptr : triangles_[0].data(), nullptr);
+    bench::Require(status == ZELVAN_OK, "the region was refused");
   }
 
-  zelvan::FlatRegion flat;
-  std::uint32_t triangles;
-  double step;
+  template <class Visit>
+  void ForEachTriangle(Visit visit) const {
+    for (const auto& [a, b, c] : triangles_) visit({vertices_[a], vertices_[b], vertices_[c]});
+  }
+
+ private:
+  zelvan::Region region_;
+  std::vector<zelvan::Point> vertices_;
+  zelvan_counts counts_{};
+  std::vector<std::array<std::uint32_t, 3>> triangles_;
 };
 
+double Cross(const zelvan::Point& a, const zelvan::Point& b, const zelvan::Point& c) {
+  return (b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x);
+}
+
 bench::Job MakeJob(const bench::Scene& scene) {
-  struct Data {
-    std::unique_ptr<Region> region;
-    std::vector<Corners> made;
-  };
-  const auto data = std::make_shared<Data>();
+  const auto subject = std::make_shared<std::unique_ptr<Subject>>();
   bench::Job job;
   job.parts = scene.size();
-  job.prepare = [data, &scene](std::size_t part) {
-    if (data->region == nullptr || scene.size() > 1) {
-      data->region = std::make_unique<Region>(scene[part]);
-    }
-    data->made.clear();
+  job.prepare = [subject, &scene](std::size_t part) {
+    if (*subject == nullptr || scene.size() > 1) *subject = std::make_unique<Subject>(scene[part]);
   };
-  job.work = [data](std::size_t) { data->made = data->region->Cut(true); };
-  job.area = [data](std::size_t) {
+  job.work = [subject](std::size_t) { (*subject)->Cut(true); };
+  job.area = [subject](std::size_t) {
     double twice = 0.0;
-    const std::vector<zelvan::GridPoint>& p = data->region->flat.points;
-    for (const auto& [a, b, c] : data->made) {
-      twice += static_cast<double>(zelvan::Cross(p[a], p[b], p[c]));
-    }
-    return twice / 2 * data->region->step * data->region->step;
+    (*subject)->ForEachTriangle([&](const Corners& p) { twice += Cross(p[0], p[1], p[2]); });
+    return twice / 2;
   };
   return job;
 }
 
 // In degrees.
-double SmallestAngle(const std::array<zelvan::GridPoint, 3>& corners) {
+double SmallestAngle(const Corners& corners) {
   double smallest = 180.0;
   for (std::size_t k = 0; k < 3; ++k) {
-    const zelvan::GridPoint a = corners[k];
-    const zelvan::GridPoint b = corners[(k + 1) % 3];
-    const zelvan::GridPoint c = corners[(k + 2) % 3];
-    const auto cross = static_cast<double>(zelvan::Cross(a, b, c));
-    const double dot = static_cast<double>(b.gx - a.gx) * (c.gx - a.gx) +
-                       static_cast<double>(b.gy - a.gy) * (c.gy - a.gy);
-    smallest = std::fmin(smallest, std::atan2(cross, dot) * 180 / std::numbers::pi);
+    const zelvan::Point a = corners[k];
+    const zelvan::Point b = corners[(k + 1) % 3];
+    const zelvan::Point c = corners[(k + 2) % 3];
+    const double dot = (b.x - a.x) * (c.x - a.x) + (b.y - a.y) * (c.y - a.y);
+    smallest = std::fmin(smallest, std::atan2(Cross(a, b, c), dot) * 180 / std::numbers::pi);
   }
   return smallest;
 }
@@ -103,11 +96,9 @@ double SmallestAngle(const std::array<zelvan::GridPoint, 3>& corners) {
 void PrintAngles(const char* name, const std::vector<Polygon>& polygons, bool delaunay) {
   std::vector<double> angles;
   for (const Polygon& polygon : polygons) {
-    const Region region(polygon);
-    const std::vector<zelvan::GridPoint>& p = region.flat.points;
-    for (const auto& [a, b, c] : region.Cut(delaunay)) {
-      angles.push_back(SmallestAngle({p[a], p[b], p[c]}));
-    }
+    Subject subject(polygon);
+    subject.Cut(delaunay);
+    subject.ForEachTriangle([&](const Corners& p) { angles.push_back(SmallestAngle(p)); });
   }
   std::sort(angles.begin(), angles.end());
   std::printf("| %s |", name);
@@ -131,7 +122,7 @@ int PrintAllAngles(const char* path) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  constexpr double kGridSteps = 0.75;  // a vertex lies within half a step along each axis
+  constexpr double kGridSteps = 1.5;  // half a step, of a power of two, along each axis
   if (argc > 2 && std::strcmp(argv[2], "--angles") == 0) return PrintAllAngles(argv[1]);
   return bench::RunTriangulation(argc, argv, {bench::JobRow("Delaunay", MakeJob, kGridSteps)});
 }

@@ -74,8 +74,9 @@ bool Chains<Writer>::CloseLeft(std::uint32_t chain, const Corner& end, std::uint
   reflex_.clear();
   reflex_.push_back({end, kNone, kNone});
   for (bool isTop = false; !isTop;) {
-    const Link next = links_[chain];
-    isTop = next.above == kNone;
+    const Link& next = links_[chain];
+    const std::uint32_t above = next.above;
+    isTop = above == kNone;
     for (std::size_t left = reflex_.size(); left > 1; --left, reflex_.pop_back()) {
       ++steps_;
       const Corner& a = reflex_[left - 2].corner;
@@ -91,7 +92,7 @@ bool Chains<Writer>::CloseLeft(std::uint32_t chain, const Corner& end, std::uint
     reflex_.push_back({next.corner, edge, kNone});
     edge = next.edge;
     Give(chain);
-    chain = next.above;
+    chain = above;
   }
   return true;
 }

@@ -138,12 +138,12 @@ class Chains {
   // Cuts that corner off; `third` is the side that cuts, and becomes the step.
   [[nodiscard]] bool CutEnd(std::uint32_t& chain, const Corner& next, std::uint32_t& edge,
                             std::uint32_t third) {
-    const Link end = links_[chain];
-    const Corner& above = links_[end.above].corner;
-    if (!writer_.Add(above, end.corner, next, {end.edge, edge, third})) return false;
+    const Link& end = links_[chain];
+    const std::uint32_t above = end.above;
+    if (!writer_.Add(links_[above].corner, end.corner, next, {end.edge, edge, third})) return false;
     edge = third;
     Give(chain);
-    chain = end.above;
+    chain = above;
     return true;
   }
 

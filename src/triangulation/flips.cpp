@@ -83,8 +83,8 @@ std::uint64_t Flips::Run(const GridPoint* points, Sides sides) {
 }
 
 // The triangles by their lowest corners, of equal ones by the next corner: a sort by counting.
-void Arrangement::Write(Sides sides, std::uint32_t first, std::uint32_t end, std::int32_t before,
-                        std::uint32_t* triangles, std::int32_t* neighbours) {
+void Arrangement::Run(Sides sides, std::uint32_t first, std::uint32_t end, bool linked,
+                      std::span<std::uint32_t> spare) {
   const std::span<const std::uint32_t> corners = sides.corners;
   const auto count = static_cast<std::uint32_t>(corners.size());
   const auto lowestSide = [&](std::uint32_t t) {
@@ -93,32 +93,34 @@ void Arrangement::Write(Sides sides, std::uint32_t first, std::uint32_t end, std
   };
   places_.assign(end - first + 1, 0);
   order_.resize(count / 3);
+  numbers_.resize(linked ? count / 3 : 0);
   for (std::uint32_t t = 0; t < count; t += 3) ++places_[corners[lowestSide(t)] - first + 1];
   for (std::uint32_t v = first; v < end; ++v) places_[v - first + 1] += places_[v - first];
   for (std::uint32_t t = 0; t < count; t += 3) {
     const std::uint32_t side = lowestSide(t);
     order_[places_[corners[side] - first]++] = side;
   }
-  const auto secondOf = [&](std::uint32_t side) { return corners[NextSide(side)]; };
-  const auto isBefore = [&](std::uint32_t s, std::uint32_t t) { return secondOf(s) < secondOf(t); };
+  const auto isBefore = [&](std::uint32_t s, std::uint32_t t) {
+    return corners[NextSide(s)] < corners[NextSide(t)];
+  };
   for (std::uint32_t v = first, begin = 0; v < end; begin = places_[v++ - first]) {
     if (places_[v - first] - begin < 2) continue;
     std::sort(order_.begin() + begin, order_.begin() + places_[v - first], isBefore);
   }
-  for (const std::uint32_t side : order_) {
-    *triangles++ = corners[side];
-    *triangles++ = corners[NextSide(side)];
-    *triangles++ = corners[LastSide(side)];
-  }
-  if (neighbours == nullptr) return;
-  numbers_.resize(order_.size());
-  for (std::uint32_t i = 0; i < order_.size(); ++i) numbers_[order_[i] / 3] = i;
-  for (const std::uint32_t side : order_) {
-    for (const std::uint32_t s : {side, NextSide(side), LastSide(side)}) {
-      const std::uint32_t twin = sides.twins[s];
-      *neighbours++ = twin == kNone ? -1 : before + static_cast<std::int32_t>(numbers_[twin / 3]);
+
+  const auto permute = [&](std::span<std::uint32_t> values, auto valueOf) {
+    std::copy(values.begin(), values.end(), spare.begin());
+    auto to = values.begin();
+    for (const std::uint32_t side : order_) {
+      for (const std::uint32_t s : {side, NextSide(side), LastSide(side)})
+        *to++ = valueOf(spare[s]);
     }
-  }
+  };
+  permute(sides.corners, [](std::uint32_t corner) { return corner; });
+  if (!linked) return;
+  for (std::uint32_t i = 0; i < order_.size(); ++i) numbers_[order_[i] / 3] = i;
+  permute(sides.twins,
+          [&](std::uint32_t twin) { return twin == kNone ? kNone : 3 * numbers_[twin / 3]; });
 }
 
 }  // namespace VORNEX

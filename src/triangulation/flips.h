@@ -69,14 +69,15 @@ class Flips {
   std::vector<std::uint8_t> waits_;     // of each side: does it wait?
 };
 
-/// Writes the triangles of a polygon in the order above. Keeps its arrays, too.
+/// Puts the triangles of a polygon into the order above. Keeps its arrays, too.
 class Arrangement {
  public:
-  /// @param first       number of the polygon's first point, and `end` of the next one's
-  /// @param before      number of the first triangle
-  /// @param neighbours  may be null
-  void Write(Sides sides, std::uint32_t first, std::uint32_t end, std::int32_t before,
-             std::uint32_t* triangles, std::int32_t* neighbours);
+  /// @param first   number of the polygon's first point, and `end` of the next one's
+  /// @param linked  with their twins, each as some side of its triangle; else those are lost
+  /// @param spare   as long as `sides`; the place of the twins, where these are to be lost
+  /// Throws std::bad_alloc, with the triangles where they were.
+  void Run(Sides sides, std::uint32_t first, std::uint32_t end, bool linked,
+           std::span<std::uint32_t> spare);
 
  private:
   std::vector<std::uint32_t> places_;  // of each point: where its triangles begin, then end

@@ -49,7 +49,7 @@ class PlaneSweep {
   [[nodiscard]] std::uint64_t steps() const noexcept { return intervals_.steps(); }
 
  private:
-  [[nodiscard]] Event EventAt(std::uint32_t v) const noexcept;
+  void ReadEvent(std::uint32_t v, Event& event) const noexcept;
 
   [[nodiscard]] bool Handle(const Event& event);
   [[nodiscard]] bool GoOnLeft(const Event& event);
@@ -82,7 +82,7 @@ bool PlaneSweep<Cutter, kMayCross>::Run(std::span<const std::uint32_t> order) {
   Event batch[kBatch];
   for (std::size_t begin = 0; begin < order.size(); begin += kBatch) {
     const std::size_t size = std::min(kBatch, order.size() - begin);
-    for (std::size_t k = 0; k < size; ++k) batch[k] = EventAt(order[begin + k]);
+    for (std::size_t k = 0; k < size; ++k) ReadEvent(order[begin + k], batch[k]);
     for (std::size_t k = 0; k < size; ++k) {
       if (!Handle(batch[k])) return false;
     }
@@ -90,12 +90,19 @@ bool PlaneSweep<Cutter, kMayCross>::Run(std::span<const std::uint32_t> order) {
   return true;
 }
 
+// Field by field: a copy of words just written in halves would wait for them.
 template <class Cutter, bool kMayCross>
-Event PlaneSweep<Cutter, kMayCross>::EventAt(std::uint32_t v) const noexcept {
-  const auto [p, prev, next, interval] = vertices_[v];
-  const GridPoint prevPoint = vertices_[prev].point;
-  const GridPoint nextPoint = vertices_[next].point;
-  Event event{{p, v}, prev, next, prevPoint, nextPoint, Kind::kLeft};
+void PlaneSweep<Cutter, kMayCross>::ReadEvent(std::uint32_t v, Event& event) const noexcept {
+  const SweepVertex& vertex = vertices_[v];
+  const GridPoint p = vertex.point;
+  const GridPoint prevPoint = vertices_[vertex.prev].point;
+  const GridPoint nextPoint = vertices_[vertex.next].point;
+  event.at.point = p;
+  event.at.vertex = v;
+  event.prev = vertex.prev;
+  event.next = vertex.next;
+  event.prevPoint = prevPoint;
+  event.nextPoint = nextPoint;
   const bool prevAbove = GreaterThan(prevPoint, p);
   const bool nextAbove = GreaterThan(nextPoint, p);
   if (prevAbove != nextAbove) {
@@ -107,7 +114,6 @@ Event PlaneSweep<Cutter, kMayCross>::EventAt(std::uint32_t v) const noexcept {
                  : prevAbove ? (convex ? Kind::kEnd : Kind::kMerge)
                              : (convex ? Kind::kOpen : Kind::kSplit);
   }
-  return event;
 }
 
 // Vertices on one point by their kind; those that open intervals from right to left, so
@@ -115,8 +121,9 @@ Event PlaneSweep<Cutter, kMayCross>::EventAt(std::uint32_t v) const noexcept {
 template <class Cutter, bool kMayCross>
 void PlaneSweep<Cutter, kMayCross>::ArrangeShared(std::span<std::uint32_t> positions) const {
   std::sort(positions.begin(), positions.end(), [&](std::uint32_t a, std::uint32_t b) {
-    const Event first = EventAt(a);
-    const Event second = EventAt(b);
+    Event first, second;
+    ReadEvent(a, first);
+    ReadEvent(b, second);
     if (first.kind != second.kind) return first.kind < second.kind;
     if (first.kind == Kind::kOpen) {
       const std::int64_t side = zelvan::Cross(first.at.point, first.nextPoint, second.nextPoint);

@@ -1,5 +1,6 @@
 // From flat arrays to flat arrays (region_triangles.h). A polygon's triangles go into the result
-// at once, or where they are to be made Delaunay into arrays that all polygons share.
+// at once, and are made Delaunay there. What else is needed stands in arrays that all polygons
+// share.
 #include "triangulation/region_triangles.h"
 
 #include <zelvan/error.h>
@@ -65,11 +66,9 @@ class RegionCutter {
   std::size_t touch_ = 0;
   std::size_t touchEnd_ = 0;
 
-  std::uint32_t made_ = 0;  // its triangles
-  std::uint32_t* corners_ = nullptr;
-  std::uint32_t* twins_ = nullptr;
-  std::vector<std::uint32_t> ownCorners_;
-  std::vector<std::uint32_t> ownTwins_;
+  std::uint32_t made_ = 0;          // its triangles
+  std::uint32_t* twins_ = nullptr;  // null where nobody asks
+  std::vector<std::uint32_t> spare_;
 
   std::vector<SweepVertex> vertices_;
   std::vector<std::uint32_t> touching_;
@@ -97,7 +96,7 @@ void RegionCutter::CutPolygon(std::size_t polygon) {
   bool found = false;
   if (touch_ == touchEnd_ && triangles + 2 <= kMostForEars) {
     Prepare(triangles);
-    found = CutEars(region_, polygon, corners_, twins_);
+    found = CutEars(region_, polygon, triangles_, twins_);
   } else {
     found = CutBySweep();
   }
@@ -105,32 +104,30 @@ void RegionCutter::CutPolygon(std::size_t polygon) {
   Finish();
 }
 
-// Sets up the arrays for a number of triangles.
+// Sets up the arrays for a number of triangles. Neighbours are the twins at first.
 void RegionCutter::Prepare(std::uint32_t triangles) {
   made_ = triangles;
   const std::size_t sides = 3 * std::size_t{triangles};
-  if (delaunay_ && ownCorners_.size() < sides) ownCorners_.resize(sides);
-  corners_ = delaunay_ ? ownCorners_.data() : triangles_;
-  const bool linked = delaunay_ || neighbours_ != nullptr;
-  if (linked && ownTwins_.size() < sides) ownTwins_.resize(sides);
-  twins_ = linked ? ownTwins_.data() : nullptr;
+  if (delaunay_ && spare_.size() < sides) spare_.resize(sides);
+  twins_ = neighbours_ != nullptr ? reinterpret_cast<std::uint32_t*>(neighbours_)
+           : delaunay_            ? spare_.data()
+                                  : nullptr;
 }
 
 void RegionCutter::Finish() {
   const std::size_t sides = 3 * std::size_t{made_};
   if (delaunay_) {
-    const Sides cut{{corners_, sides}, {twins_, sides}};
+    const Sides cut{{triangles_, sides}, {twins_, sides}};
     flipCount_ += flips_.Run(region_.points.data(), cut);
-    arrangement_.Write(cut, first_, end_, static_cast<std::int32_t>(before_), triangles_,
-                       neighbours_);
-  } else if (neighbours_ != nullptr) {
-    for (std::size_t side = 0; side < sides; ++side) {
-      neighbours_[side] =
-          twins_[side] == kNone ? -1 : static_cast<std::int32_t>(before_ + twins_[side] / 3);
-    }
+    arrangement_.Run(cut, first_, end_, neighbours_ != nullptr, spare_);
   }
   triangles_ += sides;
-  if (neighbours_ != nullptr) neighbours_ += sides;
+  if (neighbours_ != nullptr) {
+    for (std::size_t side = 0; side < sides; ++side) {
+      if (twins_[side] != kNone) twins_[side] = before_ + twins_[side] / 3;
+    }
+    neighbours_ += sides;
+  }
   before_ += made_;
 }
 
@@ -142,7 +139,7 @@ bool RegionCutter::CutBySweep() {
     walks = CountWalks(vertices_, seen_);
   }
   Prepare(Size() + 2 * walks - 4);
-  writer_.Begin(first_, Size(), made_, corners_, twins_);
+  writer_.Begin(first_, Size(), made_, triangles_, twins_);
   return delaunay_ ? Sweep(delaunaySweep_, fronts_) : Sweep(plainSweep_, chains_);
 }
 

@@ -16,12 +16,12 @@ namespace VORNEX {
 
 class RegionWriter {
  public:
-  /// Starts a polygon.
+  /// Starts a polygon. Throws std::bad_alloc.
   /// @param first     number of the polygon's first vertex, which the sweep calls 0
   /// @param corners   room for three numbers a triangle
   /// @param twins     the same for the sides across; null where nobody asks
   void Begin(std::uint32_t first, std::uint32_t vertices, std::uint32_t wanted,
-             std::uint32_t* corners, std::uint32_t* twins) noexcept {
+             std::uint32_t* corners, std::uint32_t* twins) {
     first_ = first;
     vertices_ = vertices;
     wanted_ = wanted;
@@ -29,6 +29,8 @@ class RegionWriter {
     twins_ = twins;
     count_ = 0;
     sides_.clear();
+    // Of the edges of all triangles each contour edge counts once, each diagonal twice.
+    if (twins != nullptr) sides_.reserve((3 * std::size_t{wanted} - vertices) / 2);
   }
 
   /// A new diagonal by its name. Throws std::bad_alloc.

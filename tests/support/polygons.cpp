@@ -1,9 +1,12 @@
 // The tests' polygons (polygons.h).
 #include "support/polygons.h"
 
+#include <zelvan/region.h>
+
 #include <algorithm>
 #include <cmath>
 
+#include "interface/region.h"
 #include "polygon/contour.h"
 #include "polygon/tables.h"
 
@@ -228,6 +231,19 @@ std::unique_ptr<Shape> ShapeOf(const Areas& areas) {
   shape->areas = RingOf(areas).release();
   RebuildTables(*shape);
   return shape;
+}
+
+FlatRegion FlatRegionOf(const Rings& rings) {
+  std::vector<zelvan::Ring> world;
+  for (const Ring& ring : rings) {
+    world.emplace_back();
+    for (const GridPoint p : ring) {
+      world.back().push_back({static_cast<double>(p.gx), static_cast<double>(p.gy)});
+    }
+  }
+  const double low = -GRID_OFFSET;
+  const Region region(world, zelvan::FillRule::NonZero, zelvan::Grid({low, low}, 1));
+  return region.IsEmpty() ? FlatRegion() : region.Handle()->flat;
 }
 
 Rings Mess(Random& random, std::int32_t size, std::int32_t n, const Rings& other) {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "polygon/area.h"
+#include "polygon/flat_region.h"
 #include "support/random.h"
 
 namespace zelvan::test {
@@ -35,6 +36,9 @@ using Areas = std::vector<Rings>;  ///< each the outer ring, then its holes
 [[nodiscard]] Areas AreasOf(const Area* ring);
 /// A shape in grid form, with its tables.
 [[nodiscard]] std::unique_ptr<Shape> ShapeOf(const Areas& areas);
+
+/// The region that these rings bound by the non-zero rule, on a grid with their steps.
+[[nodiscard]] FlatRegion FlatRegionOf(const Rings& rings);
 
 /// A family makes one operand on a grid of `size` steps.
 struct Family {

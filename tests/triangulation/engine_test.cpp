@@ -63,8 +63,9 @@ TEST(Triangulation, TheOutputArrayIsGuarded) {
 // Areas, regions, and a mesh: the old one stays until the new one is whole.
 TEST(Triangulation, EveryFailedAllocationIsReported) {
   Random random(9);
-  const auto shape = ShapeOf({zelvan::test::LargePolygons(random, 48)[4]});
-  const zelvan::FlatRegion region = zelvan::FlattenWalks(shape->areas);
+  const Rings raster = zelvan::test::LargePolygons(random, 48)[4];
+  const auto shape = ShapeOf({raster});
+  const zelvan::FlatRegion region = FlatRegionOf(raster);
   const Cut expected(region);
   const std::size_t failures = support::FailEachInTurn(
       [&] {
@@ -136,14 +137,14 @@ TEST(Sweep, WorkFollowsTheSize) {
       const double n = static_cast<double>(shape->vertexTable.size());
       EXPECT_LE(static_cast<double>(counts.links), 4 * n);
       EXPECT_LE(static_cast<double>(counts.intervals), 2 * n * std::log2(n));
-      const zelvan::RegionWork work = Cut(zelvan::FlattenWalks(shape->areas)).work;
+      const zelvan::RegionWork work = Cut(FlatRegionOf(rings)).work;
       EXPECT_LE(static_cast<double>(work.intervals), n * std::log2(n));
       EXPECT_LE(static_cast<double>(work.flips), n);
     }
   }
   Ring comb{{50000, 500000}};
   for (std::int32_t x = 1; x <= 100001; ++x) comb.push_back({x, (x % 2 - 1) * 1000});
-  const Cut cut(zelvan::FlattenWalks(RingOf({{comb}}).first));
+  const Cut cut(FlatRegionOf({comb}));
   EXPECT_LE(cut.work.intervals, 1000u);
 }
 
