@@ -196,6 +196,10 @@ test('memory comes back, by hand and by the collector; failures say what they ar
   const freed = Region.from([ring]);
   freed.free();
   freed.free();
+  const [small, far] = [[[0, 0], [1, 0], [0, 1]], [[0, 0], [2e9, 0], [0, 2e9]]].map((r) => Region.from([r]));
+  const coarse = 'the coarser grid would lose a polygon or a hole, or more than 1/1024 of its area';
+  const moved = small.onGrid(Region.commonGrid([small, far]));
+  assert(moved.isEmpty && moved.lost === 1 && small.lost === 0 && moved.unite(far).equals(far));
   const failures = [
     [() => Region.from([[[0, 0], [Infinity, 1], [2, 2]]]), { status: 2, ring: 0, point: 1 }],
     [() => Region.from([[[0, 0], [null, 1], [2, 2]]]), { status: 2, ring: 0, point: 1 }],
@@ -208,6 +212,9 @@ test('memory comes back, by hand and by the collector; failures say what they ar
     [() => Region.empty().unite({}), { status: 5 }],
     [() => Region.from([[1, 2, 3]]), { status: 5 }],
     [() => Region.from([], { fill: 'odd' }), { status: 5 }],
+    [() => Region.unite([far, Region.empty(), small]), { status: 8 }],
+    [() => small.xor(far), { status: 8, message: `${coarse}: its step is ${far.grid.step}, and the finest of the regions' is ${small.grid.step}` }],
+    [() => small.onGrid(null), { status: 5 }],
     [() => Region.fromGeoJSON({}), { status: 5 }],
     [() => earcut([0, 0, 1, 0, 1, 1], [7]), { status: 5 }],
     [() => withMemory((reserve) => reserve(2 ** 31)), { status: 1 }],

@@ -83,9 +83,9 @@ function messageOf(status) {
   return new TextDecoder().decode(memory.slice(start, memory.indexOf(0, start)));
 }
 
-/** Throws what a status other than 0 says. */
-export function check(status, place) {
-  if (status !== 0) throw new ZelvanError(status, messageOf(status), place);
+/** Throws what a status other than 0 says; `more` goes behind the message. */
+export function check(status, place, more = '') {
+  if (status !== 0) throw new ZelvanError(status, messageOf(status) + more, place);
 }
 
 /** Calls `work` with a function that reserves bytes of the module's memory until it ends. */

@@ -18,7 +18,9 @@ environment's ``ZELVAN_LIBRARY``.
 
 from ._arrays import Array, Points
 from ._grid import FillRule, Grid
-from ._region import Mesh, Polygon, Region, unite, unite_rings
+from ._library import TooCoarseError
+from ._region import LossWarning, Mesh, Polygon, Region, common_grid, unite, unite_rings
 
 __all__ = [
-    "Array", "FillRule", "Grid", "Mesh", "Points", "Polygon", "Region", "unite", "unite_rings"]
+    "Array", "FillRule", "Grid", "LossWarning", "Mesh", "Points", "Polygon", "Region",
+    "TooCoarseError", "common_grid", "unite", "unite_rings"]
