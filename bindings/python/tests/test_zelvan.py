@@ -1,9 +1,11 @@
 """The examples in all docstrings, and what examples cannot show."""
 
 import copy, doctest, json, os, random, resource, subprocess, sys, time, unittest
+import warnings
 from array import array
 from concurrent.futures import ThreadPoolExecutor
 from itertools import chain
+from pathlib import Path
 
 from zelvan import FillRule, Grid, LossWarning, Region, TooCoarseError, unite, unite_rings
 
@@ -12,6 +14,8 @@ try:
     from shapely.geometry import shape as to_shapely
 except ImportError:
     numpy = None
+
+ROOT = Path(__file__).resolve().parents[3]
 
 
 def load_tests(loader, tests, pattern):
@@ -86,6 +90,23 @@ class Binding(unittest.TestCase):
         parts = {"type": "MultiPolygon", "coordinates": [[tiny], [tiny + [(0, float("nan"))]]]}
         named = "^polygon 1: .*: ring 0, point 3$"
         self.assertRaisesRegex(ValueError, named, Region.from_geojson, parts)
+
+    def test_the_table_of_all_doors(self):
+        for case in json.loads((ROOT / "tests/doors.json").read_text())["cases"]:
+            with self.subTest(case["name"]), warnings.catch_warnings(record=True) as said:
+                warnings.simplefilter("always")
+                if refused := case.get("refused"):
+                    with self.assertRaises(ValueError) as raised:
+                        Region.from_geojson(case["document"])
+                    for place in refused.items():
+                        self.assertIn("%s %d" % place, str(raised.exception))
+                else:
+                    self.assertEqual(Region.from_geojson(case["document"]).area, case["area"])
+                left_out = [(f"feature {feature}", kind) for feature, kind in case.get("leftOut", ())]
+                self.assertEqual(len(said), len(left_out))
+                for warning, words in zip(said, left_out):
+                    self.assertTrue(all(word in str(warning.message) for word in words), words)
+                    self.assertEqual(warning.filename, __file__)
 
     def test_threads_share_regions(self):
         a, b = (Region([[(i, (i * 7919 + k) % 10007) for i in range(499)]]) for k in (0, 5000))
