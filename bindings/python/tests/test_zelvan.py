@@ -88,7 +88,7 @@ class Binding(unittest.TestCase):
         for join in (lambda: small - large, lambda: unite([large, Region(), small])):
             self.assertRaisesRegex(TooCoarseError, steps, join)
         parts = {"type": "MultiPolygon", "coordinates": [[tiny], [tiny + [(0, float("nan"))]]]}
-        named = "^polygon 1: .*: ring 0, point 3$"
+        named = "^feature 0, polygon 1: .*: ring 0, point 3$"
         self.assertRaisesRegex(ValueError, named, Region.from_geojson, parts)
 
     def test_the_table_of_all_doors(self):
