@@ -96,10 +96,14 @@ def where(element):
         location.get("line") or 0)
 
 
+def is_nameless(member):
+    return member.findtext("name", "").startswith("@")
+
+
 def declaration(member, scope):
     kind = member.get("kind")
     if kind == "enum":
-        return f"enum {member.findtext('name')}"
+        return "enum" if is_nameless(member) else f"enum {member.findtext('name')}"
     text, arguments = member.findtext("definition"), member.findtext("argsstring") or ""
     if kind in ("function", "friend") or arguments.startswith("["):
         text += arguments
@@ -109,10 +113,10 @@ def declaration(member, scope):
 
 
 def member_blocks(member, level, scope=""):
-    title = member.findtext("name")
+    title = "enum" if is_nameless(member) else member.findtext("name")
     out = ["#" * level + " " + escape(title), f"```cpp\n{declaration(member, scope)}\n```"]
     out += described(member)
-    values = [f"- `{v.findtext('name')} {v.findtext('initializer')}`: " + " ".join(described(v))
+    values = [f"- `{v.findtext('name')} {v.findtext('initializer', '')}".rstrip() + "`: " + " ".join(described(v))
               for v in member.findall("enumvalue")]
     return out + (["\n".join(values)] if values else [])
 
@@ -139,13 +143,17 @@ def compound_blocks(compound):
 def main(source, target):
     roots = [ElementTree.parse(path).getroot() for path in sorted(source.glob("*.xml"))]
     compounds = [root.find("compounddef") for root in roots if root.find("compounddef") is not None]
+    spread = [c for c in compounds if c.get("kind") == "namespace"
+              and len({where(m)[0] for m in members(c)}) > 1]  # over several headers
     version = roots[0].get("version")
     target.mkdir(parents=True, exist_ok=True)
     for page in (c for c in compounds if c.get("kind") == "file"):
         name = page.findtext("compoundname")
         parts = [(where(c)[1], compound_blocks(c)) for c in compounds
-                 if c.get("kind") in ("class", "struct", "namespace") and where(c)[0] == name]
-        parts += [(where(m)[1], member_blocks(m, 2)) for m in members(page)]
+                 if c.get("kind") in ("class", "struct", "namespace") and c not in spread
+                 and where(c)[0] == name]
+        loose = members(page) + [m for c in spread for m in members(c) if where(m)[0] == name]
+        parts += [(where(m)[1], member_blocks(m, 2)) for m in loose]
         text = [f"# zelvan/{name}"] + described(page)
         for _, part in sorted(parts, key=lambda p: p[0]):
             text += part

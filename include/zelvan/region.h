@@ -422,6 +422,12 @@ Grid CommonGrid(const Regions& regions) {
   return detail::CommonGrid(handles.data(), handles.size());
 }
 
+/// The same of two.
+inline Grid CommonGrid(const Region& a, const Region& b) {
+  const zelvan_region* const both[] = {a.Handle(), b.Handle()};
+  return detail::CommonGrid(both, 2);
+}
+
 /// What lies in one of two regions or in both. The result is on the grid of both; where they
 /// differ, both go first to the grid of one of them, if its step is the coarser one and it holds
 /// both regions; if not, to the grid that covers both, with the coarser of the two steps at
@@ -431,7 +437,7 @@ Grid CommonGrid(const Regions& regions) {
 /// that grid, or more than 2^-10 of the area of one, or where two of them would become one. What
 /// may be lost is moved first:
 ///
-///     const Grid grid = CommonGrid(std::array{a, b});
+///     const Grid grid = CommonGrid(a, b);
 ///     const Region both = a.OnGrid(grid) | b.OnGrid(grid);
 ///
 /// Throws std::invalid_argument where no grid holds both; std::bad_alloc, std::length_error. So

@@ -47,6 +47,7 @@ extern "C" {
 /** How a call ended. */
 typedef int32_t zelvan_status;
 
+/** The statuses. */
 enum {
   ZELVAN_OK = 0,
   ZELVAN_NO_MEMORY = 1,
@@ -90,6 +91,7 @@ enum {
   ZELVAN_DELAUNAY = 1 /**< the constrained Delaunay triangulation */
 };
 
+/** The size of grids. */
 enum {
   ZELVAN_GRID_BITS = 20 /**< a grid has 2^20 points along each axis */
 };

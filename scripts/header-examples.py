@@ -1,6 +1,6 @@
 """The examples in the headers' comments, as files for a program to include.
 
-    extract.py FOLDER OUT HEADER...
+    header-examples.py FOLDER OUT HEADER...
 
 An example starts after an empty line of a comment, indented by five spaces, with a line that
 has a semicolon; it ends where the indent does. OUT/HEADER.inc gets those of a header, one
