@@ -63,8 +63,7 @@ async function printed(folder, html) {
     const page = await browser.newPage();
     await page.route('**/*', (route) => {
       const { pathname } = new URL(route.request().url());
-      return pathname === '/' ? route.fulfill({ body: html, contentType: 'text/html' }) :
-        pathname === '/favicon.ico' ? route.abort() : route.fulfill({ path: join(folder, pathname) });
+      return route.fulfill(pathname === '/' ? { body: html, contentType: 'text/html' } : { path: join(folder, pathname) });
     });
     const said = page.waitForEvent('console');
     await page.goto('http://consumer.test/');
@@ -85,8 +84,7 @@ test('a stranger installs the tarball and uses it, by any bundler', async () => 
     run(process.execPath, join(here, 'node_modules/typescript/bin/tsc'), 'consumer.mts', 'consumer.cts', '--strict',
       '--module', 'nodenext', '--target', 'es2022', '--lib', 'es2022');
     writeFileSync(join(folder, 'both.mjs'), `import { createRequire } from 'node:module';
-      import * as a from 'zelvan';
-      import earcut from 'zelvan/earcut';
+      import * as a from 'zelvan'; import earcut from 'zelvan/earcut';
       const require = createRequire(import.meta.url);
       console.log(a.Region === require('zelvan').Region, earcut === require('zelvan/earcut'));`);
     assert.equal(run(process.execPath, 'both.mjs').trim(), 'true true');
@@ -113,15 +111,13 @@ test('a stranger installs the tarball and uses it, by any bundler', async () => 
 
 test('the table of all doors', () => {
   const { cases } = JSON.parse(readFileSync(join(here, '../doors.json'), 'utf8'));
-  for (const { name, document, area, refused, leftOut = [] } of cases) {
+  for (const { name, document, area, refused = {}, leftOut = [] } of cases) {
     const said = [];
-    const read = () => Region.fromGeoJSON(document, { warn: (message) => said.push(message) });
-    if (refused) {
-      assert.throws(read, (error) => error instanceof ZelvanError &&
-        Object.entries(refused).every(([key, value]) => error[key] === value && error.message.includes(`${key} ${value}`)), name);
-    } else assert.equal(read().area, area, name);
-    assert.equal(said.length, leftOut.length, name);
-    leftOut.forEach(([feature, type], i) => assert.match(said[i], new RegExp(`A ${type} .*feature ${feature}`), name));
+    const outcome = () => { try { return Region.fromGeoJSON(document, { warn: (message) => said.push(message) }); } catch (error) { return error; } };
+    const found = outcome();
+    assert.equal(found.area, area, name);
+    for (const [key, value] of Object.entries(refused)) assert(found[key] === value && found.message.includes(`${key} ${value}`), name);
+    assert.deepEqual(said.map((message) => /A (\w+) .*feature (\d+)/.exec(message).slice(1)), leftOut.map(([feature, type]) => [type, String(feature)]), name);
   }
 });
 
@@ -152,11 +148,7 @@ test(`earcut on rings that cross, seed ${seed}`, () => {
     const rings = [star(0, 0, 600, 1000), ...holes];
     const [vertices, starts] = [rings.flatMap((ring) => ring.flat()), holes.map((_, i) => rings.slice(0, i + 1).flat().length)];
     const exact = Region.from([rings[0]]).subtract(Region.uniteRings(holes)).area;
-    [earcut, peer].forEach((cut, i) => {
-      const triangles = cut(vertices, starts, 3);
-      const covered = triangles.reduce((sum, _, k) => sum + (k % 3 ? 0 : Math.abs(twiceArea(vertices, triangles.slice(k, k + 3), 3))), 0) / 2;
-      missing[i] += Math.abs(covered - exact) / exact / 100;
-    });
+    [earcut, peer].forEach((cut, i) => { missing[i] += Math.abs(twiceArea(vertices, cut(vertices, starts, 3), 3) / 2 / exact - 1) / 100; });
   }
   assert(missing[0] < 0.01 && missing[0] < missing[1], String(missing));
 });
@@ -173,8 +165,7 @@ test(`regions keep their identities, seed ${seed}`, () => {
     const same = { grid: plain.grid };
     assert(Region.fromGeoJSON(plain.toGeoJSON(), same).equals(plain) && Region.from(plain.read(), same).equals(plain));
     const { positions: [x, y] } = plain.read();
-    assert(plain.side([x, y]) === 0 && plain.contains([x, y]) && !plain.contains([x - 1, y]));
-    assert.deepEqual(plain.contains(Float64Array.of(x - 1, y, 0, 0)), [[x - 1, y], [0, 0]].map((point) => plain.side(point) >= 0));
+    assert.deepEqual([plain.side([x, y]), plain.contains([x, y]), ...plain.contains(Float64Array.of(x, y, x - 1, y))], [0, true, true, false]);
     assert.deepEqual(JSON.parse(JSON.stringify({ plain })), { plain: plain.toGeoJSON() });
     const { positions, indices, neighbours } = both.triangulate({ neighbours: true, delaunay: round % 3 === 0 });
     assert.equal(twiceArea(positions, indices) / 2, both.area, story);
@@ -203,8 +194,7 @@ test('memory comes back, by hand and by the collector; failures say what they ar
   const failures = [
     [() => Region.from([[[0, 0], [Infinity, 1], [2, 2]]]), { status: 2, ring: 0, point: 1 }],
     [() => Region.from([[[0, 0], [null, 1], [2, 2]]]), { status: 2, ring: 0, point: 1 }],
-    [() => Region.from([[1, 2, 3, 4, 5, '6']]), { status: 2, ring: 0, point: 2 }],
-    [() => Region.from([[[0, 0], [5, 1], null]]), { status: 2, ring: 0, point: 2 }],
+    [() => Region.from([[1, 2, 3, 4, 5, '6'], [[0, 0], null]]), { status: 2, ring: 0, point: 2 }],
     [() => Region.from(['012345']), { status: 5 }],
     [() => Region.from([[[0, 0], [5, 1], [2e9, 2]]], { grid: { x: 0, y: 0, step: 1 } }), { status: 3, point: 2 }],
     [() => Region.from([], { grid: { x: 0, y: 0, step: 3 } }), { status: 4 }],

@@ -1,6 +1,6 @@
 """The examples in all docstrings, and what examples cannot show."""
 
-import copy, doctest, json, os, random, resource, subprocess, sys, unittest, warnings
+import copy, doctest, json, os, random, re, resource, subprocess, sys, unittest, warnings
 from array import array
 from itertools import chain
 from pathlib import Path
@@ -81,18 +81,17 @@ class Binding(unittest.TestCase):
         for case in json.loads((ROOT / "tests/doors.json").read_text())["cases"]:
             with self.subTest(case["name"]), warnings.catch_warnings(record=True) as said:
                 warnings.simplefilter("always")
-                if refused := case.get("refused"):
-                    with self.assertRaises(ValueError) as raised:
-                        Region.from_geojson(case["document"])
-                    for place in refused.items():
-                        self.assertIn("%s %d" % place, str(raised.exception))
-                else:
-                    self.assertEqual(Region.from_geojson(case["document"]).area, case["area"])
-                left_out = [(f"feature {feature}", kind) for feature, kind in case.get("leftOut", ())]
-                self.assertEqual(len(said), len(left_out))
-                for warning, words in zip(said, left_out):
-                    self.assertTrue(all(word in str(warning.message) for word in words), words)
-                    self.assertEqual(warning.filename, __file__)
+                try:
+                    area, error = Region.from_geojson(case["document"]).area, ""
+                except ValueError as raised:
+                    area, error = None, str(raised)
+                self.assertEqual(area, case.get("area"), error)
+                for place in case.get("refused", {}).items():
+                    self.assertIn("%s %d" % place, error)
+                self.assertEqual([warning.filename for warning in said], [__file__] * len(said))
+                words = [re.findall(r"a (\w+) bounds .* (\d+)$", str(warning.message)) for warning in said]
+                left_out = [[(kind, str(feature))] for feature, kind in case.get("leftOut", ())]
+                self.assertEqual(words, left_out)
 
     def test_a_million_vertices_cross_and_leave_nothing(self):
         half, kibibytes = 500000, []
