@@ -5,7 +5,7 @@
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
-cmake --preset release >/dev/null
+cmake --preset release -DZELVAN_BUILD_BENCHMARKS=ON >/dev/null
 cmake --build --preset release -j2 --target bench_region zelvan_tool
 
 maps=build/bench-maps

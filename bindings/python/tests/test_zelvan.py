@@ -1,8 +1,9 @@
 """The examples in all docstrings, and what examples cannot show."""
 
-import copy, doctest, json, os, random, resource, subprocess, sys, unittest
+import copy, doctest, json, os, random, re, resource, subprocess, sys, unittest, warnings
 from array import array
 from itertools import chain
+from pathlib import Path
 
 from zelvan import FillRule, Grid, LossWarning, Region, TooCoarseError, unite, unite_rings
 
@@ -11,6 +12,8 @@ try:
     from shapely.geometry import shape as to_shapely
 except ImportError:
     numpy = None
+
+ROOT = Path(__file__).resolve().parents[3]
 
 
 def load_tests(loader, tests, pattern):
@@ -71,7 +74,24 @@ class Binding(unittest.TestCase):
         for join in (lambda: small - large, lambda: unite([large, Region(), small])):
             self.assertRaisesRegex(TooCoarseError, steps, join)
         parts = {"type": "MultiPolygon", "coordinates": [[tiny], [tiny + [(0, float("nan"))]]]}
-        self.assertRaisesRegex(ValueError, "^polygon 1:.* 0, point 3$", Region.from_geojson, parts)
+        named = "^feature 0, polygon 1:.* 0, point 3$"
+        self.assertRaisesRegex(ValueError, named, Region.from_geojson, parts)
+
+    def test_the_table_of_all_doors(self):
+        for case in json.loads((ROOT / "tests/doors.json").read_text())["cases"]:
+            with self.subTest(case["name"]), warnings.catch_warnings(record=True) as said:
+                warnings.simplefilter("always")
+                try:
+                    area, error = Region.from_geojson(case["document"]).area, ""
+                except ValueError as raised:
+                    area, error = None, str(raised)
+                self.assertEqual(area, case.get("area"), error)
+                for place in case.get("refused", {}).items():
+                    self.assertIn("%s %d" % place, error)
+                self.assertEqual([warning.filename for warning in said], [__file__] * len(said))
+                words = [re.findall(r"a (\w+) bounds .* (\d+)$", str(warning.message)) for warning in said]
+                left_out = [[(kind, str(feature))] for feature, kind in case.get("leftOut", ())]
+                self.assertEqual(words, left_out)
 
     def test_a_million_vertices_cross_and_leave_nothing(self):
         half, kibibytes = 500000, []

@@ -21,6 +21,8 @@ from ._grid import FillRule, Grid
 from ._library import TooCoarseError
 from ._region import LossWarning, Mesh, Polygon, Region, common_grid, unite, unite_rings
 
+__version__ = "1.0.0"  # the library's, which CMake holds it to
+
 __all__ = [
     "Array", "FillRule", "Grid", "LossWarning", "Mesh", "Points", "Polygon", "Region",
     "TooCoarseError", "common_grid", "unite", "unite_rings"]

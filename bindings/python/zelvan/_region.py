@@ -140,10 +140,11 @@ class Region:
         source: its text, the dictionary, or anything with a __geo_interface__, such as the
             geometries of shapely and the frames of geopandas. Polygons, MultiPolygons,
             Features, FeatureCollections and GeometryCollections are taken; the rings of a
-            polygon may run either way, and heights are left out.
+            polygon may run either way, and heights are left out. Points and lines bound no
+            region: a warning names them.
         grid: as for the constructor, the same for all polygons
 
-        Raises ValueError for other geometries, and as the constructor.
+        Raises ValueError for what is no GeoJSON, with its place, and as the constructor.
 
         >>> left = '{"type": "Polygon", "coordinates": [[[0,0], [3,0], [3,2], [0,2], [0,0]]]}'
         >>> right = Region([[(2, 1), (5, 1), (5, 3), (2, 3)]])
@@ -151,22 +152,28 @@ class Region:
         <zelvan.Region: 1 polygon, 8 vertices, area 11.0>
         >>> Region.from_geojson(right) == right
         True
-        >>> Region.from_geojson('{"type": "Point", "coordinates": [0, 0]}')
+        >>> Region.from_geojson('{"type": "Polygon", "coordinates": [[[0, 0], [null, 0]]]}')
         Traceback (most recent call last):
-        ValueError: a Point bounds no region
+        ValueError: feature 0, polygon 0, ring 0, point 1: [None, 0] is no pair of numbers
         >>> Region.from_geojson('{"type": "Polygon", "coordinates": [[[0, 0], [NaN, 0]]]}', Grid())
         Traceback (most recent call last):
-        ValueError: polygon 0: a coordinate is infinite or no number: ring 0, point 1
+        ValueError: feature 0, polygon 0: a coordinate is infinite or no number: ring 0, point 1
         """
+        found = polygons_of(source)
+        for kind, features in found.left_out.items():
+            others = f" and {len(features) - 1} more" if len(features) > 1 else ""
+            warnings.warn(f"a {kind} bounds no region and is left out: "
+                          f"feature {features[0]}{others}", stacklevel=2)
+        places = [place for place, _ in found.polygons]
         polygons = []
-        for i, rings in enumerate(polygons_of(source)):
-            with _naming(i):
+        for place, rings in found.polygons:
+            with _naming(place):
                 polygons.append(flatten(rings))
         if grid is None:
-            grid = _grid_covering(polygons)
+            grid = _grid_covering(places, polygons)
         regions = []
-        for i, polygon in enumerate(polygons):
-            with _naming(i):
+        for place, polygon in zip(places, polygons):
+            with _naming(place):
                 regions.append(cls._adopt(_create(polygon, FillRule.EVEN_ODD, grid)))
         united = regions[0] if len(regions) == 1 else unite(regions)
         united._warn_of_losses()
@@ -355,23 +362,23 @@ class Region:
 
 
 @contextmanager
-def _naming(polygon: int) -> Iterator[None]:
+def _naming(place: str) -> Iterator[None]:
     try:
         yield
     except (TypeError, ValueError) as error:
-        raise type(error)(f"polygon {polygon}: {error}") from None
+        raise type(error)(f"{place}: {error}") from None
 
 
 def _is_pair(points: Any) -> bool:
     return isinstance(points, (tuple, list)) and len(points) == 2 and isinstance(points[0], Real)
 
 
-def _grid_covering(polygons: list[FlatRings]) -> Grid:
+def _grid_covering(places: list[str], polygons: list[FlatRings]) -> Grid:
     try:
         return Grid._covering(b"".join(polygon.xy for polygon in polygons))
     except ValueError:
-        for i, polygon in enumerate(polygons):
-            with _naming(i):
+        for place, polygon in zip(places, polygons):
+            with _naming(place):
                 Region._adopt(_create(polygon, FillRule.EVEN_ODD, None))
         raise
 
