@@ -37,6 +37,8 @@ function draw() {
   requestAnimationFrame(frame);
 }
 
+let shown = null;  // the source that a notice is about
+
 function onMoved(timeStamp) {
   movedAt ??= timeStamp;
 }
@@ -44,6 +46,8 @@ function onMoved(timeStamp) {
 onChange((what) => {
   isStale ||= what === 'shapes';
   if (what === 'shapes') showSource();
+  if (state.source !== shown) showNotice('request', '');
+  shown = state.source;
   draw();
 });
 

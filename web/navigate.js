@@ -1,10 +1,10 @@
-// Moves of the view. No zoom goes beyond what there is to see: inwards half the canvas is one
-// step of the grid, outwards the data is a hundredth of it.
+// Moves of the view. No zoom goes beyond what there is to see: inwards a quarter of the canvas
+// is one step of the grid, outwards the data is a hundredth of it.
 import { changed, state } from './state.js';
 import { boundsOf, fitted, panned, resized, viewportOf, zoomed } from './viewport.js';
 
 const OUTWARDS = 100;
-const STEPS_SEEN = 2;
+const STEPS_SEEN = 4;
 
 let lastFit = null;  // the view that `fit` made
 let isUpright = null;
@@ -20,7 +20,7 @@ function dataBox() {
   return box;
 }
 
-function show(view) {
+export function show(view) {
   state.view = view;
   changed('picture');
 }

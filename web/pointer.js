@@ -2,10 +2,13 @@
 // shape that is edited, else the paper; two fingers pan and zoom. While a ring is drawn, a
 // click sets a point. Where the page is narrow and scrolls, the wheel and a finger that goes
 // up or down scroll it, unless the finger is on a vertex or draws.
-import { panBy, zoomBy } from './navigate.js';
+import { panBy, show, zoomBy } from './navigate.js';
 import { holds } from './shapes.js';
-import { activeRings, addRing, changed, choose, chosenPoint, insertVertex, isHeavy, moveChosen, placeShape, state } from './state.js';
-import { toPlane, toScreen } from './viewport.js';
+import {
+  activeRings, addRing, changed, choose, chosenPoint, forgetLastStep, insertVertex, isHeavy, moveChosen, placeShape,
+  state,
+} from './state.js';
+import { panned, toPlane, toScreen } from './viewport.js';
 
 const NEAR = 10;
 const STILL = 3;  // a press that moves no further is a click
@@ -68,25 +71,30 @@ export function addDraftPoint() {
   return changed('picture');
 }
 
-// A function that follows a pointer which is (dx, dy) away from where it was pressed, by
-// `move`, and answers whether it did. What the pointer moves may be gone meanwhile, by undo or
-// by another sample: then the drag is over.
+// Follows a pointer which is (dx, dy) away from where it was pressed, by `move`, and answers
+// whether it did. What the pointer moves may be gone meanwhile, by undo or by another sample:
+// then the drag is over.
 function dragOfShapes(move) {
   let { shapes } = state;
   const { active } = state;
   let isFirst = true;
-  return (dx, dy) => {
-    const isGone = shapes !== state.shapes || active !== state.active;
-    if (isGone || (isFirst && Math.hypot(dx, dy) < STILL)) return false;
-    move(dx / state.view.scale, -dy / state.view.scale, isFirst);
-    isFirst = false;
-    ({ shapes } = state);
-    return true;
+  const isGone = () => shapes !== state.shapes || active !== state.active;
+  return {
+    follow(dx, dy) {
+      if (isGone() || (isFirst && Math.hypot(dx, dy) < STILL)) return false;
+      move(dx / state.view.scale, -dy / state.view.scale, isFirst);
+      isFirst = false;
+      ({ shapes } = state);
+      return true;
+    },
+    cancel() {
+      if (!isFirst && !isGone()) forgetLastStep();
+    },
   };
 }
 
-// What a press begins: a function that follows each move of the pointer, told by how much it
-// is away from the place of the press and from its last one.
+// What a press begins: it follows each move of the pointer, told by how much that is away from
+// the place of the press, and can be cancelled.
 function dragFrom(sx, sy) {
   const vertex = isHeavy() ? null : nearestVertex(sx, sy);
   choose(vertex);
@@ -101,7 +109,11 @@ function dragFrom(sx, sy) {
     const shape = state.shapes[state.active];
     return dragOfShapes((dx, dy, isNewStep) => placeShape(shape, dx, dy, isNewStep));
   }
-  return (dx, dy, stepX, stepY) => panBy(stepX, stepY);
+  const { view } = state;
+  return {
+    follow: (dx, dy) => show(panned(view, dx, dy)),
+    cancel: () => show(view),
+  };
 }
 
 function cursorAt(sx, sy) {
@@ -156,14 +168,16 @@ export function listenToPointers(canvas, onMoved) {
     pointers.set(event.pointerId, [sx, sy]);
     if (pointers.size === 2 && !state.draft) {
       pinch(before, [...pointers.values()]);
-    } else if (drag) {
-      if (drag(sx - pressed[0], sy - pressed[1], sx - last[0], sy - last[1])) onMoved(event.timeStamp);
+    } else if (drag?.follow(sx - pressed[0], sy - pressed[1])) {
+      onMoved(event.timeStamp);
     }
   });
 
+  // The browser cancels what becomes a scroll of the page.
   for (const end of ['pointerup', 'pointercancel']) {
     canvas.addEventListener(end, (event) => {
       pointers.delete(event.pointerId);
+      if (end === 'pointercancel') drag?.cancel();
       drag = null;
     });
   }

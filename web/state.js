@@ -90,6 +90,11 @@ export function redo() {
   changed('picture');
 }
 
+/** As if the last step had never been made. */
+export function forgetLastStep() {
+  travel(past, []);
+}
+
 /** Takes other shapes and settings for all that was there. */
 export function load(fields) {
   if (state.source) remember(LOADED);
