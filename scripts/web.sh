@@ -7,12 +7,12 @@ scripts/setup-wasm.sh
 
 echo "== build"
 cmake --preset wasm >/dev/null
-cmake --build --preset wasm -j2 --target zelvan_wasm
+cmake --build --preset wasm -j2 --target zelvan_npm
 
 site=build/web
 mkdir -p "$site/zelvan" "$site/data"
 cp web/* "$site"
-cp build/wasm/npm/{*.js,zelvan.wasm} "$site/zelvan"
+cp build/wasm/npm/*.js "$site/zelvan"
 
 # The features of some countries; one stands on each line.
 {

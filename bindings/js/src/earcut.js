@@ -1,11 +1,17 @@
 // The calls of the earcut package, answered by Zelvan: coordinates in a row, the vertices
 // at which holes begin, triangles as numbers of input vertices, counter-clockwise where y
-// points up. The triangles are exact on a grid of 2^20 steps across the input, and use its
-// vertices; where edges cross there is none, and triangles that need one are left out.
-import { BAD_ARGUMENT, ZelvanError, check, doublesAt, integersAt, numbersAt, wasm, withMemory } from './module.js';
+// points up. The triangles are exact on a grid across the input. Where edges cross there is
+// no vertex to name: such a corner goes to the input vertex nearest to it.
+import {
+  BAD_ARGUMENT, NOT_FINITE, ZelvanError, check, doublesAt, integersAt, numbersAt, wasm, withMemory,
+} from './module.js';
+
+export { refine } from './refine.js';
 
 const EVEN_ODD = 0;
 const POSITIVE = 2;
+// Corners that were moved may make edges cross again; what is left then is left out.
+const ROUNDS = 8;
 
 // Twice the area of the vertices from begin to end, positive counter-clockwise.
 function doubleArea(vertices, begin, end, dim) {
@@ -43,18 +49,45 @@ function writeRings(vertices, starts, dim, xy) {
   return originals;
 }
 
+// The region of the points of rings, which is taken back when `use` is done with it.
+function withRegion(xy, offsets, rings, rule, grid, reserve, use) {
+  const result = reserve(4);
+  const status = wasm.zelvan_region_create(xy, offsets, rings, rule, grid, result, 0);
+  if (status === NOT_FINITE) return [];
+  check(status);
+  const region = numbersAt(result, 1)[0];
+  try {
+    return use(region);
+  } finally {
+    wasm.zelvan_region_release(region);
+  }
+}
+
 // The triangles of a region as numbers of the points that it was made of.
-function trianglesOf(region, xy, originals, reserve) {
+function trianglesOf(region, input, reserve, round = 1) {
   const room = reserve(16);
   wasm.zelvan_region_counts(region, room);
-  const [, , vertices, triangles] = numbersAt(room, 4);
-  const [places, corners, numbers, grid] =
-    [reserve(16 * vertices), reserve(12 * triangles), reserve(4 * vertices), reserve(24)];
+  const [, rings, vertices, triangles] = numbersAt(room, 4);
+  const [places, offsets, numbers, grid, crossings] =
+    [reserve(16 * vertices), reserve(4 * (rings + 1)), reserve(4 * vertices), reserve(24), reserve(4)];
   wasm.zelvan_region_grid(region, grid);
-  check(wasm.zelvan_region_read(region, room, places, 0, 0));
+  check(wasm.zelvan_region_read(region, room, places, offsets, 0));
+  check(wasm.zelvan_input_vertices(
+    input.xy, input.originals.length, grid, places, vertices, numbers, crossings));
+  if (numbersAt(crossings, 1)[0] > 0 && round < ROUNDS) {
+    moveCrossings(doublesAt(places, 2 * vertices), integersAt(numbers, vertices), doublesAt(input.xy, 2 * input.originals.length));
+    return withRegion(places, offsets, rings, POSITIVE, grid, reserve, (next) =>
+      trianglesOf(next, input, reserve, round + 1));
+  }
+  const corners = reserve(12 * triangles);
   check(wasm.zelvan_region_triangulate(region, 0, room, corners, 0));
-  check(wasm.zelvan_input_vertices(xy, originals.length, grid, places, vertices, numbers));
-  return named(numbersAt(corners, 3 * triangles), integersAt(numbers, vertices), originals);
+  return named(numbersAt(corners, 3 * triangles), integersAt(numbers, vertices), input.originals);
+}
+
+function moveCrossings(places, numbers, xy) {
+  numbers.forEach((number, i) => {
+    if (number < 0) places.set(xy.subarray(2 * ~number, 2 * ~number + 2), 2 * i);
+  });
 }
 
 function named(corners, numbers, originals) {
@@ -75,17 +108,12 @@ export default function earcut(vertices, holes, dim = 2) {
   const starts = ringStarts(vertices, holes, dim);
   return withMemory((reserve) => {
     const xy = reserve(16 * starts.at(-1));
-    const [offsets, result] = [reserve(4 * starts.length), reserve(4)];
+    const offsets = reserve(4 * starts.length);
     const originals = writeRings(vertices, starts, dim, doublesAt(xy, 2 * starts.at(-1)));
     numbersAt(offsets, starts.length).set(starts);
     const rule = starts.length > 2 ? POSITIVE : EVEN_ODD;
-    check(wasm.zelvan_region_create(xy, offsets, starts.length - 1, rule, 0, result, 0));
-    const region = numbersAt(result, 1)[0];
-    try {
-      return trianglesOf(region, xy, originals, reserve);
-    } finally {
-      wasm.zelvan_region_release(region);
-    }
+    return withRegion(xy, offsets, starts.length - 1, rule, 0, reserve, (region) =>
+      trianglesOf(region, { xy, originals }, reserve));
   });
 }
 

@@ -1,3 +1,3 @@
-// What the package gives: regions, and the error that a failure throws.
+// What the package gives: regions, the error that a failure throws, and a way to load ahead.
 export { Region } from './region.js';
-export { ZelvanError } from './module.js';
+export { ZelvanError, init } from './module.js';

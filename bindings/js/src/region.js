@@ -1,10 +1,11 @@
 // Regions: sets of polygons with holes on a grid, immutable. Each object holds one handle
 // of the module, which is given back by free(), by `using`, or by the garbage collector.
 import {
-  BAD_ARGUMENT, ZelvanError, address, bytesAt, check, doublesAt, integersAt, numbersAt, wasm, withMemory,
+  BAD_ARGUMENT, NOT_FINITE, OUTSIDE_GRID, ZelvanError, bytesAt, check, doublesAt, integersAt, numbersAt, wasm,
+  withMemory,
 } from './module.js';
 import { writeRings } from './rings.js';
-import { polygonsOf, toGeometry } from './geojson.js';
+import { namesOf, polygonsOf, toGeometry } from './geojson.js';
 
 const FILLS = ['even-odd', 'non-zero', 'positive', 'negative'];
 const OPERATIONS = { unite: 0, intersect: 1, subtract: 2, xor: 3 };
@@ -31,11 +32,12 @@ function readCounts(at) {
 }
 
 function isCoordinateFault(status) {
-  return status === 2 || status === 3;
+  return status === NOT_FINITE || status === OUTSIDE_GRID;
 }
 
-// Rings in, a handle out, by either of the two functions that make regions of rings.
-function makeRegion(rings, grid, make) {
+// Rings in, a handle out, by either of the two functions that make regions of rings. `place`
+// is what is known of where the rings come from.
+function makeRegion(rings, grid, make, place) {
   return withMemory((reserve) => {
     const { xy, offsets, count } = writeRings(rings, reserve);
     const gridAt = writeGrid(grid, reserve);
@@ -43,7 +45,7 @@ function makeRegion(rings, grid, make) {
     const status = make(xy, offsets, count, gridAt, result, fault);
     if (isCoordinateFault(status)) {
       const [ring, point] = numbersAt(fault, 2);
-      check(status, { ring, point });
+      check(status, { ...place, ring, point });
     }
     check(status);
     return wrap(numbersAt(result, 1)[0]);
@@ -64,11 +66,15 @@ export class Region {
     forgotten.register(this, handle, this);
   }
 
-  static from(rings, { fill = 'even-odd', grid } = {}) {
+  static from(rings, options) {
+    return Region.#filled(rings, options);
+  }
+
+  static #filled(rings, { fill = 'even-odd', grid } = {}, place) {
     const rule = FILLS.indexOf(fill);
     if (rule < 0) throw new ZelvanError(BAD_ARGUMENT, `fill must be one of ${FILLS.join(', ')}.`);
     return makeRegion(rings, grid, (xy, offsets, count, gridAt, result, fault) =>
-      wasm.zelvan_region_create(xy, offsets, count, rule, gridAt, result, fault));
+      wasm.zelvan_region_create(xy, offsets, count, rule, gridAt, result, fault), place);
   }
 
   static uniteRings(rings, { grid } = {}) {
@@ -90,13 +96,13 @@ export class Region {
     });
   }
 
-  static fromGeoJSON(object, { grid } = {}) {
-    const polygons = polygonsOf(object);
-    if (polygons.length === 1) return Region.from(polygons[0], { grid });
-    const common = grid ?? Region.gridCovering(polygons.flatMap((rings) => rings.flat()));
+  static fromGeoJSON(object, { grid, warn = console.warn } = {}) {
+    const { polygons, leftOut } = polygonsOf(object);
+    for (const name of namesOf(leftOut)) warn(name);
+    const common = grid ?? Region.gridCovering(polygons.flatMap(({ rings }) => rings.flat()));
     const regions = [];
     try {
-      for (const rings of polygons) regions.push(Region.from(rings, { grid: common }));
+      for (const { rings, place } of polygons) regions.push(Region.#filled(rings, { grid: common }, place));
       return Region.unite(regions);
     } finally {
       for (const region of regions) region.free();
@@ -157,11 +163,17 @@ export class Region {
   }
 
   contains(points) {
+    const side = this.side(points);
+    return typeof side === 'number' ? side >= 0 : Array.from(side, (one) => one >= 0);
+  }
+
+  side(points) {
     return withMemory((reserve) => {
-      const { xy, points: count } = writeRings([points], reserve);
+      const isOne = Array.isArray(points) && typeof points[0] === 'number';
+      const { xy, points: count } = writeRings([isOne ? [points] : points], reserve);
       const sides = reserve(count);
       check(wasm.zelvan_region_contains(this.#alive(), xy, count, sides));
-      return bytesAt(sides, count).slice();
+      return isOne ? bytesAt(sides, 1)[0] : bytesAt(sides, count).slice();
     });
   }
 
@@ -202,6 +214,10 @@ export class Region {
 
   toGeoJSON() {
     return toGeometry(this.read());
+  }
+
+  toJSON() {
+    return this.toGeoJSON();
   }
 
   free() {

@@ -1,3 +1,8 @@
+/// <reference lib="esnext.disposable" />
+
+/** A point: x and y; what follows is ignored. */
+export type Point = readonly number[];
+
 /** A ring: points of x and y (what follows is ignored), or x and y in turn. */
 export type Ring = readonly ArrayLike<number>[] | ArrayLike<number>;
 
@@ -66,9 +71,17 @@ export interface MultiPolygonGeometry {
   coordinates: number[][][][];
 }
 
-/** A failed call. `ring` and `point` tell where a coordinate was refused. */
+/** Compiles the WebAssembly module ahead of the first call, aside of this thread. Only
+ * where compiling in the page's own thread is forbidden, as in Chromium before version 115,
+ * must it be awaited. */
+export function init(): Promise<void>;
+
+/** A failed call. The numbers, from 0 on, tell where a coordinate was refused; in GeoJSON
+ * `polygon` counts those of the feature. */
 export class ZelvanError extends Error {
   readonly status: number;
+  readonly feature?: number;
+  readonly polygon?: number;
   readonly ring?: number;
   readonly point?: number;
 }
@@ -83,8 +96,10 @@ export class Region {
   static from(rings: Rings, options?: { fill?: Fill; grid?: Grid }): Region;
   /** The union of what each ring encloses, whichever way it runs. */
   static uniteRings(rings: Rings, options?: { grid?: Grid }): Region;
-  /** The union of all polygons of a GeoJSON object; points and lines are passed over. */
-  static fromGeoJSON(object: object, options?: { grid?: Grid }): Region;
+  /** The union of all polygons of a GeoJSON object, each by the even-odd rule. Points and
+   * lines bound no region: they are left out, and `warn` (console.warn when left out) is
+   * called once for each type of them. */
+  static fromGeoJSON(object: object, options?: { grid?: Grid; warn?: (message: string) => void }): Region;
   /** The union of any number of regions, in one go. */
   static unite(regions: Iterable<Region>): Region;
   static empty(): Region;
@@ -98,8 +113,13 @@ export class Region {
 
   /** Whether both have the same polygons and the same grid. */
   equals(other: Region): boolean;
-  /** For each point 1 inside, 0 on the boundary, -1 outside. */
-  contains(points: Ring): Int8Array;
+  /** Whether a point lies inside or on the boundary, decided exactly; the same for each of
+   * several: an array of points, or x and y in turn in a typed array. */
+  contains(point: Point): boolean;
+  contains(points: readonly Point[] | Float64Array | Float32Array): boolean[];
+  /** 1 inside, 0 on the boundary, -1 outside. */
+  side(point: Point): -1 | 0 | 1;
+  side(points: readonly Point[] | Float64Array | Float32Array): Int8Array;
 
   readonly counts: Counts;
   readonly isEmpty: boolean;
@@ -112,6 +132,8 @@ export class Region {
   triangulate(options: MeshOptions & { float64: true }): Mesh<Float64Array>;
   triangulate(options?: MeshOptions): Mesh;
   toGeoJSON(): PolygonGeometry | MultiPolygonGeometry;
+  /** As toGeoJSON, for JSON.stringify. */
+  toJSON(): PolygonGeometry | MultiPolygonGeometry;
 
   /** Gives the memory back; the region cannot be used any more. */
   free(): void;

@@ -1,0 +1,1 @@
+export { default, deviation, flatten, refine } from './cjs/earcut.js';
