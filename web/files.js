@@ -48,21 +48,27 @@ class Gatherer {
   }
 }
 
+const WITHOUT_AREA = ['Point', 'MultiPoint', 'LineString', 'MultiLineString'];
+
 function gatherGeometry(gatherer, geometry, feature) {
   const type = geometry?.type;
-  if (type === 'Polygon' || type === 'MultiPolygon') {
+  if (geometry == null) {
+    gatherer.leave('feature without geometry', feature);
+  } else if (type === 'Polygon' || type === 'MultiPolygon') {
     gatherer.coordinates(type === 'MultiPolygon', geometry.coordinates, feature);
   } else if (type === 'GeometryCollection' && Array.isArray(geometry.geometries)) {
     for (const part of geometry.geometries) gatherGeometry(gatherer, part, feature);
+  } else if (WITHOUT_AREA.includes(type)) {
+    gatherer.leave(type, feature);
   } else {
-    gatherer.leave(typeof type === 'string' ? type : 'feature without geometry', feature);
+    throw new Refusal(`${feature}: ${JSON.stringify(type)} is no geometry of GeoJSON`);
   }
 }
 
 function labelOf(feature, number) {
   const { name, NAME, Name, title, id } = feature?.properties ?? {};
   const called = name ?? NAME ?? Name ?? title ?? id ?? feature?.id;
-  return `feature ${number}${called == null || typeof called === 'object' ? '' : ` (${called})`}`;
+  return `feature ${number}${called == null || typeof called === 'object' ? '' : ` "${called}"`}`;
 }
 
 function gatherGeoJson(gatherer, text) {

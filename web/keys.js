@@ -81,8 +81,9 @@ function actionOf({ key, shiftKey, repeat }, canvas) {
   }[key];
 }
 
-// Fields have a use for every key, buttons for those that press them.
+// Fields have a use for every key but Escape, buttons for those that press them.
 function isTakenBy(element, key) {
+  if (key === 'Escape') return false;
   if (element.matches('input[type=radio]')) return key === ' ' || ARROWS[key] !== undefined;
   if (element.matches('input, select')) return true;
   return element.matches('button, summary') && (key === ' ' || key === 'Enter');

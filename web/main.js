@@ -9,6 +9,7 @@ import { listenToPointers } from './pointer.js';
 import { SAMPLES } from './samples.js';
 import { changed, clear, load, onChange, redo, setActive, state, undo } from './state.js';
 import { onThemeChange } from './theme.js';
+import { init } from './zelvan/index.js';
 
 const byId = (id) => document.getElementById(id);
 const canvas = byId('canvas');
@@ -184,6 +185,7 @@ function listenToBars() {
   byId('fit').addEventListener('click', fit);
 }
 
+await init();
 new ResizeObserver(resize).observe(canvas);
 onThemeChange(() => {
   forgetPicture();
