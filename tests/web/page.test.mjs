@@ -161,110 +161,70 @@ test('vertices follow the mouse and the keys, rings are drawn, undo brings all b
   assert.equal(await text('area'), untouched);
 });
 
-test('every view shows what an unclipped drawing does', async () => {
-  for (const sample of ['islands', 'countries', 'spiral', 'bowtie']) {
+test('every view shows what an unclipped drawing does; zooms end', async () => {
+  for (const sample of ['countries', 'spiral', 'islands']) {
     await choose(sample);
     const worst = await page.evaluate(async () => {
       const modules = ['state', 'draw', 'compute', 'viewport', 'theme'].map((name) => import(`./${name}.js`));
-      const [{ state }, { drawScene }, { compute }, { panned, toScreen, zoomed }, { theme }] = await Promise.all(modules);
-      const answer = compute({ ...state, mesh: 'plain' });
-      const { polygons: { positions, ringOffsets }, mesh: { indices, neighbours } } = answer;
-      const rings = [...ringOffsets.subarray(1)].map((end, i) => positions.subarray(2 * ringOffsets[i], 2 * end));
-      const outlines = [[state.shapes.A.flat(), theme.A, 1.25], [state.shapes.B.flat(), theme.B, 1.25], [rings, theme.outline, 2]];
-      function drawPlainly(ctx, view) {
-        const line = (xy) => xy.forEach((x, i) => i % 2 === 0 && ctx[i > 0 ? 'lineTo' : 'moveTo'](...toScreen(view, x, xy[i + 1])));
-        const trace = (all) => (ctx.beginPath(), all.forEach((xy) => (line(xy), ctx.closePath())));
-        const stroke = (colour, width) => (Object.assign(ctx, { strokeStyle: colour, lineWidth: width }), ctx.stroke());
-        ctx.lineJoin = 'round';
-        trace(rings);
-        ctx.fillStyle = theme.fill;
-        ctx.fill('evenodd');
-        ctx.beginPath();
-        indices.forEach((from, k) => {
-          const to = indices[k % 3 === 2 ? k - 2 : k + 1];
-          if (neighbours[k] < Math.floor(k / 3)) return;
-          ctx.moveTo(...toScreen(view, positions[2 * from], positions[2 * from + 1]));
-          ctx.lineTo(...toScreen(view, positions[2 * to], positions[2 * to + 1]));
-        });
-        stroke(theme.mesh, 0.75);
-        for (const [all, colour, width] of outlines) (trace(all), stroke(colour, width));
-      }
+      const [{ state }, { drawScene }, { compute }, { panned, zoomed }, { theme }] = await Promise.all(modules);
+      const answer = { ...compute({ ...state, mesh: 'plain' }), step: 0 };
       const { width, height } = state.view;
-      const pictureBy = (draw) => {
+      // On paper that reaches as far beyond the canvas as this nothing is clipped.
+      const picture = (view, beyond) => {
         const ctx = new OffscreenCanvas(width, height).getContext('2d', { willReadFrequently: true });
-        draw(ctx);
+        const [x, y] = [view.x - beyond / view.scale, view.y - beyond / view.scale];
+        ctx.translate(-beyond, -beyond);
+        drawScene(ctx, { ...view, x, y, width: width + 2 * beyond, height: height + 2 * beyond }, theme, state.shapes, answer);
         return ctx.getImageData(0, 0, width, height).data;
       };
-      let most = 0;
-      for (const zoom of [1, 1.25 ** 3, 9, 200]) {
-        for (const [dx, dy] of [[0, 0], [310, 20], [40, -330], [-700, -500]]) {
-          const view = panned(zoomed(state.view, zoom, width / 2 + dx / 3, height / 2 + dy / 3), dx / 2, dy / 2);
-          const [seen, expected] = [(ctx) => drawScene(ctx, view, theme, state.shapes, { ...answer, step: 0 }), (ctx) => drawPlainly(ctx, view)].map(pictureBy);
-          // Points half a pixel apart are drawn as one, which changes the shade of some pixels.
-          let wrong = 0;
-          for (let i = 0; i < seen.length; i += 4) wrong += [0, 1, 2, 3].some((k) => Math.abs(seen[i + k] - expected[i + k]) > 110);
-          most = Math.max(most, wrong);
-        }
-      }
-      return most;
+      const wrong = [1, 1.25 ** 3, 9, 30].flatMap((zoom) => [[0, 0], [310, 20], [40, -330], [-700, -500]].map(([dx, dy]) => {
+        const view = panned(zoomed(state.view, zoom, (width + dx) / 2, (height + dy) / 2), dx / 2, dy / 2);
+        const expected = picture(view, 3e4);
+        return picture(view, 0).filter((shade, i) => Math.abs(shade - expected[i]) > 64).length;
+      }));
+      return Math.max(...wrong);
     });
-    console.log(`# ${sample}: ${worst} pixels differ at most`);
-    assert(worst <= 25, sample);
+    console.log(`# ${sample}: ${worst} shades differ at most`);
+    assert(worst <= 150, sample);  // of three million
   }
-});
-
-test('zooms end at the step and at a hundred times the data', async () => {
-  await choose('islands');
-  const { view: { scale }, view } = await shapesOfPage();
-  await page.evaluate(() => { for (let i = 0; i < 200; ++i) document.getElementById('zoom-in').click(); });
+  const { view } = await shapesOfPage();
+  const clickOften = (id) => page.evaluate((name) => { for (let i = 0; i < 200; ++i) document.getElementById(name).click(); }, id);
+  await clickOften('zoom-in');
   const inner = await shapesOfPage();
   assert(Math.abs(inner.view.scale * inner.step * 4 - Math.min(view.width, view.height)) < 1);
-  await page.evaluate(() => { for (let i = 0; i < 200; ++i) document.getElementById('zoom-out').click(); });
-  assert(Math.abs((await shapesOfPage()).view.scale * 100 / scale - 1) < 1e-9);
+  await clickOften('zoom-out');
+  assert(Math.abs((await shapesOfPage()).view.scale * 100 / view.scale - 1) < 1e-9);
   await press('0');
   assert.deepEqual((await shapesOfPage()).view, view);
 });
 
 test('a change is a step back and forth, whatever its size; a click is none', async () => {
   await choose('touching');
-  const area = () => text('area');
-  const before = await area();
+  const seen = async () => [await sampleBox(), await text('area')];
+  const draft = () => page.evaluate(async () => (await import('./state.js')).state.draft?.points.length / 2);
+  const before = await seen();
   const { first: [x, y] } = await shapesOfPage();
-  const isDisabled = (id) => page.isDisabled(`#${id}`);
   await page.mouse.click(x + 2, y + 2);
   await page.mouse.click(x + 40, y - 40);
   await page.focus('#sample');
-  await press('Control+z');  // no click was a step, but the sample was
-  assert.notEqual(await sampleBox(), 'Touching contours');
+  await press('Control+z', 'd');  // no click was a step, but the sample was; d is the field's own
+  assert.deepEqual([(await seen())[0], await draft()], ['Two islands', NaN]);
   await press('Control+Shift+Z');
-  assert.deepEqual([await sampleBox(), await area()], ['Touching contours', before]);
-  assert(await isDisabled('redo'));
-
+  assert.deepEqual([await seen(), await page.isDisabled('#redo')], [before, true]);
   await page.focus('#fit');
-  await press('d', ' ', 'ArrowRight', ' ', 'ArrowUp', ' ');
-  const draft = () => page.evaluate(async () => (await import('./state.js')).state.draft?.points.length / 2);
-  await press('Control+z', 'Control+z', 'Control+y');
-  assert.deepEqual([await draft(), await area()], [2, before]);
+  await press('d', ' ', 'ArrowRight', ' ', 'ArrowUp', ' ', 'Control+z', 'Control+z', 'Control+y');
+  assert.deepEqual([await draft(), await seen()], [2, before]);
   await press('Control+z', 'Control+z', 'Control+z');
-  assert.deepEqual([await draft(), await area()], [NaN, before]);
-  await page.click('#clear');
-  await settled();
-  assert.notEqual(await area(), before);
-  await press('Control+z');
-  assert.equal(await area(), before);
-  await press('Control+y', 'Control+z');
-  await page.focus('#sample');
-  await press('d');  // the field's own key
-  assert.equal(await draft(), NaN);
-
+  assert.deepEqual([await draft(), await seen()], [NaN, before]);
   await choose('million');
+  for (const step of ['clear', 'undo']) {
+    await shows('triangles', /^\d{3},\d{3}$/);
+    await page.click(`#${step}`);
+    await settled();
+  }
   await shows('triangles', /^\d{3},\d{3}$/);
-  await page.click('#clear');
-  await settled();
   await press('Control+z');
-  await shows('triangles', /^\d{3},\d{3}$/);
-  await press('Control+z');
-  assert.equal(await area(), before);
+  assert.deepEqual(await seen(), before);
 });
 
 test('files replace what was there, are united, or refused in words', async () => {
@@ -273,35 +233,33 @@ test('files replace what was there, are united, or refused in words', async () =
   await drop(['lake.wkt', 'id;geom\nMULTIPOLYGON (((0 0, 8 0, 8 8, 0 8, 0 0), (2 2, 4 2, 4 4, 2 4, 2 2)), ((20 20, 22 20, 22 22, 20 20)))\n' +
     'POINT Z (1 2 3)\nSRID=4326;GEOMETRYCOLLECTION (POLYGON EMPTY, POLYGON Z ((30 0 1, 34 0 1, 34 2 1, 30 0 1)))']);
   await shows('vertices-in', /^14$/);
-  assert.deepEqual([await text('area'), await text('polygons'), await text('holes')], ['66', '3', '1']);
-  assert.equal(await sampleBox(), 'lake.wkt');
-  assert.match(await text('request-notice'), /lake.wkt: left out.* 1 POINT \(feature 2\).* 1 empty polygon \(feature 3\)/);
+  assert.deepEqual([await text('area'), await text('polygons'), await text('holes'), await sampleBox()], ['66', '3', '1', 'lake.wkt']);
+  assert.match(await text('request-notice'), /left out.* 1 POINT \(feature 2\).* 1 empty polygon \(feature 3\)/);
   await press('Escape');
   assert.equal(await page.isVisible('#request-notice'), false);
   await drop(['a.wkt', square(0)], ['b.wkt', square(5)], ['c.wkt', `\ufeff${square(7)}`]);
   await shows('vertices-in', /^12$/);
   assert.equal(await text('area'), '211');
-  const before = await shapesOfPage();
 
   const { cases } = JSON.parse(readFileSync(join(root, 'tests/doors.json'), 'utf8'));
-  const refused = [['a.geojson', '{"type":', /^a.geojson cannot be read/], ['b.wkt', 'POINT (1 2)', /no polygons.*1 POINT/],
-    ['c.wkt', `${square(0)}\nPOLYGON ((0 0, 1 x, 2 2))`, /feature 2, ring 1, point 2: y is "x"/], ['d.wkt', 'POLYGON ((0 0, 1 1', /not closed/],
-    ['e.json', '{"type":"Polygon","coordinates":[[[0,0],[1e300,0],[1,1]]]}', /outside/]];
-  for (const { name, refused: place, document, area } of cases) {
-    if (area > 0) continue;
-    const words = Object.entries(place ?? {}).filter(([part, number]) => part !== 'polygon' || number > 0).map(([part, number]) => `${part} ${number + 1}`);
-    refused.push([name, JSON.stringify(document), new RegExp(place ? words.join('.*') : 'no polygons')]);
-  }
-  for (const [name, content, words] of refused) {
+  const others = [['a', '{"type":', /^a cannot be read/], ['b', 'POINT (1 2)', /no polygons.*1 POINT/], ['c', 'POLYGON ((0 0, 1 1', /not closed/],
+    ['d', `${square(0)}\nPOLYGON ((0 0, 1 x, 2 2))`, /feature 2, ring 1, point 2: y is "x"/],
+    ['e', '{"type":"Polygon","coordinates":[[[0,0],[1e300,0],[1,1]]]}', /outside/]];
+  const before = await shapesOfPage();
+  const refused = cases.filter(({ area }) => !area).map(({ name, refused: place, document }) => {
+    const parts = Object.entries(place ?? {}).filter(([part, number]) => part !== 'polygon' || number > 0);
+    const words = place ? parts.map(([part, number]) => `${part} ${number + 1}`).join('.*') : 'no polygons';
+    return [name, JSON.stringify(document), new RegExp(words)];
+  });
+  for (const [name, content, words] of [...refused, ...others]) {
     await drop([name, content]);
     await shows('request-notice', words);
     await page.click('#request-notice button');
-    assert.equal(await page.isVisible('#request-notice'), false);
-    assert.deepEqual(await shapesOfPage(), before, name);
+    assert.deepEqual([await page.isVisible('#request-notice'), await shapesOfPage()], [false, before], name);
   }
   for (const { area, name, document, leftOut = [] } of cases.filter((one) => one.area > 0)) {
     await drop([name, JSON.stringify(document)]);
-    await page.waitForFunction((title) => document.getElementById('sample').selectedOptions[0].text === title, name);
+    await shows('files', new RegExp(name));
     await settled();
     assert.equal(await text('area'), String(area), name);
     for (const [feature, type] of leftOut) assert.match(await text('request-notice'), new RegExp(`${type} \\(.*feature ${feature + 1}`));
@@ -324,43 +282,36 @@ test('what the step loses is said; no mesh is made where none is wanted', async 
 });
 
 test('on a phone a swipe scrolls past the canvas, a vertex can be dragged, turning fits', async () => {
-  const phone = await browser.newPage({ viewport: { width: 390, height: 844 }, hasTouch: true, isMobile: true });
   const desktop = page;
-  page = phone;
-  try {
-    await page.goto(address);
-    await shows('triangles', /^166$/);
-    const session = await page.context().newCDPSession(page);
-    const touch = (type, ...at) => session.send('Input.dispatchTouchEvent', { type, touchPoints: at.map(([x, y]) => ({ x, y })) });
-    const drag = async ([x, y], dy) => {
-      await touch('touchStart', [x, y]);
-      for (let i = 1; i <= 8; ++i) await touch('touchMove', [x, y + (i * dy) / 8]);
-      await page.waitForTimeout(200);  // no fling
-      await touch('touchMove', [x, y + dy]);
-      await touch('touchEnd');
-      await settled();
-    };
-    const before = await shapesOfPage();
-    await drag([200, 300], -200);  // on the shape, but on no vertex
-    await page.waitForFunction(() => scrollY > 100);
-    assert.deepEqual([await shapesOfPage(), await page.isDisabled('#undo')], [before, true]);
-    assert.equal(await page.evaluate(() => document.documentElement.scrollWidth), 390);
-    await page.evaluate(() => scrollTo(0, 0));
-    await page.click('#zoom-in');
-    await press('0');
-    await drag(before.first, -60);
-    assert.equal(await page.evaluate(() => scrollY), 0);
-    assert.notDeepEqual((await shapesOfPage()).A, before.A);
-    await page.click('#zoom-in');
-    await page.setViewportSize({ width: 844, height: 390 });
+  page = await browser.newPage({ viewport: { width: 390, height: 844 }, hasTouch: true, isMobile: true });
+  await page.goto(address);
+  await shows('triangles', /^166$/);
+  const session = await page.context().newCDPSession(page);
+  const touch = (type, ...at) => session.send('Input.dispatchTouchEvent', { type, touchPoints: at.map(([x, y]) => ({ x, y })) });
+  const drag = async ([x, y], dy) => {
+    await touch('touchStart', [x, y]);
+    for (let i = 1; i <= 8; ++i) await touch('touchMove', [x, y + (i * dy) / 8]);
+    await page.waitForTimeout(200);  // no fling
+    await touch('touchMove', [x, y + dy]);
+    await touch('touchEnd');
     await settled();
-    const turned = (await shapesOfPage()).view;
-    await press('0');
-    assert.deepEqual((await shapesOfPage()).view, turned);
-  } finally {
-    await phone.close();
-    page = desktop;
-  }
+  };
+  const before = await shapesOfPage();
+  await drag([200, 300], -200);  // on the shape, but on no vertex
+  await page.waitForFunction(() => scrollY > 100);
+  assert.deepEqual([await shapesOfPage(), await page.isDisabled('#undo')], [before, true]);
+  await page.evaluate(() => scrollTo(0, 0));
+  await drag(before.first, -60);
+  assert.deepEqual(await page.evaluate(() => [scrollY, document.documentElement.scrollWidth]), [0, 390]);
+  assert.notDeepEqual((await shapesOfPage()).A, before.A);
+  await page.click('#zoom-in');
+  await page.setViewportSize({ width: 844, height: 390 });
+  await settled();
+  const turned = (await shapesOfPage()).view;
+  await press('0');
+  assert.deepEqual((await shapesOfPage()).view, turned);
+  await page.close();
+  page = desktop;
 });
 
 test('a million vertices never freeze the page', async () => {
