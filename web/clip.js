@@ -13,12 +13,8 @@ const [LEFT, RIGHT, TOP, BOTTOM] = [1, 2, 4, 8];
 export const frameOf = ({ width, height }) => ({ left: -RIM, top: -RIM, right: width + RIM, bottom: height + RIM });
 
 /** The sides of a frame that a point is beyond, as bits. */
-export function sidesBeyond({ left, top, right, bottom }, x, y) {
-  return (x < left ? LEFT : x > right ? RIGHT : 0) | (y < top ? TOP : y > bottom ? BOTTOM : 0);
-}
-
-function sidesOn({ left, top, right, bottom }, x, y) {
-  return (x === left ? LEFT : x === right ? RIGHT : 0) | (y === top ? TOP : y === bottom ? BOTTOM : 0);
+export function sidesBeyond(frame, x, y) {
+  return (x < frame.left ? LEFT : x > frame.right ? RIGHT : 0) | (y < frame.top ? TOP : y > frame.bottom ? BOTTOM : 0);
 }
 
 // Where a line crosses the four straight lines that the frame's sides lie on, in its order.
@@ -29,6 +25,17 @@ function crossings({ left, top, right, bottom }, ax, ay, bx, by) {
 
 /** Draws one path on a context, clipped; coordinates are pixels of the screen. */
 export class Pen {
+  // Where the path is, and beyond which sides of the frame.
+  #x = 0;
+  #y = 0;
+  #sides = 0;
+  // The last point of what is drawn, which waits for what follows; and the sides of the rim
+  // that it and the point before it lie on.
+  #waitingX = 0;
+  #waitingY = 0;
+  #waitingOn = 0;
+  #drawnOn = 0;
+
   constructor(ctx, view) {
     this.ctx = ctx;
     this.frame = frameOf(view);
@@ -36,32 +43,24 @@ export class Pen {
 
   moveTo(x, y) {
     [this.startX, this.startY] = [x, y];
-    this.#stand(x, y);
-    // The last point of the path, which waits for what follows; and the sides of the rim that
-    // it and the point before it lie on.
-    this.waitingX = this.#inX(x);
-    this.waitingY = this.#inY(y);
-    this.waitingOn = this.drawnOn = sidesOn(this.frame, this.waitingX, this.waitingY);
     this.isPoint = true;
-    this.ctx.moveTo(this.waitingX, this.waitingY);
+    this.#stand(x, y, sidesBeyond(this.frame, x, y));
+    this.#waitingX = this.#inX(x);
+    this.#waitingY = this.#inY(y);
+    this.#waitingOn = this.#drawnOn = this.#sides;
+    this.ctx.moveTo(this.#waitingX, this.#waitingY);
   }
 
   lineTo(x, y) {
-    const { x: ax, y: ay, sides, frame } = this;
-    const beyond = sidesBeyond(frame, x, y);
-    if (sides !== beyond && (sides & beyond) === 0) {
-      for (const t of crossings(frame, ax, ay, x, y)) {
-        this.#add(this.#inX(ax + t * (x - ax)), this.#inY(ay + t * (y - ay)));
-      }
-    }
-    this.#add(this.#inX(x), this.#inY(y));
-    this.#stand(x, y);
+    const sides = sidesBeyond(this.frame, x, y);
+    if ((sides | this.#sides) === 0) this.#add(x, y, 0);
+    else this.#addBeyond(x, y, sides);
+    this.#stand(x, y, sides);
   }
 
   /** Draws what waits. A path of one point only becomes a dot. */
   end() {
-    if (this.isPoint) this.waitingX += NEAR;
-    this.ctx.lineTo(this.waitingX, this.waitingY);
+    this.ctx.lineTo(this.isPoint ? this.#waitingX + NEAR : this.#waitingX, this.#waitingY);
   }
 
   close() {
@@ -70,8 +69,10 @@ export class Pen {
     this.ctx.closePath();
   }
 
-  #stand(x, y) {
-    [this.x, this.y, this.sides] = [x, y, sidesBeyond(this.frame, x, y)];
+  #stand(x, y, sides) {
+    this.#x = x;
+    this.#y = y;
+    this.#sides = sides;
   }
 
   #inX(x) {
@@ -82,15 +83,27 @@ export class Pen {
     return Math.min(Math.max(y, this.frame.top), this.frame.bottom);
   }
 
-  // Of points in a row on one side of the rim the first and the last stand for all.
-  #add(x, y) {
-    if (Math.abs(x - this.waitingX) < NEAR && Math.abs(y - this.waitingY) < NEAR) return;
-    const on = sidesOn(this.frame, x, y);
-    if ((on & this.waitingOn & this.drawnOn) === 0) {
-      this.ctx.lineTo(this.waitingX, this.waitingY);
-      this.drawnOn = this.waitingOn;
+  // A line that is not all inside.
+  #addBeyond(x, y, sides) {
+    if ((sides & this.#sides) === 0) {
+      for (const t of crossings(this.frame, this.#x, this.#y, x, y)) {
+        this.#add(this.#inX(this.#x + t * (x - this.#x)), this.#inY(this.#y + t * (y - this.#y)), 0);
+      }
     }
-    [this.waitingX, this.waitingY, this.waitingOn] = [x, y, on];
+    this.#add(this.#inX(x), this.#inY(y), sides);
+  }
+
+  // A point on the canvas, or on some sides of the rim: of those in a row on one side the
+  // first and the last stand for all.
+  #add(x, y, on) {
+    if (Math.abs(x - this.#waitingX) < NEAR && Math.abs(y - this.#waitingY) < NEAR) return;
+    if ((on & this.#waitingOn & this.#drawnOn) === 0) {
+      this.ctx.lineTo(this.#waitingX, this.#waitingY);
+      this.#drawnOn = this.#waitingOn;
+    }
+    this.#waitingX = x;
+    this.#waitingY = y;
+    this.#waitingOn = on;
     this.isPoint = false;
   }
 }
