@@ -8,7 +8,7 @@ import {
   activeRings, addRing, changed, choose, chosenPoint, forgetLastStep, insertVertex, isHeavy, moveChosen, placeShape,
   state,
 } from './state.js';
-import { panned, toPlane, toScreen } from './viewport.js';
+import { toPlane, toScreen } from './viewport.js';
 
 const NEAR = 10;
 const STILL = 3;  // a press that moves no further is a click
@@ -110,8 +110,12 @@ function dragFrom(sx, sy) {
     return dragOfShapes((dx, dy, isNewStep) => placeShape(shape, dx, dy, isNewStep));
   }
   const { view } = state;
+  let [lastX, lastY] = [0, 0];
   return {
-    follow: (dx, dy) => show(panned(view, dx, dy)),
+    follow(dx, dy) {
+      panBy(dx - lastX, dy - lastY);
+      [lastX, lastY] = [dx, dy];
+    },
     cancel: () => show(view),
   };
 }
