@@ -3,6 +3,13 @@
 # Debian packages; the .zip holds all of them. The fourth package is bindings/python's.
 include(CMakePackageConfigHelpers)
 
+# A file compressed as Debian wants manuals and changelogs: as small as can be, without a time.
+function(zelvan_gzip file to)
+  find_program(ZELVAN_GZIP gzip REQUIRED)
+  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${file})
+  execute_process(COMMAND ${ZELVAN_GZIP} -9nc ${file} OUTPUT_FILE ${to} COMMAND_ERROR_IS_FATAL ANY)
+endfunction()
+
 install(TARGETS zelvan EXPORT zelvan-targets
   RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT library
   LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT library NAMELINK_COMPONENT dev
@@ -37,7 +44,8 @@ install(FILES ${PROJECT_BINARY_DIR}/zelvan.pc
 if(TARGET zelvan_tool)
   install(TARGETS zelvan_tool RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools)
   if(UNIX)
-    install(FILES ${PROJECT_SOURCE_DIR}/docs/man/zelvan.1
+    zelvan_gzip(${PROJECT_SOURCE_DIR}/docs/man/zelvan.1 ${PROJECT_BINARY_DIR}/zelvan.1.gz)
+    install(FILES ${PROJECT_BINARY_DIR}/zelvan.1.gz
       DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tools)
     # The system's own folder is searched anyway; elsewhere the program looks beside itself.
     if(NOT CMAKE_INSTALL_PREFIX STREQUAL "/usr")

@@ -30,18 +30,33 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR})
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 set(same_version "libzelvan${PROJECT_VERSION_MAJOR} (= ${PROJECT_VERSION})")
 
+if(NOT WIN32)
+  file(STRINGS ${CMAKE_CURRENT_LIST_DIR}/debian/changelog entry REGEX "^zelvan \\(${PROJECT_VERSION}\\)")
+  if(NOT entry)
+    message(FATAL_ERROR "cmake/debian/changelog has no entry for version ${PROJECT_VERSION}")
+  endif()
+  zelvan_gzip(${CMAKE_CURRENT_LIST_DIR}/debian/changelog ${PROJECT_BINARY_DIR}/changelog.gz)
+  install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs
+    DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/doc/libzelvan-dev COMPONENT dev EXCLUDE_FROM_ALL
+    PATTERN man EXCLUDE PATTERN Doxyfile EXCLUDE)
+  install(FILES ${PROJECT_SOURCE_DIR}/README.md ${PROJECT_SOURCE_DIR}/CHANGELOG.md
+    DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/doc/libzelvan-dev COMPONENT dev EXCLUDE_FROM_ALL)
+endif()
+
 # zelvan_debian(component package section summary text...)
 function(zelvan_debian component package section summary)
   string(TOUPPER ${component} key)
-  string(JOIN "\n " text ${ARGN})
+  string(JOIN "\n" text ${ARGN})
   set(CPACK_DEBIAN_${key}_PACKAGE_NAME ${package} PARENT_SCOPE)
   set(CPACK_DEBIAN_${key}_PACKAGE_SECTION ${section} PARENT_SCOPE)
   set(CPACK_DEBIAN_${key}_DESCRIPTION "${summary}\n${text}" PARENT_SCOPE)
   if(NOT WIN32)
-    # In the packages alone: Debian wants the licence under the package's name.
+    # In the packages alone: Debian wants licence and changelog under the package's name.
+    set(documents ${CMAKE_INSTALL_DATAROOTDIR}/doc/${package})
     install(FILES ${PROJECT_SOURCE_DIR}/LICENSE RENAME copyright
-      DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/doc/${package}
-      COMPONENT ${component} EXCLUDE_FROM_ALL)
+      DESTINATION ${documents} COMPONENT ${component} EXCLUDE_FROM_ALL)
+    install(FILES ${PROJECT_BINARY_DIR}/changelog.gz
+      DESTINATION ${documents} COMPONENT ${component} EXCLUDE_FROM_ALL)
   endif()
 endfunction()
 
@@ -68,6 +83,10 @@ set(CPACK_DEBIAN_PYTHON_PACKAGE_SUGGESTS "python3-numpy, python3-shapely")
 set(CPACK_DEBIAN_PYTHON_PACKAGE_SHLIBDEPS OFF)
 set(CPACK_DEBIAN_PYTHON_PACKAGE_CONTROL_EXTRA
   ${CMAKE_CURRENT_LIST_DIR}/debian/postinst ${CMAKE_CURRENT_LIST_DIR}/debian/prerm)
+# A trigger has ldconfig run, once for all packages. Scripts that call it are generated unless
+# others are named in their place; those that are not there are passed over.
+set(CPACK_DEBIAN_LIBRARY_PACKAGE_CONTROL_EXTRA ${CMAKE_CURRENT_LIST_DIR}/debian/triggers
+  ${CMAKE_CURRENT_LIST_DIR}/debian/none/postinst ${CMAKE_CURRENT_LIST_DIR}/debian/none/postrm)
 set(CPACK_DEBIAN_DEV_PACKAGE_DEPENDS "${same_version}")
 set(CPACK_DEBIAN_DEV_PACKAGE_SHLIBDEPS OFF)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "${same_version}")

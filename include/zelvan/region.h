@@ -18,17 +18,19 @@
 ///     refused, and the region is what the fill rule says.
 ///  2. GridPointsAreExact. A point goes to the nearest one of the grid, at most half a step
 ///     away along each axis, once, on the way in; one that is on the grid stays and comes
-///     out to the bit. Where edges cross, the crossing goes to the nearest point as well, and
-///     edges move by at most half a step (snap rounding).
+///     out to the bit (-0.0 as 0). Where edges cross, the crossing goes to the nearest point as
+///     well, and edges move by at most half a step (snap rounding).
 ///  3. ResultsAreValid. Every region's polygons are valid simple features: rings do not touch
 ///     themselves, meet others in single points alone, and holes lie inside.
 ///  4. EqualReadsTheSame. Regions of the same points on the same grid compare equal and read
 ///     the same, however they were made. The same calls give the same bytes on every machine.
-///  5. LawsHold. Where nothing is rounded, the operations are those of sets: a | b == b | a,
-///     a - b == a - (a & b), (a ^ b) == (a - b) | (b - a), and so on. What is rounded are
+///  5. LawsHold. Always: a | b == b | a, and so for & and ^; a union of many does not depend on
+///     their order; a | a == a, a - a is empty, and an empty region changes nothing. Where
+///     nothing is rounded, the operations are those of sets: a - b == a - (a & b),
+///     (a ^ b) == (a - b) | (b - a), (a | b) | c == a | (b | c), and so on. What is rounded are
 ///     crossings off the grid, and edges that pass the vertex of another edge within half a
 ///     step: they go through it; so a region that is made again of the rings it reads may move
-///     there. A region and itself, or nothing, are never rounded: a | a == a.
+///     there.
 ///  6. MeshIsConsistent. A polygon of n vertices and h holes has n + 2h - 2 triangles, two less
 ///     for each ring that touches others in one place; all run strictly counter-clockwise, their
 ///     areas sum to the polygon's, and neighbours name each other.
@@ -37,9 +39,14 @@
 ///     may be used in any threads at once.
 ///  9. FailureChangesNothing. What fails throws and leaves every value as it was; memory that
 ///     runs out is std::bad_alloc; nothing leaks.
+///  10. NothingIsLostSilently. An operation that would have to move a region to a coarser grid
+///      where it loses a polygon, a hole or 2^-10 of the area of one is refused; OnGrid moves all
+///      the same. A region says how many rings are gone below its step (Lost).
 ///
-/// Work grows as n log n in the vertices of the operands and the crossings of their edges;
-/// copies of a region share it and cost nothing.
+/// An operation on n vertices takes of the order of (n + k) log n, with k crossings, and n sqrt n
+/// at most for the columns of the grid that long edges pass. A triangulation takes n log n, and
+/// one more step for each flip that makes it Delaunay: about n of them, n (n - 1) / 2 at most.
+/// Copies of a region share it and cost nothing.
 #ifndef ZELVAN_REGION_H
 #define ZELVAN_REGION_H
 
@@ -49,6 +56,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstdio>
 #include <iterator>
 #include <limits>
 #include <new>
@@ -104,6 +112,7 @@ inline void Check(zelvan_status status, const zelvan_fault* fault = nullptr) {
   std::string text = zelvan_status_message(status);
   if (status == ZELVAN_TOO_LARGE) throw std::length_error(text);
   if (status == ZELVAN_INTERNAL) throw std::runtime_error(text);
+  if (status == ZELVAN_TOO_COARSE) throw std::domain_error(text);
   if (fault != nullptr && (status == ZELVAN_NOT_FINITE || status == ZELVAN_OUTSIDE_GRID)) {
     text += ": ring " + std::to_string(fault->ring) + ", point " + std::to_string(fault->point);
   }
@@ -140,13 +149,13 @@ static_assert(sizeof(Point) == 2 * sizeof(double), "points are pairs of doubles"
 
 }  // namespace detail
 
-/// The points that regions have their vertices on: 2^20 along each axis, one step apart. The
-/// step is a power of two and the origin a multiple of it, so each point is a double. For whole
-/// numbers take a step of 1 or less, for centimetres scale metres by 100.
+/// The points that regions have their vertices on: 2^ZELVAN_GRID_BITS (2^20) along each axis, one
+/// step apart. The step is a power of two and the origin a multiple of it, so each point is a
+/// double. For whole numbers take a step of 1 or less, for centimetres scale metres by 100.
 class Grid {
  public:
   /// The step 1, and (0, 0) in the middle.
-  Grid() noexcept : grid_{-524288.0, -524288.0, 1.0} {}
+  Grid() noexcept : grid_{} { zelvan_grid_covering(nullptr, 0, &grid_); }
 
   /// @param origin  the lowest, leftmost point
   /// @param step    from 2^-480 to 2^480; the origin at most 2^52 steps from 0
@@ -156,7 +165,8 @@ class Grid {
   }
 
   /// The grid with the least step that holds a box.
-  /// Throws std::invalid_argument for numbers that are not finite or beyond 2^500.
+  /// Throws std::invalid_argument for numbers that are not finite or beyond 2^500, and for a
+  /// box that is larger than every grid.
   static Grid Covering(const Box& box) {
     const double corners[] = {box.min.x, box.min.y, box.max.x, box.max.y};
     Grid grid;
@@ -278,7 +288,7 @@ class Region {
   }
 
   /// Has it no polygons?
-  bool IsEmpty() const noexcept { return handle_ == nullptr; }
+  bool IsEmpty() const noexcept { return PolygonCount() == 0; }
   /// The number of polygons.
   std::size_t PolygonCount() const noexcept { return Counts().polygons; }
   /// The number of holes of all polygons.
@@ -286,7 +296,7 @@ class Region {
   /// The number of vertices of all rings.
   std::size_t VertexCount() const noexcept { return Counts().vertices; }
 
-  /// Exact.
+  /// Exact, but for the one rounding to a double.
   double Area() const noexcept { return zelvan_region_area(handle_); }
 
   /// The least box that holds the region; of no extent, at (0, 0), for an empty one.
@@ -310,6 +320,20 @@ class Region {
     zelvan_region_grid(handle_, &grid);
     return {{grid.x, grid.y}, grid.step};
   }
+
+  /// The region on a grid that holds it, whatever that costs: points go to the nearest ones of
+  /// the grid, and what encloses nothing there is gone. An empty region stays as it is. Throws
+  /// std::invalid_argument where the grid does not hold the region; std::bad_alloc.
+  Region OnGrid(const zelvan::Grid& grid) const {
+    const zelvan_region* result = nullptr;
+    detail::Check(zelvan_region_on_grid(handle_, &grid.Data(), &result));
+    return Adopt(result);
+  }
+
+  /// How many rings are gone below the step: those with an area that enclose nothing on the
+  /// grid, among the rings that the region was made of, and its own where OnGrid moved it. The
+  /// result of an operation has lost what its operands have, added up.
+  std::size_t Lost() const noexcept { return zelvan_region_lost(handle_); }
 
   /// The handle of the C functions, which stays the region's.
   const zelvan_region* Handle() const noexcept { return handle_; }
@@ -341,19 +365,77 @@ class Region {
 
 namespace detail {
 
+using Handles = std::vector<const zelvan_region*>;
+
+inline zelvan::Grid CommonGrid(const zelvan_region* const* regions, std::size_t count) {
+  if (count > (std::numeric_limits<std::int32_t>::max)()) Check(ZELVAN_TOO_LARGE);
+  zelvan_grid grid;
+  Check(zelvan_grid_common(regions, static_cast<std::uint32_t>(count), &grid));
+  return {{grid.x, grid.y}, grid.step};
+}
+
+// The status of an operation, with the steps where one is too coarse.
+inline void CheckOperation(zelvan_status status, const zelvan_region* const* regions,
+                           std::size_t count) {
+  if (status != ZELVAN_TOO_COARSE) return Check(status);
+  const double coarse = CommonGrid(regions, count).Step();
+  double fine = coarse;
+  for (std::size_t i = 0; i < count; ++i) {
+    zelvan_counts counts{};
+    zelvan_region_counts(regions[i], &counts);
+    zelvan_grid grid;
+    zelvan_region_grid(regions[i], &grid);
+    if (counts.polygons != 0 && grid.step < fine) fine = grid.step;
+  }
+  char steps[128];
+  std::snprintf(steps, sizeof steps, ": its step is %.17g, and the finest of the regions' is %.17g",
+                coarse, fine);
+  throw std::domain_error(zelvan_status_message(status) + std::string(steps));
+}
+
 inline Region Combine(std::int32_t operation, const Region& a, const Region& b) {
   const zelvan_region* result = nullptr;
-  Check(zelvan_region_combine(operation, a.Handle(), b.Handle(), &result));
+  const zelvan_region* const both[] = {a.Handle(), b.Handle()};
+  CheckOperation(zelvan_region_combine(operation, both[0], both[1], &result), both, 2);
   return Region::Adopt(result);
 }
 
+template <class Regions>
+Handles HandlesOf(const Regions& regions) {
+  Handles handles;
+  // NOLINTNEXTLINE(performance-inefficient-vector-operation): a range need not know its size
+  for (const Region& region : regions) handles.push_back(region.Handle());
+  return handles;
+}
+
+template <class Regions>
+using IfRegions = std::enable_if_t<
+    std::is_convertible_v<decltype(*std::begin(std::declval<const Regions&>())), const Region&>>;
+
 }  // namespace detail
+
+/// The grid that operations on some regions, a range of Region, take (see Unite). Throws
+/// std::invalid_argument where no grid holds all; std::bad_alloc.
+template <class Regions, class = detail::IfRegions<Regions>>
+Grid CommonGrid(const Regions& regions) {
+  const detail::Handles handles = detail::HandlesOf(regions);
+  return detail::CommonGrid(handles.data(), handles.size());
+}
 
 /// What lies in one of two regions or in both. The result is on the grid of both; where they
 /// differ, both go first to the grid of one of them, if its step is the coarser one and it holds
 /// both regions; if not, to the grid that covers both, with the coarser of the two steps at
-/// least. Throws std::bad_alloc, std::length_error; std::invalid_argument where no grid holds
-/// both. So for all operations.
+/// least.
+///
+/// Throws std::domain_error, naming both steps, where a region would lose a polygon or a hole on
+/// that grid, or more than 2^-10 of the area of one, or where two of them would become one. What
+/// may be lost is moved first:
+///
+///     const Grid grid = CommonGrid(std::array{a, b});
+///     const Region both = a.OnGrid(grid) | b.OnGrid(grid);
+///
+/// Throws std::invalid_argument where no grid holds both; std::bad_alloc, std::length_error. So
+/// for all operations.
 inline Region Unite(const Region& a, const Region& b) {
   return detail::Combine(ZELVAN_UNITE, a, b);
 }
@@ -404,16 +486,14 @@ inline Region& operator^=(Region& a, const Region& b) {
 }
 
 /// The union of any number of regions, in one sweep: a range of Region, such as a vector.
-template <class Regions, class = std::enable_if_t<std::is_convertible_v<
-                             decltype(*std::begin(std::declval<const Regions&>())), const Region&>>>
+template <class Regions, class = detail::IfRegions<Regions>>
 Region Unite(const Regions& regions) {
-  std::vector<const zelvan_region*> handles;
-  // NOLINTNEXTLINE(performance-inefficient-vector-operation): a range need not know its size
-  for (const Region& region : regions) handles.push_back(region.Handle());
+  const detail::Handles handles = detail::HandlesOf(regions);
   if (handles.size() > (std::numeric_limits<std::int32_t>::max)()) detail::Check(ZELVAN_TOO_LARGE);
   const zelvan_region* result = nullptr;
-  detail::Check(
-      zelvan_region_unite(handles.data(), static_cast<std::uint32_t>(handles.size()), &result));
+  detail::CheckOperation(
+      zelvan_region_unite(handles.data(), static_cast<std::uint32_t>(handles.size()), &result),
+      handles.data(), handles.size());
   return Region::Adopt(result);
 }
 
@@ -432,8 +512,11 @@ inline Region UniteRings(const std::vector<Ring>& rings, const zelvan_grid* grid
 
 }  // namespace detail
 
-/// The union of any number of rings, whichever way each runs, in one sweep: all are turned
-/// counter-clockwise and count by the non-zero rule. Grids and failures as for Region.
+/// The union of any number of rings, whichever way each runs, in one sweep: all are turned so
+/// that their areas are not negative, and count by the non-zero rule. That is meant for rings
+/// that do not cross themselves: one that does may still run clockwise around a part of what it
+/// encloses, and cancels another ring there. Rings that cross themselves are united as regions,
+/// each by FillRule::NonZero. Grids and failures as for Region.
 inline Region Unite(const std::vector<Ring>& rings) {
   return detail::UniteRings(rings, nullptr);
 }

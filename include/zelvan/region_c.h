@@ -7,25 +7,29 @@
  * the guarantees stand that hold for both.
  *
  *     double xy[] = {0,0, 10,0, 10,10, 0,10,   3,3, 7,3, 7,7, 3,7};
- *     uint32_t rings[] = {0, 4, 8};                     // where each ring starts, and the end
+ *     uint32_t rings[] = {0, 4, 8};            // where each ring starts, and the end
  *     const zelvan_region* frame = NULL;
  *     zelvan_counts n;
+ *     uint32_t* triangles;
  *
  *     if (zelvan_region_create(xy, rings, 2, ZELVAN_EVEN_ODD, NULL, &frame, NULL) != ZELVAN_OK)
- *       return;
- *     zelvan_region_counts(frame, &n);                  // 1 polygon, 2 rings, 8 vertices, 8
- * triangles zelvan_region_read(frame, &n, vertices, ring_offsets, polygon_offsets);
- *     zelvan_region_triangulate(frame, ZELVAN_DELAUNAY, &n, triangles, neighbours);
+ *       return 1;
+ *     zelvan_region_counts(frame, &n);         // 1 polygon, 2 rings, 8 vertices, 8 triangles
+ *     triangles = malloc(3 * n.triangles * sizeof *triangles);
+ *     zelvan_region_triangulate(frame, ZELVAN_DELAUNAY, &n, triangles, NULL);
  *     zelvan_region_release(frame);
  *
  * What holds for all functions:
  *  - Coordinates are doubles in the host's units, x and y in turn. Offsets and numbers of
  *    vertices have 32 bits and begin with 0. Ring i of an offsets array owns the points from
  *    offsets[i] to offsets[i + 1] - 1, so the array has an entry more than there are rings.
- *  - NULL is the empty region, as an argument and as a result.
+ *  - NULL is the empty region, as an argument and as a result. A region without polygons has a
+ *    handle of its own only where zelvan_region_lost has something to say.
+ *  - Coordinates that are zero come out as 0, those that were given as -0.0 included.
  *  - Arrays stay the caller's and are not kept. An array to be filled must have room for what
  *    zelvan_region_counts says; the caller hands these counts in, and other ones are refused.
- *  - A function that fails leaves what it should have filled as it was. No exception leaves.
+ *  - A function that fails leaves what it should have filled as it was, but for the arrays of
+ *    zelvan_region_triangulate, which may then be filled in part. No exception leaves.
  *  - There is no global state: any functions may run in any threads at once, on the same
  *    regions, too. A handle that is released in one thread may not be used in another one
  *    that holds no handle of its own.
@@ -47,13 +51,18 @@ enum {
   ZELVAN_OK = 0,
   ZELVAN_NO_MEMORY = 1,
   ZELVAN_NOT_FINITE = 2, /**< a coordinate is infinite or no number */
-  ZELVAN_OUTSIDE_GRID =
-      3,               /**< a point lies outside the grid, or beyond 2^500 where one is sought */
+  /** A point lies outside the grid. Where no grid is given: it is beyond 2^500, or no grid
+   * holds it together with the points before it. */
+  ZELVAN_OUTSIDE_GRID = 3,
   ZELVAN_BAD_GRID = 4, /**< see zelvan_grid */
-  ZELVAN_BAD_ARGUMENT = 5, /**< a null pointer, descending offsets, an unknown rule or
-                                operation, counts that are not the region's */
-  ZELVAN_TOO_LARGE = 6,    /**< more than 2^31 - 1 vertices */
-  ZELVAN_INTERNAL = 7      /**< a contradiction inside the library: a defect */
+  /** A null pointer, descending offsets, an unknown rule or operation, or counts that are not
+   * the region's. */
+  ZELVAN_BAD_ARGUMENT = 5,
+  ZELVAN_TOO_LARGE = 6, /**< more than 2^31 - 1 vertices */
+  ZELVAN_INTERNAL = 7,  /**< a contradiction inside the library: a defect */
+  /** On the coarser grid of an operation, an operand would lose a polygon or a hole, or more
+   * than 2^-10 of the area of one. */
+  ZELVAN_TOO_COARSE = 8
 };
 
 /** What a status means, in English; never NULL, never to be freed. */
@@ -81,9 +90,13 @@ enum {
   ZELVAN_DELAUNAY = 1 /**< the constrained Delaunay triangulation */
 };
 
+enum {
+  ZELVAN_GRID_BITS = 20 /**< a grid has 2^20 points along each axis */
+};
+
 /** The points that regions have their vertices on: (x + i * step, y + j * step) for i and j
- * from 0 to 2^20 - 1. `step` is a power of two from 2^-480 to 2^480; x and y are multiples of
- * it, at most 2^52 steps from 0. So each point is a double, without rounding. */
+ * from 0 to 2^ZELVAN_GRID_BITS - 1. `step` is a power of two from 2^-480 to 2^480; x and y are
+ * multiples of it, at most 2^52 steps from 0. So each point is a double, without rounding. */
 typedef struct zelvan_grid {
   double x;    /**< of the lowest, leftmost point */
   double y;    /**< of the same */
@@ -122,6 +135,16 @@ ZELVAN_API zelvan_status ZELVAN_CALL zelvan_grid_covering(const double* xy, uint
 ZELVAN_API zelvan_status ZELVAN_CALL zelvan_grid_check(const zelvan_grid* grid);
 
 /**
+ * The grid that an operation on some regions takes (see zelvan_region_combine). A host that is
+ * told ZELVAN_TOO_COARSE finds the step here; each region that zelvan_region_on_grid moves to
+ * this grid takes part as it then is.
+ *
+ * @return ZELVAN_OK, ZELVAN_BAD_ARGUMENT, ZELVAN_OUTSIDE_GRID (no grid holds all),
+ *         ZELVAN_NO_MEMORY */
+ZELVAN_API zelvan_status ZELVAN_CALL zelvan_grid_common(const zelvan_region* const* regions,
+                                                        uint32_t count, zelvan_grid* grid);
+
+/**
  * The region that rings bound. Rings may run in any direction and cross, touch and repeat
  * themselves and each other; spikes, repeated points and rings without area are ignored. Each
  * point goes to the nearest one of the grid, half a step at most along each axis (up where
@@ -141,8 +164,12 @@ ZELVAN_API zelvan_status ZELVAN_CALL zelvan_region_create(
     const zelvan_grid* grid, const zelvan_region** region, zelvan_fault* fault);
 
 /**
- * The union of rings, whichever way each runs: all are turned counter-clockwise, and the
- * region is where the winding number is not 0. Arguments as zelvan_region_create. */
+ * The union of rings, whichever way each runs: all are turned so that their areas are not
+ * negative, and the region is where the winding number is not 0. That is meant for rings that
+ * do not cross themselves: a ring that does may still run clockwise around a part of what it
+ * encloses, and there it cancels another ring. Rings that cross themselves are made regions
+ * one by one (zelvan_region_create by ZELVAN_NON_ZERO), and these united (zelvan_region_unite).
+ * Arguments as zelvan_region_create. */
 ZELVAN_API zelvan_status ZELVAN_CALL zelvan_region_unite_rings(
     const double* xy, const uint32_t* ring_offsets, uint32_t ring_count, const zelvan_grid* grid,
     const zelvan_region** region, zelvan_fault* fault);
@@ -159,8 +186,13 @@ ZELVAN_API void ZELVAN_CALL zelvan_region_release(const zelvan_region* region);
  * the grid that zelvan_grid_covering gives for both, with the coarser of the two steps at
  * least. The grid of an empty region does not count.
  *
+ * What would be lost on the way is not lost silently. The move of a region is refused where a
+ * polygon or a hole would enclose nothing any more, where the area of one would change by more
+ * than 2^-10 of it, and where there would be fewer polygons or holes, since two have become
+ * one. zelvan_region_on_grid moves all the same.
+ *
  * @return ZELVAN_OK, ZELVAN_BAD_ARGUMENT, ZELVAN_OUTSIDE_GRID (no grid holds both),
- *         ZELVAN_TOO_LARGE, ZELVAN_NO_MEMORY */
+ *         ZELVAN_TOO_COARSE, ZELVAN_TOO_LARGE, ZELVAN_NO_MEMORY */
 ZELVAN_API zelvan_status ZELVAN_CALL zelvan_region_combine(int32_t operation,
                                                            const zelvan_region* a,
                                                            const zelvan_region* b,
@@ -170,6 +202,22 @@ ZELVAN_API zelvan_status ZELVAN_CALL zelvan_region_combine(int32_t operation,
 ZELVAN_API zelvan_status ZELVAN_CALL zelvan_region_unite(const zelvan_region* const* regions,
                                                          uint32_t count,
                                                          const zelvan_region** result);
+
+/**
+ * A region on another grid, whatever that costs: points go to the nearest ones of the grid, and
+ * what encloses nothing there is gone. A region without polygons stays as it is.
+ *
+ * @return ZELVAN_OK, ZELVAN_BAD_ARGUMENT, ZELVAN_BAD_GRID, ZELVAN_OUTSIDE_GRID (the grid does
+ *         not hold the region), ZELVAN_TOO_LARGE, ZELVAN_NO_MEMORY */
+ZELVAN_API zelvan_status ZELVAN_CALL zelvan_region_on_grid(const zelvan_region* region,
+                                                           const zelvan_grid* grid,
+                                                           const zelvan_region** result);
+
+/** How many rings are gone below the step: those with an area that enclose nothing on the grid,
+ * among the rings that the region was made of, and among its own where zelvan_region_on_grid
+ * moved it. The result of an operation has lost what its operands have, added up. An area is
+ * more than rounding in doubles can make; 0 for NULL, and 2^32 - 1 where there are more. */
+ZELVAN_API uint32_t ZELVAN_CALL zelvan_region_lost(const zelvan_region* region);
 
 /** Whether two regions have the same polygons and the same grid: 1 or 0. Regions without
  * polygons are all equal. */
@@ -183,7 +231,7 @@ ZELVAN_API void ZELVAN_CALL zelvan_region_counts(const zelvan_region* region,
  * points. */
 ZELVAN_API void ZELVAN_CALL zelvan_region_grid(const zelvan_region* region, zelvan_grid* grid);
 
-/** The area of a region, exact. */
+/** The area of a region, exact but for the one rounding to a double. */
 ZELVAN_API double ZELVAN_CALL zelvan_region_area(const zelvan_region* region);
 
 /** The box of a region, as least x, least y, greatest x, greatest y. @return 1, or 0 with
@@ -234,7 +282,7 @@ ZELVAN_API zelvan_status ZELVAN_CALL zelvan_region_read(const zelvan_region* reg
  * @param triangles   3 * triangles vertex numbers, counter-clockwise
  * @param neighbours  3 * triangles numbers of triangles, the first across the edge between
  *                    the first two corners and so on around; -1 on a contour. May be NULL.
- * @return ZELVAN_OK, ZELVAN_BAD_ARGUMENT; ZELVAN_NO_MEMORY, with the arrays half written */
+ * @return ZELVAN_OK, ZELVAN_BAD_ARGUMENT; ZELVAN_NO_MEMORY, with the arrays filled in part */
 ZELVAN_API zelvan_status ZELVAN_CALL zelvan_region_triangulate(const zelvan_region* region,
                                                                uint32_t options,
                                                                const zelvan_counts* room,

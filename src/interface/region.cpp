@@ -28,8 +28,10 @@ std::uint32_t CountTriangles(const zelvan::FlatRegion& flat) noexcept {
 
 }  // namespace
 
-zelvan_region::zelvan_region(const zelvan::RegionGrid& onGrid, zelvan::FlatRegion&& region)
-    : grid(onGrid), flat(std::move(region)), box(BoxOf(flat.points)) {
+zelvan_region::zelvan_region(const zelvan::RegionGrid& onGrid, zelvan::FlatRegion&& region,
+                             std::uint32_t lostRings)
+    : grid(onGrid), flat(std::move(region)), lost(lostRings) {
+  if (!flat.points.empty()) box = BoxOf(flat.points);
   ringBoxes.reserve(flat.Rings());
   for (std::size_t i = 0; i < flat.Rings(); ++i) ringBoxes.push_back(BoxOf(flat.Ring(i)));
   triangles = CountTriangles(flat);
@@ -83,9 +85,9 @@ void Release(const zelvan_region* region) noexcept {
   }
 }
 
-RegionHandle MakeRegion(const RegionGrid& grid, FlatRegion&& region) {
-  if (region.Polygons() == 0) return nullptr;
-  return RegionHandle(new zelvan_region(grid, std::move(region)));
+RegionHandle MakeRegion(const RegionGrid& grid, FlatRegion&& region, std::uint32_t lost) {
+  if (region.Polygons() != 0) return RegionHandle(new zelvan_region(grid, std::move(region), lost));
+  return lost != 0 ? RegionHandle(new zelvan_region({}, {}, lost)) : nullptr;
 }
 
 RegionHandle Share(const zelvan_region* region) noexcept {
@@ -93,8 +95,23 @@ RegionHandle Share(const zelvan_region* region) noexcept {
   return RegionHandle(region);
 }
 
+RegionHandle Share(const zelvan_region* region, std::uint32_t lost) {
+  if (LostOf(region) == lost) return Share(region);
+  if (region == nullptr) return MakeRegion({}, {}, lost);
+  return MakeRegion(region->grid, FlatRegion(region->flat), lost);
+}
+
+bool IsEmpty(const zelvan_region* region) noexcept {
+  return region == nullptr || region->flat.Polygons() == 0;
+}
+
+std::uint32_t LostOf(const zelvan_region* region) noexcept {
+  return region != nullptr ? region->lost : 0;
+}
+
 bool IsSame(const zelvan_region* a, const zelvan_region* b) noexcept {
-  return a == b || (a != nullptr && b != nullptr && a->grid == b->grid && a->flat == b->flat);
+  if (a == b || IsEmpty(a) || IsEmpty(b)) return IsEmpty(a) == IsEmpty(b);
+  return a->grid == b->grid && a->flat == b->flat;
 }
 
 zelvan_counts CountsOf(const zelvan_region* region) noexcept {

@@ -1,4 +1,5 @@
-// What a handle of a region names: a flat region on a grid, never empty, never changed.
+// What a handle of a region names: a flat region on a grid, never changed. One without polygons
+// has a handle only where it must say what was lost.
 #pragma once
 
 #include <zelvan/region_c.h>
@@ -11,13 +12,15 @@
 #include "polygon/grid.h"
 
 struct zelvan_region {
-  /// A region with one handle. `flat` must have a polygon. Throws std::bad_alloc.
-  zelvan_region(const zelvan::RegionGrid& onGrid, zelvan::FlatRegion&& region);
+  /// A region with one handle. Throws std::bad_alloc.
+  zelvan_region(const zelvan::RegionGrid& onGrid, zelvan::FlatRegion&& region,
+                std::uint32_t lostRings);
 
   const zelvan::RegionGrid grid;
   const zelvan::FlatRegion flat;
+  const std::uint32_t lost;  ///< rings with area that had none on the grid
   std::vector<zelvan::GridBox> ringBoxes;
-  zelvan::GridBox box;
+  zelvan::GridBox box{};
   std::uint32_t triangles;
   mutable std::atomic<std::uint32_t> handles{1};
 };
@@ -34,13 +37,28 @@ struct RegionReleaser {
 /// Owns one handle; null is the empty region.
 using RegionHandle = std::unique_ptr<const zelvan_region, RegionReleaser>;
 
-/// A handle for a region, or the empty one. Throws std::bad_alloc.
-[[nodiscard]] RegionHandle MakeRegion(const RegionGrid& grid, FlatRegion&& region);
+/// A handle for a region, null where it has nothing and lost nothing. Throws std::bad_alloc.
+[[nodiscard]] RegionHandle MakeRegion(const RegionGrid& grid, FlatRegion&& region,
+                                      std::uint32_t lost);
 
 /// One more handle.
 [[nodiscard]] RegionHandle Share(const zelvan_region* region) noexcept;
 
-/// The same points on the same grid, or both empty?
+/// A region with another number of lost rings, the same one where it has that. Throws
+/// std::bad_alloc.
+[[nodiscard]] RegionHandle Share(const zelvan_region* region, std::uint32_t lost);
+
+/// Is it null, or without polygons?
+[[nodiscard]] bool IsEmpty(const zelvan_region* region) noexcept;
+
+[[nodiscard]] std::uint32_t LostOf(const zelvan_region* region) noexcept;
+
+/// The sum of two numbers of lost rings, which stops at the largest number.
+[[nodiscard]] constexpr std::uint32_t AddLosses(std::uint32_t a, std::uint32_t b) noexcept {
+  return a + b >= a ? a + b : ~std::uint32_t{0};
+}
+
+/// Have both the same points on the same grid, or none? What they lost does not count.
 [[nodiscard]] bool IsSame(const zelvan_region* a, const zelvan_region* b) noexcept;
 
 [[nodiscard]] zelvan_counts CountsOf(const zelvan_region* region) noexcept;

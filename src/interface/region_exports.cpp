@@ -7,8 +7,10 @@
 
 #include "interface/region.h"
 #include "interface/region_mesh.h"
+#include "interface/region_move.h"
 #include "interface/region_operations.h"
 #include "interface/region_refusal.h"
+#include "interface/region_rings.h"
 
 namespace {
 
@@ -18,11 +20,12 @@ constexpr const char* kMessages[] = {
     "done",
     "there is not enough memory",
     "a coordinate is infinite or no number",
-    "a point lies outside the grid",
+    "a point lies outside the grid, or no grid extends so far",
     "this is no grid: its step is no power of two, or its origin no multiple of it, or too far",
     "an argument is not valid",
     "there are more vertices than 2147483647",
     "a contradiction inside the library",
+    "the coarser grid would lose a polygon or a hole, or more than 1/1024 of its area",
 };
 
 // Whatever is thrown inside is disposed of and becomes a status.
@@ -74,7 +77,8 @@ bool IsRoomFor(const zelvan_region* region, const zelvan_counts* room) noexcept 
 }  // namespace
 
 const char* ZELVAN_CALL zelvan_status_message(zelvan_status status) {
-  return status >= ZELVAN_OK && status <= ZELVAN_INTERNAL ? kMessages[status] : "this is no status";
+  return status >= ZELVAN_OK && status <= ZELVAN_TOO_COARSE ? kMessages[status]
+                                                            : "this is no status";
 }
 
 zelvan_status ZELVAN_CALL zelvan_grid_covering(const double* xy, uint32_t count,
@@ -90,6 +94,14 @@ zelvan_status ZELVAN_CALL zelvan_grid_check(const zelvan_grid* grid) {
   return Guarded(nullptr, [&] {
     Require(grid != nullptr);
     static_cast<void>(CheckedGrid(*grid));
+  });
+}
+
+zelvan_status ZELVAN_CALL zelvan_grid_common(const zelvan_region* const* regions, uint32_t count,
+                                             zelvan_grid* grid) {
+  return Guarded(nullptr, [&] {
+    Require(grid != nullptr && (regions != nullptr || count == 0));
+    *grid = GridFor({regions, count}).Data();
   });
 }
 
@@ -140,6 +152,19 @@ zelvan_status ZELVAN_CALL zelvan_region_unite(const zelvan_region* const* region
   });
 }
 
+zelvan_status ZELVAN_CALL zelvan_region_on_grid(const zelvan_region* region,
+                                                const zelvan_grid* grid,
+                                                const zelvan_region** result) {
+  return Guarded(nullptr, [&] {
+    Require(grid != nullptr && result != nullptr);
+    *result = OnGrid(region, CheckedGrid(*grid), MoveCost::kAny).release();
+  });
+}
+
+uint32_t ZELVAN_CALL zelvan_region_lost(const zelvan_region* region) {
+  return LostOf(region);
+}
+
 int32_t ZELVAN_CALL zelvan_region_equal(const zelvan_region* a, const zelvan_region* b) {
   return IsSame(a, b) ? 1 : 0;
 }
@@ -149,7 +174,7 @@ void ZELVAN_CALL zelvan_region_counts(const zelvan_region* region, zelvan_counts
 }
 
 void ZELVAN_CALL zelvan_region_grid(const zelvan_region* region, zelvan_grid* grid) {
-  if (grid != nullptr) *grid = (region != nullptr ? region->grid : RegionGrid()).Data();
+  if (grid != nullptr) *grid = (IsEmpty(region) ? RegionGrid() : region->grid).Data();
 }
 
 double ZELVAN_CALL zelvan_region_area(const zelvan_region* region) {
@@ -159,7 +184,7 @@ double ZELVAN_CALL zelvan_region_area(const zelvan_region* region) {
 }
 
 int32_t ZELVAN_CALL zelvan_region_bounds(const zelvan_region* region, double* box) {
-  if (region == nullptr || box == nullptr) return 0;
+  if (IsEmpty(region) || box == nullptr) return 0;
   const WorldBox bounds = BoundsOf(*region);
   box[0] = bounds.min.x;
   box[1] = bounds.min.y;
@@ -210,7 +235,7 @@ zelvan_status ZELVAN_CALL zelvan_region_triangulate(const zelvan_region* region,
                                                     int32_t* neighbours) {
   return Guarded(nullptr, [&] {
     Require(IsRoomFor(region, room) && (options & ~std::uint32_t{ZELVAN_DELAUNAY}) == 0);
-    if (region == nullptr) return;
+    if (IsEmpty(region)) return;
     Require(triangles != nullptr);
     CutRegion(region->flat, (options & ZELVAN_DELAUNAY) != 0, triangles, neighbours);
   });

@@ -37,37 +37,38 @@ double Nearest(double steps) noexcept {
 
 bool IsIndex(double steps, std::int64_t origin) noexcept {
   const double index = steps - DoubleOf(origin);
-  return index >= 0.0 && index <= GRID_MAX;
+  return index >= 0.0 && index <= kRegionGridMax;
 }
 
 std::int32_t CoordinateOf(std::int64_t steps, std::int64_t origin) noexcept {
-  return static_cast<std::int32_t>(steps - origin) - GRID_OFFSET;
+  return static_cast<std::int32_t>(steps - origin) - kRegionGridOffset;
 }
 
 // The least exponent of a step at which an extent fits and a number is near enough to 0.
 int LeastExponent(double extent, double farthest, int least) noexcept {
   int exponent = std::max(least, kLeastExponent);
-  if (extent > 0.0) exponent = std::max(exponent, std::ilogb(extent) - 20);
+  if (extent > 0.0) exponent = std::max(exponent, std::ilogb(extent) - kRegionGridBits);
   if (farthest > 0.0) exponent = std::max(exponent, std::ilogb(farthest) + 1 - kOriginBits);
   return exponent;
 }
 
 std::int64_t OriginAround(double low, double high, double perUnit) noexcept {
   const double middle = std::floor((low / 2 + high / 2) * perUnit);
-  return WholeOf(middle) - GRID_OFFSET;
+  return WholeOf(middle) - kRegionGridOffset;
 }
 
-// A number of steps at another, coarser step, to the nearest, the upper one of two.
-std::int64_t Coarsen(std::int64_t steps, int exponents) noexcept {
-  if (exponents == 0) return steps;
+// A number of steps at another step, which may be coarser: to the nearest, the upper one of two.
+std::int64_t Rescale(std::int64_t steps, int exponents) noexcept {
+  if (exponents <= 0) return steps * (std::int64_t{1} << -exponents);
   const int shift = std::min(exponents, 60);
   const std::int64_t half = std::int64_t{1} << (shift - 1);
   return (steps + half) >> shift;
 }
 
-double AwayFromZero(double steps) noexcept {
+// The step may be so large that a number has none of its bits left in steps.
+double AwayFromZero(double steps, double number) noexcept {
   constexpr double least = 0x1p-400;
-  return steps != 0.0 && std::fabs(steps) < least ? std::copysign(least, steps) : steps;
+  return number != 0.0 && std::fabs(steps) < least ? std::copysign(least, number) : steps;
 }
 
 WorldBox Merged(std::span<const GridClaim> claims) noexcept {
@@ -142,8 +143,8 @@ std::optional<GridPoint> RegionGrid::Snap(WorldPoint p) const noexcept {
 
 GridPoint RegionGrid::Move(GridPoint p, const RegionGrid& from) const noexcept {
   const int coarser = exponent_ - from.exponent_;
-  return {CoordinateOf(Coarsen(from.x_ + GRID_OFFSET + p.gx, coarser), x_),
-          CoordinateOf(Coarsen(from.y_ + GRID_OFFSET + p.gy, coarser), y_)};
+  return {CoordinateOf(Rescale(from.x_ + kRegionGridOffset + p.gx, coarser), x_),
+          CoordinateOf(Rescale(from.y_ + kRegionGridOffset + p.gy, coarser), y_)};
 }
 
 WorldPoint RegionGrid::PlaceOf(GridPoint p) const noexcept {
@@ -152,11 +153,11 @@ WorldPoint RegionGrid::PlaceOf(GridPoint p) const noexcept {
 }
 
 WorldPoint RegionGrid::StepsOf(WorldPoint p) const noexcept {
-  return {AwayFromZero(p.x * perUnit_), AwayFromZero(p.y * perUnit_)};
+  return {AwayFromZero(p.x * perUnit_, p.x), AwayFromZero(p.y * perUnit_, p.y)};
 }
 
 WorldPoint RegionGrid::StepsOf(GridPoint p) const noexcept {
-  return {DoubleOf(x_ + GRID_OFFSET + p.gx), DoubleOf(y_ + GRID_OFFSET + p.gy)};
+  return {DoubleOf(x_ + kRegionGridOffset + p.gx), DoubleOf(y_ + kRegionGridOffset + p.gy)};
 }
 
 bool RegionGrid::Holds(const WorldBox& box) const noexcept {
@@ -164,6 +165,7 @@ bool RegionGrid::Holds(const WorldBox& box) const noexcept {
 }
 
 std::optional<RegionGrid> CommonGrid(std::span<const GridClaim> claims) noexcept {
+  if (claims.empty()) return RegionGrid();
   const WorldBox box = Merged(claims);
   int coarsest = claims.front().grid.Exponent();
   for (const GridClaim& claim : claims) coarsest = std::max(coarsest, claim.grid.Exponent());

@@ -14,6 +14,15 @@
 
 namespace zelvan {
 
+/// A grid has 2^kRegionGridBits points along each axis. Points on it are named by their numbers
+/// from -kRegionGridOffset to kRegionGridMax - kRegionGridOffset, so that differences of two have
+/// 32 bits, too.
+inline constexpr int kRegionGridBits = ZELVAN_GRID_BITS;
+inline constexpr auto kRegionGridMax =
+    static_cast<std::int32_t>((std::int64_t{1} << kRegionGridBits) - 1);
+inline constexpr std::int32_t kRegionGridOffset = std::int32_t{1} << (kRegionGridBits - 1);
+static_assert(kRegionGridBits <= 31);
+
 /// A grid as its lowest, leftmost point, in steps, and its step.
 class RegionGrid {
  public:
@@ -38,13 +47,13 @@ class RegionGrid {
   /// not on the grid.
   [[nodiscard]] std::optional<GridPoint> Snap(WorldPoint p) const noexcept;
 
-  /// The same of a point of another grid, which must be on this one. Exact in whole numbers.
+  /// The same of a point of another grid, which this one must hold. Exact in whole numbers.
   [[nodiscard]] GridPoint Move(GridPoint p, const RegionGrid& from) const noexcept;
 
   [[nodiscard]] WorldPoint PlaceOf(GridPoint p) const noexcept;
 
   /// A place in steps, for comparisons with StepsOf. Numbers less than 2^-400 steps from 0,
-  /// but not 0, count as that far.
+  /// but not 0, count as that far, on the side where they are.
   [[nodiscard]] WorldPoint StepsOf(WorldPoint p) const noexcept;
   [[nodiscard]] WorldPoint StepsOf(GridPoint p) const noexcept;
 
@@ -55,20 +64,19 @@ class RegionGrid {
  private:
   void SetExponent(int exponent) noexcept;
 
-  std::int64_t x_ = -GRID_OFFSET;
-  std::int64_t y_ = -GRID_OFFSET;
+  std::int64_t x_ = -kRegionGridOffset;
+  std::int64_t y_ = -kRegionGridOffset;
   int exponent_ = 0;
   double step_ = 1.0;
   double perUnit_ = 1.0;  // steps
 };
 
-/// A whole number of at most 53 bits as a double, in two halves: 32-bit targets would send 64
-/// bits through the x87 unit.
+/// The double next to a whole number, in two halves: 32-bit targets would send 64 bits through
+/// the x87 unit.
 [[nodiscard]] constexpr double DoubleOf(std::int64_t whole) noexcept {
-  constexpr std::int64_t half = std::int64_t{1} << 26;
-  const auto high = static_cast<std::int32_t>(whole >> 26);
-  const auto low = static_cast<std::int32_t>(whole & (half - 1));
-  return static_cast<double>(high) * static_cast<double>(half) + static_cast<double>(low);
+  const auto high = static_cast<std::int32_t>(whole >> 32);
+  const auto low = static_cast<std::uint32_t>(whole);
+  return static_cast<double>(high) * 0x1p32 + static_cast<double>(low);
 }
 
 /// A grid and what must be on it.
@@ -78,7 +86,7 @@ struct GridClaim {
 };
 
 /// The grid for an operation (zelvan_region_combine documents it), whatever the order of the
-/// claims; at least one. None where no grid holds all.
+/// claims; that of no claims holds (0, 0). None where no grid holds all.
 [[nodiscard]] std::optional<RegionGrid> CommonGrid(std::span<const GridClaim> claims) noexcept;
 
 }  // namespace zelvan

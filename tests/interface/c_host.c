@@ -92,7 +92,37 @@ static void RefusesByName(void) {
   EXPECT(zelvan_region_create(far + 4, kRings, 0, 0, NULL, &region, NULL) == ZELVAN_OK);
   EXPECT(zelvan_region_unite_rings(far + 6, one, 1, NULL, &region, &fault) == ZELVAN_OUTSIDE_GRID);
   EXPECT(region == NULL && fault.ring == 0 && fault.point == 0);
+  EXPECT(zelvan_region_create(far + 2, rings, 2, 0, NULL, &region, &fault) == ZELVAN_NOT_FINITE);
+  EXPECT(fault.ring == 1 && fault.point == 0);
   EXPECT(strstr(zelvan_status_message(ZELVAN_INTERNAL), "contradiction") != NULL);
+}
+
+/* Far apart, so that no step keeps both. */
+static void LosesNothingSilently(void) {
+  const double places[] = {0, 0, 1, 0, 0, 1, 1e9, 1e9, 2e9, 1e9, 1e9, 2e9};
+  const uint32_t one[] = {0, 3}, two[] = {0, 3, 6};
+  const zelvan_region* pair[2] = {Make(places, one, 1, 0), Make(places + 6, one, 1, 0)};
+  const zelvan_region* const both = Make(places, two, 2, 0);
+  const zelvan_region* result = both;
+  zelvan_grid grid = {0, 0, 3}, far = {1e9, 1e9, 1}, common;
+  int i;
+  for (i = 0; i < 4; ++i) EXPECT(zelvan_region_combine(i, pair[0], pair[1], &result) == 8);
+  EXPECT(zelvan_region_unite(pair, 2, &result) == ZELVAN_TOO_COARSE && result == both);
+  EXPECT(zelvan_region_on_grid(both, &grid, &result) == ZELVAN_BAD_GRID);
+  EXPECT(zelvan_region_on_grid(both, NULL, &result) == ZELVAN_BAD_ARGUMENT);
+  EXPECT(zelvan_region_on_grid(pair[0], &far, &result) == ZELVAN_OUTSIDE_GRID && result == both);
+  EXPECT(zelvan_grid_common(NULL, 1, &grid) == ZELVAN_BAD_ARGUMENT && grid.step == 3);
+  EXPECT(zelvan_grid_common(NULL, 0, &grid) == ZELVAN_OK && grid.step == 1);
+  EXPECT(zelvan_grid_common(pair, 2, &common) == ZELVAN_OK);
+  zelvan_region_grid(both, &grid);
+  EXPECT(memcmp(&grid, &common, sizeof grid) == 0);
+  EXPECT(zelvan_region_on_grid(pair[0], &grid, &result) == ZELVAN_OK && result != NULL);
+  EXPECT(zelvan_region_lost(result) == 1 && zelvan_region_equal(result, NULL));
+  EXPECT(zelvan_region_lost(both) == 1 && !zelvan_region_lost(pair[1]) &&
+         !zelvan_region_lost(NULL));
+  zelvan_region_release(result);
+  zelvan_region_release(both);
+  for (i = 0; i < 2; ++i) zelvan_region_release(pair[i]);
 }
 
 int main(void) {
@@ -102,5 +132,6 @@ int main(void) {
   KnowsWherePointsLie();
   zelvan_region_release(frame);
   RefusesByName();
+  LosesNothingSilently();
   return failures;
 }

@@ -72,6 +72,8 @@ std::vector<Ring> Boxes(Random& random) {
   }
   return RingsOf(boxes);
 }
+const double kFar = std::ldexp(1.0, ZELVAN_GRID_BITS) - 1;  // steps across a grid
+
 Region RandomRegion(Random& random) {
   return Region(Boxes(random), FillRule(random.Below(4)), Grid());
 }
@@ -84,7 +86,7 @@ TEST(RegionGuarantee, GridPointsAreExact) {
     const double x = step * std::floor(random.Between(-0x1p52, 0x1p52));
     const double y = step * std::floor(random.Between(-0x1p20, 0x1p20));
     const Grid grid({x, y}, step);
-    const double far = 1048575;
+    const double far = kFar;
     const Ring exact = {
         {x, y}, {x + far * step, y}, {x + (far - random.Below(99)) * step, y + far * step}};
     const Region region({exact}, FillRule::NonZero, grid);
@@ -112,8 +114,10 @@ TEST(RegionGuarantee, GridPointsAreExact) {
     EXPECT_NO_THROW(Region({{box.min, box.max}}, FillRule::NonZero, cover));
     const double extent = std::max(box.max.x - box.min.x, box.max.y - box.min.y);
     const double farthest = std::max(box.max.x, size);
-    EXPECT_TRUE(extent / cover.Step() > 0x1p19 - 3 || farthest / cover.Step() >= 0x1p51);
+    EXPECT_TRUE(extent / cover.Step() > kFar / 2 - 3 || farthest / cover.Step() >= 0x1p51);
   }
+  const Region zero({{{-0.0, -0.0}, {1, 0}, {0, 1}}});
+  EXPECT_FALSE(std::signbit(zero.Vertices()[0].x) || std::signbit(zero.Vertices()[0].y));
 }
 
 void ExpectOperation(const Region& region, const oracle::Rings& a, const oracle::Rings& b, int op,
@@ -150,25 +154,33 @@ TEST(RegionGuarantee, AnyRingsMakeARegion) {
 
 // What is wrong with the arguments is named; nothing finite on the grid is.
 TEST(RegionGuarantee, WhatIsRefusedIsNamed) {
-  const auto message = [](const std::vector<Ring>& rings) -> std::string {
+  const auto message = [](const std::vector<Ring>& rings, bool isGiven = true) -> std::string {
     try {
-      return Region(rings, FillRule::EvenOdd, Grid()).IsEmpty() ? "empty" : "not empty";
+      const Region region = isGiven ? Region(rings, FillRule::EvenOdd, Grid()) : Region(rings);
+      return region.IsEmpty() ? "empty" : "not empty";
     } catch (const std::invalid_argument& e) {
       return e.what();
     }
   };
+  const double low = Grid().Origin().x, high = low + kFar;
   EXPECT_EQ(message({{}, {{1, 1}}, {{1, 1}, {2, 2}, {1, 1}, {3, 3}}}), "empty");
-  EXPECT_EQ(message({{{0, 0}}, {{0, 0}, {1, std::nan("")}}}),
-            "a coordinate is infinite or no number: ring 1, point 1");
-  for (const double x : {524287.5, -524288.75}) {
-    EXPECT_EQ(message({{{524287.4, -524288.5}, {0, 0}, {x, 0}}}),
-              "a point lies outside the grid: ring 0, point 2");
+  for (const bool isGiven : {true, false}) {
+    EXPECT_EQ(message({{{0, 0}}, {{0, 0}, {1, std::nan("")}}}, isGiven),
+              "a coordinate is infinite or no number: ring 1, point 1");
+    for (const double x : {high + 0.5, low - 0.75}) {
+      const double scale = isGiven ? 1 : 0x1p490;
+      EXPECT_EQ(message({{}, {{high + 0.4, low - 0.5}, {0, 0}, {x * scale, 0}}}, isGiven),
+                "a point lies outside the grid, or no grid extends so far: ring 1, point 2");
+    }
   }
+  const char* const wide =
+      "a point lies outside the grid, or no grid extends so far: ring 1, point 0";
+  EXPECT_EQ(message({{{-0x1p499, 0}, {0, 0}}, {{0x1p499, 0}}, {{0, 0}}}, false),
+            ZELVAN_GRID_BITS > 20 ? "empty" : wide);
   for (const double step : {0.0, -1.0, 3.0, std::nan(""), HUGE_VAL, 0x1p-481, 0x1p481}) {
     EXPECT_THROW(Grid({0, 0}, step), std::invalid_argument) << step;
   }
   for (const double x : {0.5, 0x1p53}) EXPECT_THROW(Grid({x, 0}, 1), std::invalid_argument);
-  EXPECT_THROW(Region({{{0, 0}, {1e300, 0}, {0, 1}}}), std::invalid_argument);
 }
 
 TEST(RegionGuarantee, LawsHold) {
@@ -240,36 +252,166 @@ TEST(RegionGuarantee, DelaunayIsUnique) {
   }
 }
 
+double AreaOf(const Ring& ring) {
+  double twice = 0;
+  for (std::size_t i = 0; i < ring.size(); ++i) {
+    const Point a = ring[i], b = ring[(i + 1) % ring.size()];
+    twice += a.x * b.y - a.y * b.x;
+  }
+  return twice / 2;
+}
+
+// What a move to a step is to give: the region of the rings with their points rounded, how many
+// of these enclose nothing any more, and whether polygons and holes keep their areas.
+struct Move {
+  std::vector<Ring> rings;
+  std::size_t gone = 0;
+  bool isFaithful = true, isExact = true;
+
+  Move(const Region& region, double step) {
+    const auto compare = [&](double was, double is) {
+      isFaithful = isFaithful && std::fabs(is - was) * 1024 <= std::fabs(was);
+    };
+    for (const Polygon& polygon : region.Polygons()) {
+      double was = 0, is = 0;
+      for (Ring ring : RingsOf(polygon)) {
+        const double before = AreaOf(ring);
+        const Ring given = ring;
+        for (Point& p : ring)
+          p = {std::floor(p.x / step + 0.5) * step, std::floor(p.y / step + 0.5) * step};
+        isExact = isExact && ring == given;
+        const double after = AreaOf(ring);
+        gone += after * before > 0 ? 0 : 1;
+        if (before < 0) compare(before, after);
+        was += before;
+        is += after;
+        rings.push_back(ring);
+      }
+      compare(was, is);
+    }
+  }
+};
+
 // On grids of two steps, or apart: the order of the operands does not count, the coarser step
-// is taken, and a point moves by half of it at most.
-TEST(RegionGuarantee, RegionsOnDifferentGridsMeetOnOne) {
-  for (std::uint64_t seed = 0; seed < 500; ++seed) {
+// is taken, a point moves by half of it at most, and what loses too much is refused.
+TEST(RegionGuarantee, NothingIsLostSilently) {
+  int refused = 0;
+  for (std::uint64_t seed = 0; seed < 1000; ++seed) {
     SCOPED_TRACE(seed);
     Random random(seed);
     const auto make = [&](double step) {
-      const double x = step * random.Between(-524288, 0), y = step * random.Between(-524288, 0);
-      std::vector<Ring> rings = RingsOf({zelvan::test::SimplePolygon(random, 999, 6)});
-      for (Point& p : rings[0]) p = {p.x * step, p.y * step};
-      return Region(rings, FillRule::NonZero, Grid({x, y}, step));
+      const double low = -std::ldexp(1.0, ZELVAN_GRID_BITS - 1) * step;
+      const Point origin = {step * std::floor(random.Between(low, 0.0) / step),
+                            step * std::floor(random.Between(low, 0.0) / step)};
+      const std::int32_t size = 9 << random.Below(10);
+      std::vector<Ring> rings = RingsOf({zelvan::test::SimplePolygon(random, size, 6),
+                                         zelvan::test::SimplePolygon(random, 2 + size / 2, 4)});
+      for (Ring& ring : rings) {
+        for (Point& p : ring) p = {p.x * step, p.y * step};
+      }
+      return Region(rings, FillRule::EvenOdd, Grid(origin, step));
     };
     const double step = std::ldexp(1.0, random.Between(-2, 2));
     const Region a = make(1), b = make(step);
+    const Grid grid = zelvan::CommonGrid(std::array{a, b});
+    bool isFaithful = true;
+    for (const Region& region : {a, b}) {
+      const Region moved = region.OnGrid(grid);
+      const Move move(region, grid.Step());
+      EXPECT_TRUE(move.isExact ? moved.Polygons() == region.Polygons()
+                               : moved == Region(move.rings, FillRule::Positive, grid));
+      EXPECT_EQ(moved.Lost(), move.gone);
+      isFaithful = isFaithful && move.isFaithful && moved.PolygonCount() >= region.PolygonCount() &&
+                   moved.HoleCount() >= region.HoleCount();
+    }
     const auto op = random.Between(0, 3);
+    if (!isFaithful) {
+      EXPECT_THROW(Combine(a, b, op), std::domain_error);
+      EXPECT_THROW(zelvan::Unite(std::array{b, a, b}), std::domain_error);
+      ++refused;
+      continue;
+    }
     const Region result = Combine(a, b, op);
+    EXPECT_EQ(result, Combine(a.OnGrid(grid), b.OnGrid(grid), op));
     EXPECT_TRUE(op == 2 || result == Combine(b, a, op));
+    EXPECT_EQ(zelvan::Unite(std::array{a, b, a}), zelvan::Unite(std::array{b, a, a}));
     EXPECT_EQ(result.Grid().Step(), result.IsEmpty() ? 1.0 : std::max(1.0, step));
     const auto measure = support::MeasureByGeos(ForGeos(a), ForGeos(b), op);
     EXPECT_NEAR(result.Area(), measure.area, measure.length * std::max(1.0, step));
   }
+  EXPECT_GT(refused, 200);
+  EXPECT_LT(refused, 800);
   const auto box = [](double low, double high, double y, const Grid& grid) {
     return Region({{{low, y}, {high, y}, {high, high}, {low, high}}}, FillRule::EvenOdd, grid);
   };
   const Grid unit({0, 0}, 1), fine({0, 0}, 0.5), below({0, -99}, 1), above({-9, 0}, 1);
   EXPECT_NE(box(0, 1, 0, unit), box(0, 0.5, 0, fine));
-  EXPECT_EQ(box(1.5, 8.5, 1.5, fine) & box(0, 20, 0, unit), box(2, 9, 2, unit));
+  EXPECT_EQ(box(1.5, 8.5, 1.5, fine).OnGrid(unit) & box(0, 20, 0, unit), box(2, 9, 2, unit));
   const std::vector<Region> three = {box(1, 2, 1, below), box(3, 5, -5, below),
                                      box(6, 7, 6, above)};
   EXPECT_EQ(zelvan::Unite(three).Area(), 1 + 20 + 1);
+}
+
+// Which rings with an area are gone below the step is counted, and which never had one is not.
+TEST(RegionGuarantee, LostRingsAreCounted) {
+  const std::vector<Ring> lost = {
+      {{0.1, 0.1}, {0.3, 0.1}, {0.2, 0.3}},  // a triangle
+      {{0.2, 0.2}, {9e4, 0.2}, {9e4, 9e4}, {90000.1, 9e4}, {90000.1, 0.1}, {0.2, 0.1}},  // a strip
+      {{5.1, 5.1}, {5.3, 5.3}, {5.3, 5.1}, {5.1, 5.3}},  // a bow-tie, its halves alike
+      {{0, 0}, {0x1p-450, 0}, {0, 0x1p-450}},
+  };
+  const std::vector<Ring> others = {{},
+                                    {{1, 1}},
+                                    {{0.1, 0.7}, {0.3, 2.1}, {0.2, 1.4}},
+                                    {{7, 7}, {9, 7}, {9, 9}, {9, 7}},
+                                    {{0.1, 0.2}, {0.3, 0.1}, {0.1, 0.2}, {0.3, 0.1}},
+                                    {{20, 20}, {24, 24}, {24, 20}, {20, 24}},
+                                    {{40, 40}, {40, 43}, {43, 40}}};
+  std::vector<Ring> rings = lost;
+  rings.insert(rings.end(), others.begin(), others.end());
+  for (const FillRule rule : {FillRule::EvenOdd, FillRule::Negative}) {
+    const Region all(rings, rule, Grid()), rest(others, rule, Grid()), none(lost, rule, Grid());
+    EXPECT_TRUE(all.Lost() == lost.size() && rest.Lost() == 0 && all == rest);
+    EXPECT_TRUE(none.Lost() == lost.size() && none.IsEmpty() && none == Region());
+    EXPECT_EQ(zelvan::test::CheckMeshes(none), "");
+    EXPECT_TRUE((rest | none).Lost() == lost.size() && (rest | none) == rest);
+    EXPECT_TRUE((none - all).Lost() == 2 * lost.size() && (none & Region()).IsEmpty());
+    EXPECT_EQ(zelvan::Unite(std::array{all, none, rest}).Lost(), 2 * lost.size());
+    EXPECT_EQ(none.Grid(), Grid());
+  }
+  EXPECT_EQ(zelvan::Unite(rings, Grid()).Lost(), lost.size());
+  const Region far({{{1e38, 1e38}}, {{0, 0}, {9, 0}, {0, 9}}, others[6]});
+  EXPECT_TRUE(far.IsEmpty() && far.Lost() == 2);
+}
+
+// Beside an edge through the origin whose ends have ten bits, a point's side follows from two
+// products, each exact as a product and its rounding error.
+TEST(RegionGuarantee, ContainsIsExact) {
+  for (std::uint64_t seed = 0; seed < 500; ++seed) {
+    SCOPED_TRACE(seed);
+    Random random(seed);
+    const double step = std::ldexp(1.0, random.Between(-400, 400));
+    const double m = 1 + random.Below(999), n = 1 + random.Below(999);
+    const Ring ring = {{0, 0}, {m * step, n * step}, {0, n * step}};
+    const Region region({ring}, FillRule::NonZero, Grid({-step, -step}, step));
+    for (int i = 0; i < 9; ++i) {
+      const double t = std::ldexp(random.Between(0.5, 1.0), -random.Below(40));
+      double x = m * t, y = n * t;
+      for (int ulps = random.Below(3); ulps > 0; --ulps) {
+        double& moved = random.Below(2) == 0 ? x : y;
+        moved = std::nextafter(moved, 1e3 * random.Below(2));
+      }
+      const double above = m * y, right = n * x;
+      const double sum = (above - right) + (std::fma(m, y, -above) - std::fma(n, x, -right));
+      const int side = (sum > 0) - (sum < 0);
+      ASSERT_EQ(static_cast<int>(region.Contains({x * step, y * step})), side)
+          << "(" << x << ", " << y << ") beside (" << m << ", " << n << ")" << step;
+    }
+    const double least = 5e-324, y = n * step / 2;
+    EXPECT_EQ(region.Contains({-least, y}), Side::Outside);
+    EXPECT_EQ(region.Contains({-0.0, y}), Side::Boundary);
+    EXPECT_EQ(region.Contains({least, y}), Side::Inside);
+  }
 }
 
 Region World(double shift) {
@@ -322,9 +464,10 @@ TEST(RegionGuarantee, ThreadsMayShare) {
 TEST(RegionGuarantee, FailureChangesNothing) {
   Random random(5);
   const Region a = RandomRegion(random);
-  const Region b({{{0, 0}, {8, 1}, {3, 8.5}}}, FillRule::NonZero, Grid({0, 0}, 0.5));
+  const Region fine({{{0, 0}, {8, 1}, {3, 8.5}}}, FillRule::NonZero, Grid({0, 0}, 0.5));
+  const Region b = fine.OnGrid(Grid());
   const auto session = [&] {
-    Region result = (a | b) ^ Region({{{1, 1}, {7, 2}, {2, 7}}});
+    Region result = (a | fine.OnGrid(Grid())) ^ Region({{{1, 1}, {7, 2}, {2, 7}}});
     result = zelvan::Unite(std::vector<Region>{result, a, b});
     return std::pair(result.Polygons(), zelvan::Triangulate(result).triangles);
   };

@@ -1,21 +1,20 @@
 // The WebAssembly module, whose bytes lie inlined in bytes.js: started by the first call, or
 // by `init`. What holds here: all memory that `withMemory` reserves is given back when it
 // ends, and views are made anew after every call, since the module's memory may have moved.
-import base64 from './bytes.js';
+import { base64 } from './bytes.js';
 
 const bytes = () => Uint8Array.from(atob(base64), (letter) => letter.charCodeAt(0));
 
 /** The functions of the C headers. Pointers that they return may be negative: see `address`. */
 export let wasm = new Proxy({}, {
   get(_, name) {
-    start(new WebAssembly.Module(bytes()));
+    if (!isStarted) start(new WebAssembly.Module(bytes()));
     return wasm[name];
   },
 });
 let isStarted = false;
 
 function start(module) {
-  if (isStarted) return;
   wasm = new WebAssembly.Instance(module, hostFunctions(module)).exports;
   isStarted = true;
   wasm._initialize();
@@ -24,7 +23,9 @@ function start(module) {
 /** Compiles the module aside, so that no call waits for it. Optional, but where compiling
  * in the page's own thread is forbidden, as in Chromium before version 115. */
 export async function init() {
-  if (!isStarted) start(await WebAssembly.compile(bytes()));
+  if (isStarted) return;
+  const module = await WebAssembly.compile(bytes());
+  if (!isStarted) start(module);
 }
 
 // What the module asks of its host: to end it, to write the reason somewhere, and to know
@@ -82,9 +83,9 @@ function messageOf(status) {
   return new TextDecoder().decode(memory.slice(start, memory.indexOf(0, start)));
 }
 
-/** Throws what a status other than 0 says. */
-export function check(status, place) {
-  if (status !== 0) throw new ZelvanError(status, messageOf(status), place);
+/** Throws what a status other than 0 says; `more` goes behind the message. */
+export function check(status, place, more = '') {
+  if (status !== 0) throw new ZelvanError(status, messageOf(status) + more, place);
 }
 
 /** Calls `work` with a function that reserves bytes of the module's memory until it ends. */

@@ -10,6 +10,7 @@ import { namesOf, polygonsOf, toGeometry } from './geojson.js';
 const FILLS = ['even-odd', 'non-zero', 'positive', 'negative'];
 const OPERATIONS = { unite: 0, intersect: 1, subtract: 2, xor: 3 };
 const DELAUNAY = 1;
+const TOO_COARSE = 8;
 
 const forgotten = new FinalizationRegistry((handle) => wasm.zelvan_region_release(handle));
 
@@ -52,6 +53,22 @@ function makeRegion(rings, grid, make, place) {
   });
 }
 
+// Regions in the module's memory, as functions of several take them.
+function writeHandles(regions, reserve) {
+  const handles = Array.from(regions, handleOf);
+  const list = reserve(4 * handles.length);
+  numbersAt(list, handles.length).set(handles);
+  return { list, count: handles.length };
+}
+
+// What an operation says; where its grid is too coarse, with the steps.
+function checkOperation(status, regions) {
+  if (status !== TOO_COARSE) return check(status);
+  const { step } = Region.commonGrid(regions);
+  const finest = Math.min(...regions.filter((region) => !region.isEmpty).map((region) => region.grid.step));
+  return check(status, undefined, `: its step is ${step}, and the finest of the regions' is ${finest}`);
+}
+
 const INSIDE = Symbol('made by this module');
 const wrap = (handle) => new Region(handle, INSIDE);
 
@@ -86,13 +103,21 @@ export class Region {
   }
 
   static unite(regions) {
-    const handles = Array.from(regions, handleOf);
+    const all = [...regions];
     return withMemory((reserve) => {
-      const list = reserve(4 * handles.length);
-      numbersAt(list, handles.length).set(handles);
+      const { list, count } = writeHandles(all, reserve);
       const result = reserve(4);
-      check(wasm.zelvan_region_unite(list, handles.length, result));
+      checkOperation(wasm.zelvan_region_unite(list, count, result), all);
       return wrap(numbersAt(result, 1)[0]);
+    });
+  }
+
+  static commonGrid(regions) {
+    return withMemory((reserve) => {
+      const { list, count } = writeHandles(regions, reserve);
+      const grid = reserve(24);
+      check(wasm.zelvan_grid_common(list, count, grid));
+      return readGrid(grid);
     });
   }
 
@@ -126,9 +151,24 @@ export class Region {
   #combined(operation, other) {
     return withMemory((reserve) => {
       const result = reserve(4);
-      check(wasm.zelvan_region_combine(OPERATIONS[operation], this.#alive(), handleOf(other), result));
+      const status =
+        wasm.zelvan_region_combine(OPERATIONS[operation], this.#alive(), handleOf(other), result);
+      checkOperation(status, [this, other]);
       return wrap(numbersAt(result, 1)[0]);
     });
+  }
+
+  onGrid(grid) {
+    return withMemory((reserve) => {
+      const at = writeGrid(grid, reserve);
+      const result = reserve(4);
+      check(wasm.zelvan_region_on_grid(this.#alive(), at, result));
+      return wrap(numbersAt(result, 1)[0]);
+    });
+  }
+
+  get lost() {
+    return wasm.zelvan_region_lost(this.#alive()) >>> 0;
   }
 
   equals(other) {

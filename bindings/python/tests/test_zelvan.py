@@ -1,17 +1,21 @@
 """The examples in all docstrings, and what examples cannot show."""
 
 import copy, doctest, json, os, random, resource, subprocess, sys, time, unittest
+import warnings
 from array import array
 from concurrent.futures import ThreadPoolExecutor
 from itertools import chain
+from pathlib import Path
 
-from zelvan import FillRule, Grid, Region, unite
+from zelvan import FillRule, Grid, LossWarning, Region, TooCoarseError, unite, unite_rings
 
 try:
     import numpy
     from shapely.geometry import shape as to_shapely
 except ImportError:
     numpy = None
+
+ROOT = Path(__file__).resolve().parents[3]
 
 
 def load_tests(loader, tests, pattern):
@@ -68,6 +72,41 @@ class Binding(unittest.TestCase):
             sides = [side(rings, *point) for point in points]
             self.assertEqual(region.sides(buffer(points)).tolist(), sides, seed)
             self.assertEqual([region.contains(p) for p in points], [s >= 0 for s in sides], seed)
+
+    def test_nothing_is_lost_without_a_word(self):
+        tiny, far = [(0, 0), (.2, 0), (0, .2)], [(1e38, 1e38), (0, 0)]
+        shape = {"type": "Polygon", "coordinates": [tiny]}
+        for make in (lambda: Region([tiny, far]), lambda: unite_rings([tiny], Grid()),
+                     lambda: Region.from_geojson(shape, Grid())):
+            with self.assertWarnsRegex(LossWarning, "^1 ring .* below the grid's step$") as caught:
+                region = make()
+            self.assertEqual(caught.filename, __file__)
+            self.assertEqual((bool(region), region, region.lost), (False, Region(), 1))
+            self.assertEqual(unite([region, region | Region([tiny])]).lost, 2)
+        small, large = Region([tiny]), Region([[(1e9, 1e9), (2e9, 1e9), (1e9, 2e9)]])
+        steps = f"{(large | large).grid.step * 2}, and .* {small.grid.step}$"
+        for join in (lambda: small - large, lambda: unite([large, Region(), small])):
+            self.assertRaisesRegex(TooCoarseError, steps, join)
+        parts = {"type": "MultiPolygon", "coordinates": [[tiny], [tiny + [(0, float("nan"))]]]}
+        named = "^polygon 1: .*: ring 0, point 3$"
+        self.assertRaisesRegex(ValueError, named, Region.from_geojson, parts)
+
+    def test_the_table_of_all_doors(self):
+        for case in json.loads((ROOT / "tests/doors.json").read_text())["cases"]:
+            with self.subTest(case["name"]), warnings.catch_warnings(record=True) as said:
+                warnings.simplefilter("always")
+                if refused := case.get("refused"):
+                    with self.assertRaises(ValueError) as raised:
+                        Region.from_geojson(case["document"])
+                    for place in refused.items():
+                        self.assertIn("%s %d" % place, str(raised.exception))
+                else:
+                    self.assertEqual(Region.from_geojson(case["document"]).area, case["area"])
+                left_out = [(f"feature {feature}", kind) for feature, kind in case.get("leftOut", ())]
+                self.assertEqual(len(said), len(left_out))
+                for warning, words in zip(said, left_out):
+                    self.assertTrue(all(word in str(warning.message) for word in words), words)
+                    self.assertEqual(warning.filename, __file__)
 
     def test_threads_share_regions(self):
         a, b = (Region([[(i, (i * 7919 + k) % 10007) for i in range(499)]]) for k in (0, 5000))

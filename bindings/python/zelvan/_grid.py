@@ -21,6 +21,15 @@ class FillRule(IntEnum):
     NEGATIVE = 3  #: below 0
 
 
+def _covering(xy: bytes) -> CGrid:
+    grid = CGrid()
+    check(LIBRARY.grid_covering(xy, len(xy) // POINT_BYTES, byref(grid)))
+    return grid
+
+
+_AROUND_ZERO = _covering(b"")
+
+
 @dataclass(frozen=True)
 class Grid:
     """The points that regions have their vertices on: 2**20 along each axis, one step apart.
@@ -36,7 +45,7 @@ class Grid:
     ValueError: this is no grid: its step is no power of two, ...
     """
 
-    origin: tuple[float, float] = (-524288.0, -524288.0)
+    origin: tuple[float, float] = (_AROUND_ZERO.x, _AROUND_ZERO.y)
     step: float = 1.0
 
     def __post_init__(self) -> None:
@@ -49,7 +58,7 @@ class Grid:
     def covering(cls, rings: Iterable[Points]) -> Grid:
         """The grid with the least step that holds all points of some rings, or a box, given
         by two of its corners. Raises ValueError for numbers that are not finite or beyond
-        2**500.
+        2**500, and for what extends beyond every grid.
 
         >>> Grid.covering([[(-180, -90), (180, 90)]])
         Grid(origin=(-256.0, -256.0), step=0.00048828125)
@@ -58,9 +67,7 @@ class Grid:
 
     @classmethod
     def _covering(cls, xy: bytes) -> Grid:
-        grid = CGrid()
-        check(LIBRARY.grid_covering(xy, len(xy) // POINT_BYTES, byref(grid)))
-        return cls._from_c(grid)
+        return cls._from_c(_covering(xy))
 
     @classmethod
     def _from_c(cls, grid: CGrid) -> Grid:

@@ -41,12 +41,15 @@ _SIGNATURES: dict[str, tuple[Any, list[Any]]] = {
     "status_message": (c_char_p, [c_int32]),
     "grid_covering": (c_int32, [c_void_p, c_uint32, _GRID]),
     "grid_check": (c_int32, [_GRID]),
+    "grid_common": (c_int32, [c_void_p, c_uint32, _GRID]),
     "region_create": (
         c_int32, [c_void_p, c_void_p, c_uint32, c_int32, _GRID, _HANDLE, _FAULT]),
     "region_unite_rings": (c_int32, [c_void_p, c_void_p, c_uint32, _GRID, _HANDLE, _FAULT]),
     "region_release": (None, [c_void_p]),
     "region_combine": (c_int32, [c_int32, c_void_p, c_void_p, _HANDLE]),
     "region_unite": (c_int32, [c_void_p, c_uint32, _HANDLE]),
+    "region_on_grid": (c_int32, [c_void_p, _GRID, _HANDLE]),
+    "region_lost": (c_uint32, [c_void_p]),
     "region_equal": (c_int32, [c_void_p, c_void_p]),
     "region_counts": (None, [c_void_p, _COUNTS]),
     "region_grid": (None, [c_void_p, _GRID]),
@@ -89,18 +92,25 @@ def _load() -> Library:
 
 LIBRARY = _load()
 
-_MEMORY, _TOO_LARGE, _INTERNAL = 1, 6, 7
-_EXCEPTIONS = {_MEMORY: MemoryError, _TOO_LARGE: OverflowError, _INTERNAL: RuntimeError}
+
+class TooCoarseError(ValueError):
+    """An operation would lose a part of a region on the grid that it takes."""
 
 
-def check(status: int, fault: Optional[Fault] = None) -> None:
+_MEMORY, _TOO_LARGE, _INTERNAL, TOO_COARSE = 1, 6, 7, 8
+_EXCEPTIONS: dict[int, type[Exception]] = {
+    _MEMORY: MemoryError, _TOO_LARGE: OverflowError, _INTERNAL: RuntimeError,
+    TOO_COARSE: TooCoarseError}
+
+
+def check(status: int, fault: Optional[Fault] = None, more: str = "") -> None:
     """Raises what a status stands for, if it is not ZELVAN_OK."""
     if status:
-        _fail(status, fault)
+        _fail(status, fault, more)
 
 
-def _fail(status: int, fault: Optional[Fault]) -> NoReturn:
-    text = LIBRARY.status_message(status).decode()
+def _fail(status: int, fault: Optional[Fault], more: str) -> NoReturn:
+    text = LIBRARY.status_message(status).decode() + more
     if fault is not None and fault.ring != NO_PLACE:
         text += f": ring {fault.ring}, point {fault.point}"
     raise _EXCEPTIONS.get(status, ValueError)(text)

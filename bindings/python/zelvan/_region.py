@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import warnings
 from array import array
 from contextlib import contextmanager
 from ctypes import byref, c_double, c_void_p
@@ -12,11 +13,15 @@ from ._arrays import (
     POINT_BYTES, Array, FlatRings, Points, address, blank, doubles, flat, flatten, shaped, split)
 from ._geojson import polygons_of, to_geometry
 from ._grid import FillRule, Grid
-from ._library import LIBRARY, CGrid, Counts, Fault, check
+from ._library import LIBRARY, TOO_COARSE, CGrid, Counts, Fault, check
 
 _UNITE, _INTERSECT, _SUBTRACT, _XOR = range(4)
 _DELAUNAY = 1
 _IN_OR_ON = bytes(code < 128 for code in range(256))  # of sides as bytes: -1 is 255
+
+
+class LossWarning(UserWarning):
+    """Rings with an area are gone below the step of the grid."""
 
 
 class Polygon(NamedTuple):
@@ -56,7 +61,17 @@ class Region:
 
     Where two regions are on different grids, both go first to the grid of one of them, if its
     step is the coarser one and it holds both; if not, to the grid that covers both, with the
-    coarser of the two steps at least. ValueError where there is none.
+    coarser of the two steps at least. ValueError where there is none, and TooCoarseError, a
+    ValueError that names both steps, where one of them would lose a polygon or a hole there, or
+    more than 2**-10 of the area of one, or where two would become one. ``on_grid`` moves what
+    may be lost.
+
+    >>> far = Region([[(1e9, 1e9), (2e9, 1e9), (1e9, 2e9)]])
+    >>> frame | far  # doctest: +ELLIPSIS
+    Traceback (most recent call last):
+    zelvan._library.TooCoarseError: the coarser grid would lose a polygon ...
+    >>> frame.on_grid(common_grid([frame, far])) | far == far
+    True
     """
 
     __slots__ = ("_handle", "__weakref__")
@@ -78,7 +93,8 @@ class Region:
             without it, the grid that covers the rings
 
         Raises ValueError for numbers that are not finite and points outside the grid, which
-        it names, TypeError, OverflowError beyond 2**31 - 1 points, MemoryError.
+        it names, TypeError, OverflowError beyond 2**31 - 1 points, MemoryError. Warns of rings
+        that are gone below the step of the grid (LossWarning).
 
         >>> Region([[(0, 0), (4, 4), (4, 0), (0, 4)]]).area
         8.0
@@ -90,10 +106,11 @@ class Region:
         ValueError: a coordinate is infinite or no number: ring 1, point 1
         >>> Region([square], grid=Grid((0, 0), 2.0**-21))
         Traceback (most recent call last):
-        ValueError: a point lies outside the grid: ring 0, point 1
+        ValueError: a point lies outside the grid, or no grid extends so far: ring 0, point 1
         """
         self._handle = None
         self._handle = _create(flatten(rings), FillRule(rule), grid)
+        self._warn_of_losses()
 
     @classmethod
     def _adopt(cls, handle: Optional[int]) -> Region:
@@ -123,10 +140,11 @@ class Region:
         source: its text, the dictionary, or anything with a __geo_interface__, such as the
             geometries of shapely and the frames of geopandas. Polygons, MultiPolygons,
             Features, FeatureCollections and GeometryCollections are taken; the rings of a
-            polygon may run either way, and heights are left out.
+            polygon may run either way, and heights are left out. Points and lines bound no
+            region: a warning names them.
         grid: as for the constructor, the same for all polygons
 
-        Raises ValueError for other geometries, and as the constructor.
+        Raises ValueError for what is no GeoJSON, with its place, and as the constructor.
 
         >>> left = '{"type": "Polygon", "coordinates": [[[0,0], [3,0], [3,2], [0,2], [0,0]]]}'
         >>> right = Region([[(2, 1), (5, 1), (5, 3), (2, 3)]])
@@ -134,24 +152,32 @@ class Region:
         <zelvan.Region: 1 polygon, 8 vertices, area 11.0>
         >>> Region.from_geojson(right) == right
         True
-        >>> Region.from_geojson('{"type": "Point", "coordinates": [0, 0]}')
+        >>> Region.from_geojson('{"type": "Polygon", "coordinates": [[[0, 0], [null, 0]]]}')
         Traceback (most recent call last):
-        ValueError: a Point bounds no region
+        ValueError: feature 0, polygon 0, ring 0, point 1: [None, 0] is no pair of numbers
         >>> Region.from_geojson('{"type": "Polygon", "coordinates": [[[0, 0], [NaN, 0]]]}', Grid())
         Traceback (most recent call last):
-        ValueError: polygon 0: a coordinate is infinite or no number: ring 0, point 1
+        ValueError: feature 0, polygon 0: a coordinate is infinite or no number: ring 0, point 1
         """
+        found = polygons_of(source)
+        for kind, features in found.left_out.items():
+            others = f" and {len(features) - 1} more" if len(features) > 1 else ""
+            warnings.warn(f"a {kind} bounds no region and is left out: "
+                          f"feature {features[0]}{others}", stacklevel=2)
+        places = [place for place, _ in found.polygons]
         polygons = []
-        for i, rings in enumerate(polygons_of(source)):
-            with _naming(i):
+        for place, rings in found.polygons:
+            with _naming(place):
                 polygons.append(flatten(rings))
         if grid is None:
-            grid = Grid._covering(b"".join(polygon.xy for polygon in polygons))
+            grid = _grid_covering(places, polygons)
         regions = []
-        for i, polygon in enumerate(polygons):
-            with _naming(i):
+        for place, polygon in zip(places, polygons):
+            with _naming(place):
                 regions.append(cls._adopt(_create(polygon, FillRule.EVEN_ODD, grid)))
-        return regions[0] if len(regions) == 1 else unite(regions)
+        united = regions[0] if len(regions) == 1 else unite(regions)
+        united._warn_of_losses()
+        return united
 
     @property
     def __geo_interface__(self) -> dict[str, Any]:
@@ -179,7 +205,22 @@ class Region:
         if not isinstance(other, Region):
             return NotImplemented
         handle = c_void_p()
-        check(LIBRARY.region_combine(operation, self._handle, other._handle, byref(handle)))
+        _check_operation([self, other], LIBRARY.region_combine(
+            operation, self._handle, other._handle, byref(handle)))
+        return Region._adopt(handle.value)
+
+    def on_grid(self, grid: Grid) -> Region:
+        """The region on a grid that holds it, whatever that costs: points go to the nearest ones
+        of the grid, and what encloses nothing there is gone, as ``lost`` says. An empty region
+        stays as it is. Raises ValueError where the grid does not hold the region.
+
+        >>> frame = Region([[(0, 0), (9, 0), (0, 9)], [(2, 2), (2.25, 2), (2, 2.25)]])
+        >>> coarse = frame.on_grid(Grid())
+        >>> coarse, coarse.lost
+        (<zelvan.Region: 1 polygon, 3 vertices, area 40.5>, 1)
+        """
+        handle = c_void_p()
+        check(LIBRARY.region_on_grid(self._handle, byref(grid._c()), byref(handle)))
         return Region._adopt(handle.value)
 
     def __eq__(self, other: object) -> bool:
@@ -192,7 +233,7 @@ class Region:
 
     def __bool__(self) -> bool:
         """Whether the region has any points."""
-        return self._handle is not None
+        return self._counts().polygons != 0
 
     def __repr__(self) -> str:
         counts = self._counts()
@@ -206,6 +247,21 @@ class Region:
     def area(self) -> float:
         """The area, exact to the last bit that a float has."""
         return float(LIBRARY.region_area(self._handle))
+
+    @property
+    def lost(self) -> int:
+        """How many rings are gone below the step: those with an area that enclose nothing on the
+        grid, among the rings that the region was made of, and its own where ``on_grid`` moved
+        it. The result of an operation has lost what its operands have, added up.
+        """
+        return int(LIBRARY.region_lost(self._handle))
+
+    def _warn_of_losses(self) -> None:
+        """For methods that the user calls."""
+        if lost := self.lost:
+            grid = f"step of {self.grid.step}" if self else "grid's step"
+            warnings.warn(f"{lost} ring{'s' if lost > 1 else ''} with an area that lies below "
+                          f"the {grid}", LossWarning, stacklevel=3)
 
     @property
     def bounds(self) -> Optional[tuple[float, float, float, float]]:
@@ -306,15 +362,51 @@ class Region:
 
 
 @contextmanager
-def _naming(polygon: int) -> Iterator[None]:
+def _naming(place: str) -> Iterator[None]:
     try:
         yield
     except (TypeError, ValueError) as error:
-        raise type(error)(f"polygon {polygon}: {error}") from None
+        raise type(error)(f"{place}: {error}") from None
 
 
 def _is_pair(points: Any) -> bool:
     return isinstance(points, (tuple, list)) and len(points) == 2 and isinstance(points[0], Real)
+
+
+def _grid_covering(places: list[str], polygons: list[FlatRings]) -> Grid:
+    try:
+        return Grid._covering(b"".join(polygon.xy for polygon in polygons))
+    except ValueError:
+        for place, polygon in zip(places, polygons):
+            with _naming(place):
+                Region._adopt(_create(polygon, FillRule.EVEN_ODD, None))
+        raise
+
+
+def _handles(regions: list[Region]) -> Any:
+    if not all(isinstance(region, Region) for region in regions):
+        raise TypeError("only regions have grids and unions")
+    return (c_void_p * len(regions))(*(region._handle for region in regions))
+
+
+def _check_operation(regions: list[Region], status: int) -> None:
+    steps = ""
+    if status == TOO_COARSE:
+        finest = min(region.grid.step for region in regions if region)
+        steps = (f": its step is {common_grid(regions).step}, "
+                 f"and the finest of the regions' is {finest}")
+    check(status, more=steps)
+
+
+def common_grid(regions: Iterable[Region]) -> Grid:
+    """The grid that operations on some regions take. Raises ValueError where none holds all.
+
+    >>> common_grid([Region([[(0, 0), (1, 0), (0, 1)]]), Region([[(0, 0), (4, 0), (0, 4)]])]).step
+    7.62939453125e-06
+    """
+    kept, grid = list(regions), CGrid()
+    check(LIBRARY.grid_common(_handles(kept), len(kept), byref(grid)))
+    return Grid._from_c(grid)
 
 
 def _create(rings: FlatRings, rule: FillRule, grid: Optional[Grid]) -> Optional[int]:
@@ -331,18 +423,17 @@ def unite(regions: Iterable[Region]) -> Region:
     >>> unite(Region([[(i, i), (i + 2, i), (i + 2, i + 2), (i, i + 2)]]) for i in range(4))
     <zelvan.Region: 1 polygon, 16 vertices, area 13.0>
     """
-    kept = list(regions)  # their handles live as long
-    if not all(isinstance(region, Region) for region in kept):
-        raise TypeError("only regions are united")
-    handles = (c_void_p * len(kept))(*(region._handle for region in kept))
-    handle = c_void_p()
-    check(LIBRARY.region_unite(handles, len(kept), byref(handle)))
+    kept, handle = list(regions), c_void_p()  # their handles live as long
+    _check_operation(kept, LIBRARY.region_unite(_handles(kept), len(kept), byref(handle)))
     return Region._adopt(handle.value)
 
 
 def unite_rings(rings: Iterable[Points], grid: Optional[Grid] = None) -> Region:
-    """The union of any number of rings, whichever way each runs, in one sweep: all are turned
-    counter-clockwise and count by the non-zero rule. Arguments and errors as for Region.
+    """The union of any number of rings, whichever way each runs, in one sweep: all are turned so
+    that their areas are not negative, and count by the non-zero rule. That is meant for rings
+    that do not cross themselves: one that does may still run clockwise around a part of what it
+    encloses, and cancels another ring there. Rings that cross themselves are united as regions,
+    each by FillRule.NON_ZERO. Arguments, errors and warnings as for Region.
 
     >>> unite_rings([[(0, 0), (2, 0), (2, 2), (0, 2)], [(1, 1), (1, 3), (3, 3), (3, 1)]]).area
     7.0
@@ -351,4 +442,6 @@ def unite_rings(rings: Iterable[Points], grid: Optional[Grid] = None) -> Region:
     check(LIBRARY.region_unite_rings(
         joined.xy, address(joined.offsets), joined.rings,
         byref(grid._c()) if grid else None, byref(handle), byref(fault)), fault)
-    return Region._adopt(handle.value)
+    region = Region._adopt(handle.value)
+    region._warn_of_losses()
+    return region

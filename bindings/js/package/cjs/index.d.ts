@@ -94,7 +94,8 @@ export class Region {
   /** The region that rings bound; they may cross, touch and repeat. Each point goes to
    * the nearest one of the grid, by default the finest that holds all. */
   static from(rings: Rings, options?: { fill?: Fill; grid?: Grid }): Region;
-  /** The union of what each ring encloses, whichever way it runs. */
+  /** The union of what each ring encloses, whichever way it runs. Meant for rings that do not
+   * cross themselves: one that does may cancel another ring where it runs clockwise. */
   static uniteRings(rings: Rings, options?: { grid?: Grid }): Region;
   /** The union of all polygons of a GeoJSON object, each by the even-odd rule. Points and
    * lines bound no region: they are left out, and `warn` (console.warn when left out) is
@@ -105,11 +106,20 @@ export class Region {
   static empty(): Region;
   /** The finest grid that holds some points. */
   static gridCovering(points: Ring): Grid;
+  /** The grid that operations on some regions take: of one of them, if it has the coarsest step
+   * and holds all, else one that covers all. */
+  static commonGrid(regions: Iterable<Region>): Grid;
 
+  /** Operations throw a ZelvanError of status 8 that names both steps where a region would
+   * lose a polygon or a hole on the common grid, or more than 2^-10 of the area of one, or
+   * where two would become one. */
   unite(other: Region): Region;
   intersect(other: Region): Region;
   subtract(other: Region): Region;
   xor(other: Region): Region;
+
+  /** The region on a grid that holds it, whatever is lost there. */
+  onGrid(grid: Grid): Region;
 
   /** Whether both have the same polygons and the same grid. */
   equals(other: Region): boolean;
@@ -125,6 +135,9 @@ export class Region {
   readonly isEmpty: boolean;
   readonly area: number;
   readonly grid: Grid;
+  /** How many rings with an area are gone below the step: of those that the region was made
+   * of, and its own where onGrid moved it. Operations add up what their operands lost. */
+  readonly lost: number;
   /** Least x, least y, greatest x, greatest y; null for an empty region. */
   readonly bounds: [number, number, number, number] | null;
 
