@@ -3,8 +3,9 @@
 // one is there.
 import { compute } from './compute.js';
 import { drawDraft, drawHandles, drawScene } from './draw.js';
-import { showDrawing, showFigures, showNoFigures, showNotice, showProgress, showState, showWork } from './figures.js';
+import { power, showDrawing, showFigures, showNoFigures, showProgress, showState, showWork } from './figures.js';
 import { Cancelled, ask, onEnd } from './helper.js';
+import { showNotice } from './notices.js';
 import { activeRings, isHeavy, state, vertexCount } from './state.js';
 import { theme } from './theme.js';
 import { boundsOf, toScreen } from './viewport.js';
@@ -32,24 +33,39 @@ onEnd(() => {
 
 export const hasAnswer = () => (isHeavy() ? isReady : answer !== null);
 
-function fail(error) {
+// Takes what was computed: the figures, the step, and what the step has cost.
+function accept(figures) {
+  state.step = figures.step;
+  showFigures(figures);
+  const { lost, step } = figures;
+  const [rings, are] = lost === 1 ? ['1 ring', 'is'] : [`${lost} rings`, 'are'];
+  showNotice('answer', lost > 0 ? `${rings} ${are} smaller than the grid's step of ${power(step)} and ${are} left out.` : '');
+}
+
+function forget() {
+  answer = null;
+  isReady = false;
+  state.step = null;
   showNoFigures();
-  showNotice(error instanceof Cancelled ? 'Stopped. Any setting starts again.' : error.message);
+}
+
+function fail(error) {
+  forget();
+  if (error instanceof Cancelled) showNotice('answer', 'Stopped. Any setting starts again.');
+  else showNotice('answer', error.message, true);
 }
 
 function computeHere() {
-  answer = null;
-  isReady = false;
   picture = null;
   if (vertexCount() === 0) {
-    showNoFigures();
-    showNotice('');
+    forget();
+    showNotice('answer', '');
     return;
   }
   try {
     answer = compute(inputOf());
-    showFigures(answer);
-    showNotice('');
+    isReady = false;
+    accept(answer);
   } catch (error) {
     fail(error);
   }
@@ -61,26 +77,25 @@ function showStage(stage) {
 }
 
 async function computeInWorker(draw) {
-  answer = null;
-  isReady = false;
+  forget();
   if (computing) {
     computesAgain = true;
     return;
   }
   computing = true;
-  showNoFigures();
-  showNotice('');
+  showNotice('answer', '');
   showStage(STAGES[0]);
   try {
     const figures = await ask('compute', { input: inputOf() }, showStage);
     if (isHeavy() && !computesAgain) {
       isReady = true;
-      showFigures(figures);
+      accept(figures);
       showStage('Drawing');
       await drawInWorker(draw);
     }
   } catch (error) {
-    fail(error);
+    if (error instanceof Cancelled) computesAgain = false;
+    if (isHeavy() && !computesAgain) fail(error);
   } finally {
     computing = false;
     showWork(null);
@@ -136,8 +151,9 @@ export function paint(ctx, draw) {
     if (isReady && picture?.view !== view) drawInWorker(draw);
   } else {
     drawScene(ctx, view, theme, state.shapes, answer);
-    const vertices = activeRings().reduce((sum, ring) => sum + ring.length / 2, 0);
-    if (vertices <= HANDLES) drawHandles(ctx, view, theme, activeRings(), theme[state.active], state.chosen);
+    const rings = activeRings();
+    const vertices = rings.reduce((sum, ring) => sum + ring.length / 2, 0);
+    if (vertices <= HANDLES) drawHandles(ctx, view, theme, rings, theme[state.active], state.chosen);
     if (state.draft) drawDraft(ctx, view, theme, state.draft.points, state.draft.pointer, theme[state.active]);
     showDrawing(performance.now() - start);
   }

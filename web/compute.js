@@ -5,7 +5,7 @@ import { Region } from './zelvan/index.js';
 /** The grid of both shapes, `doublings` times coarser by two than it must be. */
 function gridOf(shapes, doublings) {
   const corners = [];
-  for (const ring of [...shapes.A, ...shapes.B]) {
+  for (const ring of [...shapes.A, ...shapes.B].flat()) {
     // The corners of each ring's box stand for it; what is not a number stays one.
     let [x0, y0, x1, y1] = [ring[0], ring[1], ring[0], ring[1]];
     for (let i = 0; i < ring.length; i += 2) {
@@ -37,6 +37,19 @@ function smallestAngle({ positions, indices }) {
   return least === Infinity ? null : (least * 180) / Math.PI;
 }
 
+/** The region of a shape: each polygon's by the fill rule, united. */
+function regionOf(shape, options) {
+  const regions = [];
+  try {
+    for (const rings of shape) regions.push(Region.from(rings, options));
+    return Region.unite(regions);
+  } finally {
+    for (const region of regions) region.free();
+  }
+}
+
+const NO_MESH = { positions: new Float64Array(0), indices: new Uint32Array(0), neighbours: new Int32Array(0) };
+
 export function compute({ shapes, operation, fill, mesh, doublings }, stage = () => {}) {
   const start = performance.now();
   const grid = gridOf(shapes, doublings);
@@ -44,25 +57,20 @@ export function compute({ shapes, operation, fill, mesh, doublings }, stage = ()
   const keep = (region) => (regions.push(region), region);
   try {
     stage('Reading shape A');
-    const a = keep(Region.from(shapes.A, { fill, grid }));
+    const a = keep(regionOf(shapes.A, { fill, grid }));
     stage('Reading shape B');
-    const b = keep(Region.from(shapes.B, { fill, grid }));
+    const b = keep(regionOf(shapes.B, { fill, grid }));
     stage('Combining');
     const result = keep(a[operation](b));
+    const answer = { polygons: result.read(), counts: result.counts, area: result.area, step: grid.step, lost: result.lost };
     const combined = performance.now();
+    const times = { combining: combined - start, cutting: null };
+    if (mesh === 'none') return { ...answer, mesh: NO_MESH, angle: null, times };
     stage('Cutting into triangles');
     const triangles = result.triangulate({ delaunay: mesh === 'delaunay', neighbours: true, float64: true });
-    const cut = performance.now();
+    times.cutting = performance.now() - combined;
     stage('Measuring');
-    return {
-      polygons: result.read(),
-      mesh: mesh === 'none' ? { ...triangles, indices: new Uint32Array(0), neighbours: new Int32Array(0) } : triangles,
-      counts: result.counts,
-      area: result.area,
-      step: grid.step,
-      angle: mesh === 'none' ? null : smallestAngle(triangles),
-      times: { combining: combined - start, cutting: cut - combined },
-    };
+    return { ...answer, mesh: triangles, angle: smallestAngle(triangles), times };
   } finally {
     for (const region of regions) region.free();
   }

@@ -1,57 +1,36 @@
 // The picture: shapes, the answer and its mesh on a 2D context, in the page or in a worker.
 // What cannot be seen is left out, so that the time hangs on the pixels and not on the size
 // of the shapes: points nearer than half a pixel, edges shorter than one, all that is outside.
+import { Pen, drawLine, frameOf, sidesBeyond } from './clip.js';
 import { toPlane, toScreen } from './viewport.js';
 
-const NEAR = 0.45;
-
-// Which sides of the canvas a point is beyond, as bits.
-function sidesBeyond(view, sx, sy) {
-  return (sx < -4 ? 1 : sx > view.width + 4 ? 2 : 0) | (sy < -4 ? 4 : sy > view.height + 4 ? 8 : 0);
-}
-
-// A closed ring. Of a run of points beyond one side of the canvas the last one stands for all.
-function traceRing(ctx, view, xy, begin, end) {
-  let lastX = NaN;
-  let lastY = NaN;
-  let lastSides = 0;
-  let skipped = false;
+function traceRing(pen, view, xy, begin, end) {
   for (let i = begin; i < end; ++i) {
     const sx = (xy[2 * i] - view.x) * view.scale;
     const sy = view.height - (xy[2 * i + 1] - view.y) * view.scale;
-    const sides = sidesBeyond(view, sx, sy);
-    if (i === begin) {
-      ctx.moveTo(sx, sy);
-    } else if (sides & lastSides) {
-      skipped = true;
-      [lastX, lastY, lastSides] = [sx, sy, sides];
-      continue;
-    } else {
-      if (skipped) ctx.lineTo(lastX, lastY);
-      if (!skipped && Math.abs(sx - lastX) < NEAR && Math.abs(sy - lastY) < NEAR) continue;
-      ctx.lineTo(sx, sy);
-    }
-    skipped = false;
-    [lastX, lastY, lastSides] = [sx, sy, sides];
+    if (i === begin) pen.moveTo(sx, sy);
+    else pen.lineTo(sx, sy);
   }
-  if (skipped) ctx.lineTo(lastX, lastY);
-  ctx.closePath();
+  if (begin < end) pen.close();
 }
 
-export function traceRings(ctx, view, rings) {
+function traceShape(ctx, view, shape) {
+  const pen = new Pen(ctx, view);
   ctx.beginPath();
-  for (const ring of rings) traceRing(ctx, view, ring, 0, ring.length / 2);
+  for (const polygon of shape) for (const ring of polygon) traceRing(pen, view, ring, 0, ring.length / 2);
 }
 
 function tracePolygons(ctx, view, { positions, ringOffsets }) {
+  const pen = new Pen(ctx, view);
   ctx.beginPath();
   for (let r = 0; r + 1 < ringOffsets.length; ++r) {
-    traceRing(ctx, view, positions, ringOffsets[r], ringOffsets[r + 1]);
+    traceRing(pen, view, positions, ringOffsets[r], ringOffsets[r + 1]);
   }
 }
 
 // Inner edges, each once, from the triangle with the lower number.
 function traceMesh(ctx, view, { positions, indices, neighbours }) {
+  const frame = frameOf(view);
   ctx.beginPath();
   const screen = new Float64Array(positions.length);
   for (let i = 0; i < positions.length; i += 2) {
@@ -65,9 +44,7 @@ function traceMesh(ctx, view, { positions, indices, neighbours }) {
     const b = 2 * indices[k % 3 === 2 ? k - 2 : k + 1];
     const [ax, ay, bx, by] = [screen[a], screen[a + 1], screen[b], screen[b + 1]];
     if (Math.abs(ax - bx) < 1 && Math.abs(ay - by) < 1) continue;
-    if (sidesBeyond(view, ax, ay) & sidesBeyond(view, bx, by)) continue;
-    ctx.moveTo(ax, ay);
-    ctx.lineTo(bx, by);
+    drawLine(ctx, frame, ax, ay, bx, by);
   }
 }
 
@@ -99,7 +76,7 @@ export function drawScene(ctx, view, theme, shapes, answer) {
     }
   }
   for (const name of ['A', 'B']) {
-    traceRings(ctx, view, shapes[name]);
+    traceShape(ctx, view, shapes[name]);
     ctx.lineWidth = 1.25;
     ctx.strokeStyle = theme[name];
     ctx.stroke();
@@ -131,11 +108,12 @@ function meanEdge(view, rings) {
 /** The vertices of the shape that is edited, and the one that is chosen. */
 export function drawHandles(ctx, view, theme, rings, colour, chosen) {
   const radius = Math.max(1.3, Math.min(3, meanEdge(view, rings) / 3));
+  const frame = frameOf(view);
   ctx.beginPath();
   for (const ring of rings) {
     for (let i = 0; i < ring.length; i += 2) {
       const [sx, sy] = toScreen(view, ring[i], ring[i + 1]);
-      if (!sidesBeyond(view, sx, sy)) disc(ctx, sx, sy, radius);
+      if (!sidesBeyond(frame, sx, sy)) disc(ctx, sx, sy, radius);
     }
   }
   ctx.fillStyle = radius < 2 ? colour : theme.paper;
@@ -158,9 +136,12 @@ export function drawHandles(ctx, view, theme, rings, colour, chosen) {
 
 /** The ring that is being drawn, with a line to the pointer. */
 export function drawDraft(ctx, view, theme, points, pointer, colour) {
+  const pen = new Pen(ctx, view);
   ctx.beginPath();
-  for (let i = 0; i < points.length; i += 2) ctx.lineTo(...toScreen(view, points[i], points[i + 1]));
-  ctx.lineTo(...toScreen(view, ...pointer));
+  [...points, ...pointer].forEach((x, i, all) => {
+    if (i % 2 === 0) pen[i === 0 ? 'moveTo' : 'lineTo'](...toScreen(view, x, all[i + 1]));
+  });
+  pen.end();
   ctx.lineWidth = 1.5;
   ctx.strokeStyle = colour;
   ctx.setLineDash([5, 4]);

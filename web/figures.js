@@ -1,5 +1,5 @@
 // What the panel tells in numbers and the page in words.
-import { chosenPoint, hasPast, isHeavy, state, vertexCount } from './state.js';
+import { activeRings, canRedo, canUndo, chosenPoint, isHeavy, state, vertexCount } from './state.js';
 
 const byId = (id) => document.getElementById(id);
 const whole = new Intl.NumberFormat('en');
@@ -12,6 +12,7 @@ function put(id, text) {
 }
 
 function milliseconds(time) {
+  if (time === null) return '–';
   if (time >= 1000) return `${(time / 1000).toFixed(2)} s`;
   return time < 10 ? `${time.toFixed(1)} ms` : `${Math.round(time)} ms`;
 }
@@ -21,8 +22,8 @@ function angleText(angle) {
   return angle < 0.01 ? '<0.01°' : `${angle.toFixed(angle < 1 ? 2 : 1)}°`;
 }
 
-// Steps are powers of two.
-function power(step) {
+/** A power of two, as steps are, in writing. */
+export function power(step) {
   const digits = String(Math.log2(step)).replaceAll('-', '⁻');
   return `2${digits.replaceAll(/\d/g, (digit) => '⁰¹²³⁴⁵⁶⁷⁸⁹'[digit])}`;
 }
@@ -31,7 +32,7 @@ export function showFigures({ counts, area, step, angle, times }) {
   put('vertices', whole.format(counts.vertices));
   put('polygons', whole.format(counts.polygons));
   put('holes', whole.format(counts.rings - counts.polygons));
-  put('triangles', whole.format(counts.triangles));
+  put('triangles', times.cutting === null ? '–' : whole.format(counts.triangles));
   put('area', exact.format(area));
   put('angle', angleText(angle));
   put('step', power(step));
@@ -45,15 +46,25 @@ export function showNoFigures() {
 
 export const showDrawing = (time) => put('drawing', milliseconds(time));
 export const showResponse = (time) => put('response', milliseconds(time));
-export const showNotice = (text) => put('notice', text);
+/** Where the shapes came from, in the box of samples. */
+export function showSource() {
+  const { sample, files } = state.source ?? {};
+  byId('files').hidden = files === undefined;
+  put('files', files ?? '');
+  byId('sample').value = sample ?? '';
+}
 
 /** The buttons and words that hang on the state. */
 export function showState(hasAnswer) {
   put('vertices-in', whole.format(vertexCount()));
   byId('draw').setAttribute('aria-pressed', String(state.draft !== null));
   byId('draw').disabled = isHeavy();
-  byId('undo').disabled = !hasPast();
-  for (const button of document.querySelectorAll('.download')) button.disabled = !hasAnswer;
+  byId('undo').disabled = !canUndo();
+  byId('redo').disabled = !canRedo();
+  for (const button of document.querySelectorAll('.download')) {
+    const { format } = button.dataset;
+    button.disabled = !hasAnswer || (format === 'obj' && state.mesh === 'none');
+  }
   for (const name of ['active', 'operation', 'mesh']) {
     document.querySelector(`input[name="${name}"][value="${state[name]}"]`).checked = true;
   }
@@ -62,7 +73,7 @@ export function showState(hasAnswer) {
   byId('doublings').setAttribute('aria-valuetext', byId('step').textContent);
   if (state.chosen) {
     const { ring, vertex } = state.chosen;
-    const count = state.shapes[state.active][ring].length / 2;
+    const count = activeRings()[ring].length / 2;
     const [x, y] = chosenPoint().map((value) => rough.format(value));
     put('vertex-words', `Shape ${state.active}, ring ${ring + 1}, vertex ${vertex + 1} of ${count}, at ${x}, ${y}`);
   } else {

@@ -1,17 +1,20 @@
-// The canvas by keyboard: everything that the pointer can do.
-import {
-  activeRings, changed, choose, chosenPoint, insertVertex, isHeavy, moveChosen, neighbourOfChosen, remember,
-  removeChosen, setActive, state, undo,
-} from './state.js';
+// The page by keyboard: everything that the pointer can do. Keys work wherever the focus is,
+// but where an element has a use for them itself.
+import { fit, panBy, zoomBy } from './navigate.js';
+import { dismissNotices } from './notices.js';
 import { addDraftPoint, finishDraft } from './pointer.js';
-import { panned, toPlane, zoomed } from './viewport.js';
+import {
+  activeRings, changed, choose, chosenPoint, insertVertex, isHeavy, moveChosen, neighbourOfChosen, redo, removeChosen,
+  setActive, state, undo,
+} from './state.js';
+import { toPlane } from './viewport.js';
 
 const ARROWS = { ArrowLeft: [-1, 0], ArrowRight: [1, 0], ArrowUp: [0, 1], ArrowDown: [0, -1] };
 
 /** Begins a ring at the middle of the canvas, or gives the one that is being drawn up. */
 export function toggleDraft() {
   const { width, height } = state.view;
-  state.draft = state.draft ? null : { points: [], pointer: toPlane(state.view, width / 2, height / 2) };
+  state.draft = state.draft ? null : { points: [], pointer: toPlane(state.view, width / 2, height / 2), taken: [] };
   choose(null);
 }
 
@@ -21,12 +24,10 @@ function arrow([dx, dy], pixels, isRepeated) {
     state.draft.pointer = [state.draft.pointer[0] + dx * step, state.draft.pointer[1] + dy * step];
     changed('picture');
   } else if (state.chosen) {
-    if (!isRepeated) remember();
     const [x, y] = chosenPoint();
-    moveChosen(x + dx * step, y + dy * step);
+    moveChosen(x + dx * step, y + dy * step, !isRepeated);
   } else {
-    state.view = panned(state.view, -8 * dx * pixels, 8 * dy * pixels);
-    changed('picture');
+    panBy(-8 * dx * pixels, 8 * dy * pixels);
   }
 }
 
@@ -46,16 +47,18 @@ function tab(step) {
 
 function escape() {
   if (state.draft) state.draft = null;
-  choose(null);
+  else if (!state.chosen) return dismissNotices();
+  return choose(null);
 }
 
+// Ctrl or Cmd with a letter.
+const WITH_CONTROL = { z: undo, Z: redo, y: redo };
+
 // What a key does, as a function that may answer false where it does nothing.
-function actionOf(event, fit) {
-  const { key } = event;
-  if (event.ctrlKey || event.metaKey) return key === 'z' ? undo : null;
-  if (ARROWS[key]) return () => arrow(ARROWS[key], event.shiftKey ? 10 : 1, event.repeat);
+function actionOf({ key, shiftKey, repeat }, canvas) {
+  if (ARROWS[key]) return () => arrow(ARROWS[key], shiftKey ? 10 : 1, repeat);
   if (state.draft) {
-    const inDraft = { ' ': addDraftPoint, Enter: finishDraft, Escape: escape, d: toggleDraft };
+    const inDraft = { ' ': addDraftPoint, Enter: finishDraft, Backspace: undo, d: toggleDraft };
     if (inDraft[key]) return inDraft[key];
   }
   if (state.chosen) {
@@ -63,28 +66,39 @@ function actionOf(event, fit) {
     if (onVertex[key]) return onVertex[key];
   }
   return {
-    Tab: () => tab(event.shiftKey ? -1 : 1),
+    Tab: () => document.activeElement === canvas && tab(shiftKey ? -1 : 1),
     Escape: escape,
     a: () => setActive('A'),
     b: () => setActive('B'),
-    d: () => !isHeavy() && toggleDraft(),
-    '+': () => zoom(1.25),
-    '-': () => zoom(0.8),
+    d: () => {
+      if (isHeavy()) return false;
+      canvas.focus();  // for Space and Enter
+      return toggleDraft();
+    },
+    '+': () => zoomBy(1.25),
+    '-': () => zoomBy(0.8),
     0: fit,
   }[key];
 }
 
-export function zoom(factor) {
-  state.view = zoomed(state.view, factor);
-  changed('picture');
+// Fields have a use for every key but Escape, buttons for those that press them.
+function isTakenBy(element, key) {
+  if (key === 'Escape') return false;
+  if (element.matches('input[type=radio]')) return key === ' ' || ARROWS[key] !== undefined;
+  if (element.matches('input, select')) return true;
+  return element.matches('button, summary') && (key === ' ' || key === 'Enter');
 }
 
 /** @param onMoved is told the time stamp of each key */
-export function listenToKeys(canvas, fit, onMoved) {
-  canvas.addEventListener('keydown', (event) => {
-    const action = actionOf(event, fit);
-    if (!action) return;
+export function listenToKeys(canvas, onMoved) {
+  addEventListener('keydown', (event) => {
+    const { key, target, altKey } = event;
+    const isCommand = event.ctrlKey || event.metaKey;
+    if (altKey || (!isCommand && isTakenBy(target, key))) return;
+    const letter = event.shiftKey ? key.toUpperCase() : key.toLowerCase();
+    const action = isCommand ? WITH_CONTROL[letter] : actionOf(event, canvas);
+    if (!action || action() === false) return;
     onMoved(event.timeStamp);
-    if (action() !== false) event.preventDefault();
+    event.preventDefault();
   });
 }

@@ -1,13 +1,15 @@
 // The page: connects its elements to the state, and paints at most once in a frame.
 import { answerFile, forgetPicture, paint, recompute } from './answer.js';
-import { showNotice, showProgress, showResponse, showWork } from './figures.js';
+import { showProgress, showResponse, showSource, showWork } from './figures.js';
 import { Cancelled, ask, cancel } from './helper.js';
-import { listenToKeys, toggleDraft, zoom } from './keys.js';
+import { listenToKeys, toggleDraft } from './keys.js';
+import { fit, resizeTo, zoomBy } from './navigate.js';
+import { listenToNotices, showNotice } from './notices.js';
 import { listenToPointers } from './pointer.js';
 import { SAMPLES } from './samples.js';
-import { changed, onChange, replaceAll, setActive, setRings, state, undo } from './state.js';
+import { changed, clear, load, onChange, redo, setActive, state, undo } from './state.js';
 import { onThemeChange } from './theme.js';
-import { boundsOf, fitted, resized, viewportOf } from './viewport.js';
+import { init } from './zelvan/index.js';
 
 const byId = (id) => document.getElementById(id);
 const canvas = byId('canvas');
@@ -36,61 +38,75 @@ function draw() {
   requestAnimationFrame(frame);
 }
 
+let shown = null;  // the source that a notice is about
+
 function onMoved(timeStamp) {
   movedAt ??= timeStamp;
 }
 
 onChange((what) => {
   isStale ||= what === 'shapes';
+  if (what === 'shapes') showSource();
+  if (state.source !== shown) showNotice('request', '');
+  shown = state.source;
   draw();
 });
-
-function fit() {
-  const box = boundsOf([...state.shapes.A, ...state.shapes.B]);
-  if (box) state.view = fitted(state.view, box);
-  changed('picture');
-}
 
 function resize() {
   const { width, height } = canvas.getBoundingClientRect();
   canvas.width = Math.round(width * devicePixelRatio);
   canvas.height = Math.round(height * devicePixelRatio);
-  const isFirst = state.view === null;
-  state.view = isFirst ? viewportOf(width, height) : resized(state.view, width, height);
+  resizeTo(width, height);
   // A canvas of another size is empty: it is painted before it is shown.
-  if (isFirst) fit();
   paint(ctx, draw);
 }
 
 // What takes its time, with its failure told in words.
 async function inWords(stage, work) {
+  showNotice('request', '');
   showWork(stage);
   showProgress(0);
   try {
     return await work();
   } catch (error) {
-    if (!(error instanceof Cancelled)) showNotice(error.message);
+    if (!(error instanceof Cancelled)) showNotice('request', error.message, true);
     return null;
   } finally {
     showWork(null);
   }
 }
 
-async function loadSample(name) {
-  const { make, isLarge } = SAMPLES[name];
-  const made = await inWords('Making the sample', () => (isLarge ? ask('sample', { name }) : make()));
-  if (!made || byId('sample').value !== name) return;
-  const { A, B, operation, fill = 'even-odd' } = made;
-  Object.assign(state, { operation, fill, doublings: 0, active: 'A' });
-  replaceAll({ A, B });
-  fit();
+let asked = 0;  // of samples and files the one that was asked for last is shown
+
+async function take(stage, work) {
+  const number = ++asked;
+  const made = await inWords(stage, work);
+  if (number !== asked) return;
+  if (made) {
+    load(made.fields);
+    fit();
+    showNotice('request', made.notice ?? '');
+  }
+  showSource();
 }
 
-async function readFile(file) {
-  const made = await inWords(`Reading ${file.name}`, () => ask('read', { file }));
-  if (!made) return;
-  setRings(state.active, made.rings);
-  fit();
+function loadSample(sample) {
+  const { make, isLarge } = SAMPLES[sample];
+  return take('Making the sample', async () => {
+    const { A, B, ...settings } = isLarge ? await ask('sample', { name: sample }) : await make();
+    return { fields: { ...settings, shapes: { A, B }, source: { sample } } };
+  });
+}
+
+function readFiles(list) {
+  const files = [...list];
+  if (files.length === 0) return;
+  const others = files.length === 1 ? '' : ` and ${files.length - 1} more`;
+  const title = files[0].name + others;
+  take(`Reading ${title}`, async () => {
+    const { shapes, leftOut } = await ask('read', { files });
+    return { fields: { shapes, source: { files: title } }, notice: leftOut };
+  });
 }
 
 async function download(format) {
@@ -115,9 +131,9 @@ function listenToDrops() {
   stage.addEventListener('drop', (event) => {
     event.preventDefault();
     stage.classList.remove('dropping');
-    const [file] = event.dataTransfer.files;
-    if (file) readFile(file);
-    else showNotice('Only files can be dropped here.');
+    const { files } = event.dataTransfer;
+    if (files.length > 0) readFiles(files);
+    else showNotice('request', 'Only files can be dropped here.', true);
   });
 }
 
@@ -141,11 +157,10 @@ function listenToPanel() {
     state.doublings = Number(byId('doublings').value);
     changed('shapes');
   });
-  byId('sample').append(...Object.entries(SAMPLES).map(([name, { title }]) => new Option(title, name)));
+  byId('sample').prepend(...Object.entries(SAMPLES).map(([name, { title }]) => new Option(title, name)));
   byId('sample').addEventListener('change', () => loadSample(byId('sample').value));
   byId('file').addEventListener('change', () => {
-    const [file] = byId('file').files;
-    if (file) readFile(file);
+    readFiles(byId('file').files);
     byId('file').value = '';
   });
   for (const button of document.querySelectorAll('.download')) {
@@ -162,13 +177,15 @@ function listenToBars() {
     toggleDraft();
     canvas.focus();
   });
-  byId('clear').addEventListener('click', () => setRings(state.active, []));
+  byId('clear').addEventListener('click', clear);
   byId('undo').addEventListener('click', undo);
-  byId('zoom-in').addEventListener('click', () => zoom(1.25));
-  byId('zoom-out').addEventListener('click', () => zoom(0.8));
+  byId('redo').addEventListener('click', redo);
+  byId('zoom-in').addEventListener('click', () => zoomBy(1.25));
+  byId('zoom-out').addEventListener('click', () => zoomBy(0.8));
   byId('fit').addEventListener('click', fit);
 }
 
+await init();
 new ResizeObserver(resize).observe(canvas);
 onThemeChange(() => {
   forgetPicture();
@@ -176,7 +193,8 @@ onThemeChange(() => {
 });
 resize();
 listenToPointers(canvas, onMoved);
-listenToKeys(canvas, fit, onMoved);
+listenToKeys(canvas, onMoved);
+listenToNotices();
 listenToPanel();
 listenToBars();
 listenToDrops();

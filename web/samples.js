@@ -1,7 +1,8 @@
-// What the page can start with. Each sample gives the rings of shapes A and B, and what to
-// do with them.
+// What the page can start with. Each sample gives shapes A and B, of rings as they are drawn
+// by hand or of polygons, and what to do with them.
 import { island } from './coast.js';
-import { readRings } from './files.js';
+import { readPolygons } from './files.js';
+import { shapeOf } from './shapes.js';
 
 const ring = (...numbers) => Float64Array.from(numbers);
 
@@ -40,8 +41,8 @@ async function countries() {
   const response = await fetch(new URL('data/south-america.geojson', import.meta.url));
   if (!response.ok) throw new Error(`The map of the sample cannot be loaded (${response.status}).`);
   return {
-    A: readRings('The map', await response.text()),
-    B: [polygon(72, -59, -13, 13), polygon(72, -59, -13, 8)],
+    A: shapeOf([], readPolygons('The map', await response.text()).polygons),
+    B: shapeOf([polygon(72, -59, -13, 13), polygon(72, -59, -13, 8)]),
     operation: 'subtract',
   };
 }
@@ -50,29 +51,29 @@ export const SAMPLES = {
   islands: {
     title: 'Two islands',
     make: () => ({
-      A: [island(90, { x: 0, y: 0, radius: 100, seed: 11 }), island(24, { x: -25, y: 10, radius: 28, seed: 5 })],
-      B: [island(80, { x: 95, y: 30, radius: 80, seed: 23 }), island(20, { x: 110, y: 42, radius: 22, seed: 9 })],
+      A: shapeOf([island(90, { x: 0, y: 0, radius: 100, seed: 11 }), island(24, { x: -25, y: 10, radius: 28, seed: 5 })]),
+      B: shapeOf([island(80, { x: 95, y: 30, radius: 80, seed: 23 }), island(20, { x: 110, y: 42, radius: 22, seed: 9 })]),
       operation: 'unite',
     }),
   },
   countries: { title: 'Countries of South America', make: countries },
   spiral: {
     title: 'A spiral and a beam',
-    make: () => ({ A: [spiral(360)], B: [box(-110, -14, 110, 14)], operation: 'xor' }),
+    make: () => ({ A: shapeOf([spiral(360)]), B: shapeOf([box(-110, -14, 110, 14)]), operation: 'xor' }),
   },
   touching: {
     title: 'Touching contours',
     make: () => ({
-      A: [box(0, 0, 4, 4), box(4, 4, 8, 8), box(4, 0, 8, 4), ring(1, 1, 3, 1, 4, 2, 3, 3, 1, 3, 0, 2)],
-      B: [box(8, 2, 11, 6), ring(8, 6, 11, 6, 11, 9), ring(0, 4, 4, 4, 4, 8, 2, 6)],
+      A: shapeOf([box(0, 0, 4, 4), box(4, 4, 8, 8), box(4, 0, 8, 4), ring(1, 1, 3, 1, 4, 2, 3, 3, 1, 3, 0, 2)]),
+      B: shapeOf([box(8, 2, 11, 6), ring(8, 6, 11, 6, 11, 9), ring(0, 4, 4, 4, 4, 8, 2, 6)]),
       operation: 'unite',
     }),
   },
   bowtie: {
     title: 'A bow-tie and a star',
     make: () => ({
-      A: [pentagram(0, 0, 10)],
-      B: [ring(-12, -8, 12, 4, 12, -8, -12, 4)],
+      A: shapeOf([pentagram(0, 0, 10)]),
+      B: shapeOf([ring(-12, -8, 12, 4, 12, -8, -12, 4)]),
       operation: 'unite',
       fill: 'even-odd',
     }),
@@ -80,8 +81,8 @@ export const SAMPLES = {
   coasts: {
     title: 'Two coasts of 1,000 vertices',
     make: () => ({
-      A: [island(1000, { x: 0, y: 0, radius: 100, seed: 3 })],
-      B: [island(1000, { x: 70, y: 20, radius: 90, seed: 31 })],
+      A: shapeOf([island(1000, { x: 0, y: 0, radius: 100, seed: 3 })]),
+      B: shapeOf([island(1000, { x: 70, y: 20, radius: 90, seed: 31 })]),
       operation: 'intersect',
     }),
   },
@@ -89,8 +90,8 @@ export const SAMPLES = {
     title: 'A coast of a million vertices',
     isLarge: true,  // made by the worker
     make: () => ({
-      A: [island(1000000, { x: 0, y: 0, radius: 100, seed: 3 })],
-      B: [polygon(6, 120, 30, 70)],
+      A: shapeOf([island(1000000, { x: 0, y: 0, radius: 100, seed: 3 })]),
+      B: shapeOf([polygon(6, 120, 30, 70)]),
       operation: 'subtract',
     }),
   },

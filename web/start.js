@@ -1,4 +1,4 @@
 // Loads the page; where that fails, it says so.
 import('./main.js').catch((error) => {
-  document.getElementById('notice').textContent = `The page cannot be loaded: ${error.message}`;
+  document.querySelector('#request-notice p').textContent = `The page cannot be loaded: ${error.message}`;
 });
