@@ -13,7 +13,7 @@ tool::Input Read(const std::string& text) {
   static std::stringbuf buffer;
   buffer.str(text);
   std::cin.rdbuf(&buffer);
-  return tool::ReadInput(tool::kStandard, {});
+  return tool::ReadInput("-", [](std::size_t) {});
 }
 
 std::vector<tool::Item> ItemsOf(const tool::Input& input) {
@@ -21,8 +21,7 @@ std::vector<tool::Item> ItemsOf(const tool::Input& input) {
   for (const tool::Feature& feature : input.features) {
     for (std::size_t i = 0; i < feature.polygons.size(); ++i) {
       const tool::Polygon& polygon = feature.polygons[i];
-      if (tool::Lost(tool::PlaceOf(feature, i), polygon).empty() || !tool::IsFinite(polygon))
-        continue;
+      if (!tool::IsFinite(polygon)) continue;
       const tool::Region region(tool::RingsOf(polygon));  // never refused
       if (!region.IsEmpty()) items.push_back({feature.name, feature.number, i + 1, region, {}});
     }

@@ -28,10 +28,9 @@ double SignedArea(const Ring& ring) {
 }
 
 double Area(const Polygon& polygon) {
-  if (!IsFinite(polygon)) return 0;
   double area = std::abs(SignedArea(polygon.outer));
   for (const Ring& hole : polygon.holes) area -= std::abs(SignedArea(hole));
-  return std::abs(area);  // a hole around the outline counts by the even-odd rule
+  return area;
 }
 
 std::size_t CountPoints(const Polygon& polygon) {

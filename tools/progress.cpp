@@ -1,8 +1,10 @@
 #include "progress.h"
 
+#include <algorithm>
+#include <array>
 #include <cstdio>
 #include <iostream>
-#include <utility>
+#include <ostream>
 
 #ifdef _WIN32
 #include <io.h>
@@ -21,30 +23,62 @@ bool ErrorIsTerminal() {
 #endif
 }
 
-constexpr std::chrono::milliseconds kPatience{500};
+constexpr std::chrono::milliseconds kPatience{500};  // from the first step on
 constexpr std::chrono::milliseconds kPeriod{100};
 
 }  // namespace
 
-Progress::Progress(std::string what, std::size_t total)
-    : what_(std::move(what)),
-      total_(total),
-      terminal_(ErrorIsTerminal()),
-      next_(Clock::now() + kPatience) {}
+Steps::Steps()
+    : terminal_(ErrorIsTerminal()), start_(Clock::now()), next_(Clock::now() + kPatience) {}
 
-void Progress::Advance(std::size_t amount) {
+void Steps::Begin(std::string name, std::string detail, std::size_t total) {
+  End();
+  name_ = std::move(name);
+  detail_ = std::move(detail);
+  total_ = total;
+  done_ = 0;
+  start_ = Clock::now();
+  if (terminal_ && start_ >= next_) Show();
+}
+
+void Steps::End() {
+  Clear();
+  if (name_.empty()) return;
+  const double seconds = std::chrono::duration<double>(Clock::now() - start_).count();
+  if (times_.empty() || times_.back().first != name_) times_.emplace_back(name_, 0);
+  times_.back().second += seconds;
+  name_.clear();
+}
+
+void Steps::Advance(std::size_t amount) {
   done_ += amount;
-  if (!terminal_ || Clock::now() < next_) return;
-  std::cerr << '\r' << what_ << ' ' << (total_ == 0 ? 100 : done_ * 100 / total_) << "% "
-            << std::flush;
-  shown_ = true;
+  if (terminal_ && Clock::now() >= next_) Show();
+}
+
+void Steps::Show() {
+  Clear();
+  std::string line = name_ + (detail_.empty() ? "" : " " + detail_);
+  if (total_ > 0) line += ' ' + std::to_string(std::min(done_, total_) * 100 / total_) + '%';
+  std::cerr << line << std::flush;
+  shown_ = line.size();
   next_ = Clock::now() + kPeriod;
 }
 
-void Progress::Clear() {
-  if (!shown_) return;
-  std::cerr << '\r' << std::string(what_.size() + 8, ' ') << '\r' << std::flush;
-  shown_ = false;
+void Steps::Clear() {
+  if (shown_ == 0) return;
+  std::cerr << '\r' << std::string(shown_, ' ') << '\r' << std::flush;
+  shown_ = 0;
+}
+
+void Steps::PrintTimes(std::ostream& out) {
+  End();
+  const char* separator = "time: ";
+  for (const auto& [name, seconds] : times_) {
+    std::array<char, 32> text{};
+    std::snprintf(text.data(), text.size(), " %.3f s", seconds);
+    out << std::exchange(separator, ", ") << name << text.data();
+  }
+  out << '\n';
 }
 
 }  // namespace tool

@@ -1,31 +1,46 @@
-// A line of progress on the terminal for work that takes a while; silent
-// otherwise.
+// The steps of a run: what is being done, on the terminal where it takes a while, and how long
+// each step took.
 #pragma once
 
 #include <chrono>
 #include <cstddef>
+#include <iosfwd>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace tool {
 
-class Progress {
+class Steps {
  public:
-  Progress(std::string what, std::size_t total);
-  ~Progress() { Clear(); }
-  Progress(const Progress&) = delete;
-  Progress& operator=(const Progress&) = delete;
+  Steps();
+  ~Steps() { Clear(); }
+  Steps(const Steps&) = delete;
+  Steps& operator=(const Steps&) = delete;
 
-  void Advance(std::size_t amount = 1);
+  // Ends the step before. `total` is what Advance adds up to; 0 where the step cannot tell how
+  // far it is.
+  void Begin(std::string name, std::string detail = "", std::size_t total = 0);
+  void Advance(std::size_t amount);
   void Clear();  // takes the line away, so that other text can be written
+
+  // "time: reading 0.210 s, uniting 0.113 s"; ends the step that runs.
+  void PrintTimes(std::ostream& out);
 
  private:
   using Clock = std::chrono::steady_clock;
 
-  std::string what_;
-  std::size_t total_;
+  void End();
+  void Show();
+
+  std::vector<std::pair<std::string, double>> times_;  // in seconds, of what has ended
+  std::string name_;
+  std::string detail_;
+  std::size_t total_ = 0;
   std::size_t done_ = 0;
   bool terminal_;
-  bool shown_ = false;
+  std::size_t shown_ = 0;  // characters on the line
+  Clock::time_point start_;
   Clock::time_point next_;
 };
 
