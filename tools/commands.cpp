@@ -36,12 +36,13 @@ void PrintPassedOver(std::ostream& out, const Input& input) {
 std::vector<Input> ReadInputs(const Options& options, Steps& steps, int& status) {
   std::vector<Input> inputs;
   for (const std::string& file : options.inputs) {
-    steps.Begin("reading", file, SizeOf(file));
+    const std::string name = file == kStandard ? "standard input" : file;
+    steps.Begin("reading", name, SizeOf(file));
     try {
       inputs.push_back(ReadInput(file, [&](std::size_t bytes) { steps.Advance(bytes); }));
     } catch (const UnreadableFile& error) {
       steps.Clear();
-      std::cerr << (file == kStandard ? "standard input" : file) << ": " << error.what() << '\n';
+      std::cerr << name << ": " << error.what() << '\n';
       status = kUnusable;
     }
   }

@@ -29,7 +29,9 @@ constexpr std::chrono::milliseconds kPeriod{100};
 }  // namespace
 
 Steps::Steps()
-    : terminal_(ErrorIsTerminal()), start_(Clock::now()), next_(Clock::now() + kPatience) {}
+    : terminal_(ErrorIsTerminal()),
+      patient_until_(Clock::now() + kPatience),
+      next_(patient_until_) {}
 
 void Steps::Begin(std::string name, std::string detail, std::size_t total) {
   End();
@@ -38,7 +40,7 @@ void Steps::Begin(std::string name, std::string detail, std::size_t total) {
   total_ = total;
   done_ = 0;
   start_ = Clock::now();
-  if (terminal_ && start_ >= next_) Show();
+  if (terminal_ && start_ >= patient_until_) Show();
 }
 
 void Steps::End() {

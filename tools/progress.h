@@ -40,8 +40,9 @@ class Steps {
   std::size_t done_ = 0;
   bool terminal_;
   std::size_t shown_ = 0;  // characters on the line
-  Clock::time_point start_;
+  Clock::time_point patient_until_;
   Clock::time_point next_;
+  Clock::time_point start_;
 };
 
 }  // namespace tool

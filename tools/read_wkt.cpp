@@ -197,14 +197,14 @@ bool IsSrid(std::string_view field) {
          });
 }
 
-// Where on a line a geometry begins: behind its last semicolon, or at the start.
+// Where on a line a geometry begins: the last of the fields between semicolons that looks so.
 std::size_t FindGeometry(std::string_view line) {
-  const std::size_t semicolon = line.rfind(';');
-  const std::size_t last = semicolon == std::string_view::npos ? 0 : semicolon + 1;
-  for (const std::size_t start : {last, std::size_t{0}}) {
+  while (true) {
+    const std::size_t start = line.rfind(';') + 1;  // 0 where there is none
     if (WktReader(line.substr(start)).Begins()) return start;
+    if (start == 0) return std::string_view::npos;
+    line = line.substr(0, start - 1);
   }
-  return std::string_view::npos;
 }
 
 }  // namespace
