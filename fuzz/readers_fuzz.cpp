@@ -60,7 +60,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   try {
     const tool::Input input = Read(text);
     items = ItemsOf(input);
-    if (text[text.find_first_not_of(" \t\r\n\xef\xbb\xbf")] != '{') {
+    const std::size_t first = text.find_first_not_of(" \t\r\n\xef\xbb\xbf");
+    if (first != std::string::npos && text[first] != '{') {
       fuzz::Expect(FaultsBehind(text, input.features.size()));
     }
   } catch (const tool::UnreadableFile&) {

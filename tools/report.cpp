@@ -84,6 +84,7 @@ Row& Row::operator+=(const Row& other) {
 
 void Print(const Report& report, const Options& options, Steps& steps) {
   std::ostream& out = ReportStream(options);
+  steps.Clear();
   PrintGrids(out, report.grids, report.moved);
   PrintTable(out, report.rows, report.with_total);
   steps.PrintTimes(out);
