@@ -40,7 +40,7 @@ std::size_t CountPoints(const Polygon& polygon) {
 }
 
 bool IsFinite(const Polygon& polygon) {
-  constexpr double kFarthest = 0x1p500;  // that a grid reaches
+  constexpr double kFarthest = 0x1p498;  // a grid reaches over all that is no farther
   const auto finite = [](const Ring& ring) {
     return std::all_of(ring.begin(), ring.end(), [](const Point& p) {
       return std::abs(p.x) <= kFarthest && std::abs(p.y) <= kFarthest;

@@ -37,7 +37,7 @@ double Area(const Polygon& polygon);
 
 std::size_t CountPoints(const Polygon& polygon);
 
-// Are all its points finite, and near enough for a grid?
+// Are all its points finite, and near enough for a grid that reaches over all such points?
 bool IsFinite(const Polygon& polygon);
 
 }  // namespace tool

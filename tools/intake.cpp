@@ -30,7 +30,7 @@ Region Intake::Take(const Feature& feature, std::size_t polygon, const zelvan::G
     taken = TakeUp(given, grid != nullptr ? *grid : GridFor({&given}, options_), options_, judge_);
   } catch (const std::invalid_argument& error) {
     taken.failure = error.what();
-    taken.area = Area(given);
+    taken.area = AreaAsWritten(given);
   }
   if (!std::isnan(taken.area)) row.area_in += taken.area;
   moved_ = std::max(moved_, taken.moved);
@@ -49,7 +49,7 @@ void Intake::NameLosses(const Feature& feature, std::size_t polygon, const Taken
   if (!taken.failure.empty()) return refuse(taken.failure, "polygon", taken.area);
   for (const std::size_t i : taken.vanished) {
     refuse("hole " + std::to_string(i + 1) + " left out: " + kNoArea, "hole",
-           std::abs(SignedArea(feature.polygons[polygon].holes[i])));
+           AreaAsWritten({feature.polygons[polygon].holes[i], {}}));
   }
   for (const AreaChange& change : taken.changes) Note(change, place, taken.region.Grid().Step());
 }

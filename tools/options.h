@@ -33,7 +33,7 @@ inline constexpr const char* kStandard = "-";
 // Why nothing comes of a polygon.
 inline constexpr const char* kNotUsable = "not usable";
 inline constexpr const char* kNoArea = "no area on the grid";
-inline constexpr const char* kNothingLeft = "its holes leave nothing of it";
+inline constexpr const char* kNothingLeft = "its contours bound nothing";
 
 // The extension of a path in lower case, ".svg".
 std::string Extension(const std::string& path);

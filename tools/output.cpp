@@ -14,6 +14,8 @@
 namespace tool {
 namespace {
 
+constexpr double kFewestWithExponent = 1e21;
+
 void Write(std::ostream& out, const std::string& extension, const std::vector<Item>& items,
            Show show) {
   if (extension == ".svg") {
@@ -68,7 +70,7 @@ std::ostream& ReportStream(const Options& options) {
 
 std::string Shortest(double value) {
   const double size = std::abs(value);
-  const bool digits = size == 0 || (size >= 1e-6 && size < 1e21);
+  const bool digits = size == 0 || (size >= 1e-6 && size < kFewestWithExponent);
   std::array<char, 32> text{};
   char* const end = text.data() + text.size();
   const auto result = digits ? std::to_chars(text.data(), end, value, std::chars_format::fixed)
@@ -77,7 +79,9 @@ std::string Shortest(double value) {
 }
 
 std::string Rounded(double value) {
-  if (std::abs(value) >= 1e9) return Shortest(std::round(value));
+  if (std::abs(value) >= 1e9 && std::abs(value) < kFewestWithExponent) {
+    return Shortest(std::round(value));
+  }
   std::array<char, 32> text{};
   std::snprintf(text.data(), text.size(), "%.9g", value);
   return Shortest(std::strtod(text.data(), nullptr));

@@ -37,7 +37,7 @@ std::ostream& ReportStream(const Options& options);
 // The fewest digits that read back as the same double; with an exponent from 1e21 on and below
 // 1e-6 alone.
 std::string Shortest(double value);
-// The same of the value to nine digits, or to the whole number where that has more.
+// The same of the value to nine digits; below 1e21 to the whole number where that has more.
 std::string Rounded(double value);
 
 // The corners of a triangle.

@@ -115,6 +115,13 @@ std::vector<AreaChange> ChangesOf(const std::vector<Ring>& given, const std::vec
 
 }  // namespace
 
+double AreaAsWritten(const Polygon& polygon) {
+  const std::vector<Ring> given = RingsOf(polygon);
+  const Grid finest = Grid::Covering(given);
+  const Region region(given, FillRule::EvenOdd, finest);
+  return Overlaps(given, Snapped(given, finest), region, finest) ? region.Area() : Area(polygon);
+}
+
 Taken TakeUp(const Polygon& polygon, const Grid& grid, const Options& options, Judge& judge) {
   Taken taken;
   taken.area = std::nan("");
@@ -126,7 +133,7 @@ Taken TakeUp(const Polygon& polygon, const Grid& grid, const Options& options, J
   const std::vector<Ring> snapped = Snapped(given, grid);
   const Region region(given, FillRule::EvenOdd, grid);
   taken.mended = Overlaps(given, snapped, region, grid);
-  taken.area = taken.mended ? Region(given).Area() : Area(polygon);
+  taken.area = taken.mended || region.IsEmpty() ? AreaAsWritten(polygon) : Area(polygon);
   if (taken.mended && !options.repair) {
     taken.failure =
         std::string(kNotUsable) + ": " + judge.WhyInvalid(polygon) + " (--repair mends it)";

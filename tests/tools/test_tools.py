@@ -58,7 +58,7 @@ class Tool(unittest.TestCase):
         return (done.stdout or "") + done.stderr
 
     def test_the_exit_status_tells_what_became_of_the_input(self):
-        write("huge.wkt", "POLYGON ((0 0, 1 0, 0 1e300, 0 0))")
+        write("huge.wkt", "POLYGON ((%s 0, %s 0, 0 1, %s 0))" % (-2 ** 499, 2 ** 499, -2 ** 499))
         write("point.wkt", "POINT (1 2)")
         write("behind.wkt", "POLYGON ((0 0, 1 0, 0 1, 0 0)) x")
         write("broken.geojson", '{"type":"FeatureCollection","features":[')
@@ -71,7 +71,7 @@ class Tool(unittest.TestCase):
                 "union good.wkt --grid 0.125", "--help", "help union", "--version",
                 "union bowtie.wkt --repair --fill positive"],
             1: ["triangulate good.wkt bowtie.wkt", "triangulate huge.wkt", "union huge.wkt good.wkt",
-                "union good.wkt huge.wkt", "union bowtie.wkt", "union point.wkt", "union behind.wkt",
+                "union good.wkt huge.wkt", "union bowtie.wkt", "union good.wkt --grid 8", "union point.wkt", "union behind.wkt",
                 "union deep.wkt",
                 "triangulate point.wkt", "triangulate good.wkt --only nobody"],
             2: ["union good.wkt --grid 0.1", "union good.wkt --grid 1e-10",
@@ -122,6 +122,8 @@ class Tool(unittest.TestCase):
             lost = "feature 7: no area on the grid; lost: a polygon of area 5e-15" in text
             self.assertEqual(lost, command == "union")
             self.assertRegex(text, "mixed.wkt +%d " % (3 if command == "triangulate" else 5))
+        self.assertIn("no area on the grid; lost: a polygon of area 2\n",
+                      self.run_tool("union bowtie.wkt --grid 64", 1))
         text = self.run_tool("triangulate --repair mixed.geojson good.wkt", 1)
         self.assertIn("mixed.geojson: 1 invalid polygon repaired\n", text)
         self.assertIn("good.wkt: 0 invalid polygons repaired\n", text)
@@ -246,7 +248,10 @@ class Tool(unittest.TestCase):
 
     def test_the_table_and_the_grids(self):
         write("large.wkt", "POLYGON ((0 0, 4e6 0, 4e6 4e6, 0 4e6, 0 0))")
-        text = self.run_tool("triangulate good.wkt large.wkt")
+        outputs = ["o.wkt", "o.geojson", "o.obj", "o.svg"]
+        text = self.run_tool("triangulate good.wkt large.wkt -o " + " -o ".join(outputs))
+        for name in outputs:  # no exponents where digits will do
+            self.assertNotRegex(pathlib.Path(name).read_text(), r"\de[-+]?\d")
         self.assertRegex(text, r"^grids: steps of 0\.0{4}\d+ to ")
         self.assertRegex(text, r"good.wkt +1 +4 +2 +16 +16 +\d")
         self.assertRegex(text, r"total +2 +8 +4 +16000000000016 +16000000000016 +\d")
@@ -320,7 +325,9 @@ class Tool(unittest.TestCase):
         for arguments, area in (
                 ("triangulate frame.wkt", 15), ("union fine.wkt --grid 1", 15),
                 ("union wide.wkt --grid 1", 1048575), ("triangulate fine.wkt --grid 2", 16),
-                ("union twice.wkt --repair", 12), ("union twice.wkt --repair --fill non-zero", 16)):
+                ("union twice.wkt --repair", 12), ("union twice.wkt --repair --fill non-zero", 16),
+                ("union bowtie.wkt --repair --fill positive", 1),
+                ("union bowtie.wkt --repair --fill negative", 1)):
             self.run_tool(arguments + " -o out.wkt", "fine" in arguments)
             self.assertEqual(seen("out.wkt")[2], area, arguments)
         for form, command, area in (("", "triangulate -", 15), (" --format wkt", "xor - good.wkt", 1)):
@@ -330,6 +337,11 @@ class Tool(unittest.TestCase):
             self.run_tool(command + " -o out.wkt", stdin=piped.stdout)
             self.assertEqual(seen("out.wkt")[2], area)
         self.assertRegex(self.run_tool("union frame.wkt -o - --format obj"), r"\nf \d")
+        for source, form in (("frame.wkt", "geojson"), ("out.geojson", "wkt")):  # the shell's pipes
+            command = "'%s' union <(cat %s) -o >(cat > piped; mv piped out.%s) --format %s; wait $!"
+            subprocess.run(["bash", "-c", command % (WITH_GEOS, source, form, form)], check=True,
+                           stdout=subprocess.DEVNULL)
+            self.assertEqual(seen("out." + form)[2], 15)
 
     def test_every_shape_of_file_is_read(self):
         square = {"type": "Polygon", "coordinates": [[[0, 0], [1, 0], [1, 1], [0, 1], [0, 0]]]}
