@@ -94,15 +94,14 @@ class Gatherer {
     Refuse(feature.Label() + where, std::move(reason), "what it holds", feature.number);
   }
 
-  // What is part of no feature.
+  // `feature` is 0 for what is part of none.
   void Refuse(std::string place, std::string reason, std::string lost, std::size_t feature = 0) {
     input_.refusals.push_back(
         {input_.file, std::move(place), std::move(reason), std::move(lost), feature});
   }
 
   void PassOver(const std::string& what) {
-    auto& all = input_.passed_over;
-    if (!what.empty() && std::find(all.begin(), all.end(), what) == all.end()) all.push_back(what);
+    if (!what.empty()) input_.passed_over.insert(what);
   }
 
  private:

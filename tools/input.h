@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <set>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -29,7 +30,7 @@ struct Input {
   std::string file;
   std::vector<Feature> features;  // all of them, those without polygons, too
   std::vector<Refusal> refusals;
-  std::vector<std::string> passed_over;  // what means nothing here, "SRID=4326"
+  std::set<std::string> passed_over;  // what means nothing here, "SRID=4326"
 };
 
 struct UnreadableFile : std::runtime_error {

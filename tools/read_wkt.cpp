@@ -55,6 +55,7 @@ class WktReader {
   }
 
   std::size_t Left() const { return rest_.size(); }
+  bool WasTooDeep() const { return too_deep_; }
 
  private:
   char Next() {
@@ -146,8 +147,9 @@ class WktReader {
     parts.AddPolygon(std::move(rings));
   }
 
-  static int Deeper(int depth) {
-    if (depth == kDeepest) throw std::runtime_error("it nests too deeply");
+  int Deeper(int depth) {
+    too_deep_ = depth == kDeepest;
+    if (too_deep_) throw std::runtime_error("it nests too deeply");
     return depth + 1;
   }
 
@@ -180,6 +182,7 @@ class WktReader {
   }
 
   std::string_view rest_;
+  bool too_deep_ = false;
 };
 
 std::string_view Trimmed(std::string_view text) {
@@ -285,23 +288,29 @@ bool WktText::Next(WktPiece& piece) {
     EndLine();
     return true;
   }
+  if (!piece.begins_geometry) {
+    piece.fault = "no geometry that is known";
+    SkipText(piece);
+    return true;
+  }
+  ReadName(piece, line.substr(0, start));
+  WktReader reader(text_.substr(at_ + start));
   try {
-    if (!piece.begins_geometry) throw std::runtime_error("no geometry that is known");
-    ReadName(piece, line.substr(0, start));
-    WktReader reader(text_.substr(at_ + start));
     piece.parts = reader.Read();
-    MoveTo(text_.size() - reader.Left());
-    const std::string_view behind = Trimmed(Line());
-    if (!behind.empty() && behind.front() == ';') {
-      ReadName(piece, behind);
-    } else if (!behind.empty() && behind.front() != '#') {
-      piece.parts.Refuse("there is text behind the geometry");
-    }
-    EndLine();
   } catch (const std::runtime_error& error) {
     piece.fault = error.what();
+    if (reader.WasTooDeep()) MoveTo(text_.size() - reader.Left());  // or each level tries again
     SkipText(piece);
+    return true;
   }
+  MoveTo(text_.size() - reader.Left());
+  const std::string_view behind = Trimmed(Line());
+  if (!behind.empty() && behind.front() == ';') {
+    ReadName(piece, behind);
+  } else if (!behind.empty() && behind.front() != '#') {
+    piece.parts.Refuse("there is text behind the geometry");
+  }
+  EndLine();
   return true;
 }
 

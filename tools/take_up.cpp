@@ -107,7 +107,7 @@ std::vector<AreaChange> ChangesOf(const std::vector<Ring>& given, const std::vec
   }
   for (std::size_t i = 0; i < given.size(); ++i) {
     const auto& vanished = taken.vanished;
-    if (i > 0 && std::find(vanished.begin(), vanished.end(), i - 1) != vanished.end()) continue;
+    if (i > 0 && std::binary_search(vanished.begin(), vanished.end(), i - 1)) continue;
     add({i, std::abs(SignedArea(given[i])), std::abs(SignedArea(snapped[i]))});
   }
   return changes;

@@ -153,7 +153,7 @@ class Tool(unittest.TestCase):
             ("h.wkt", "POLYGON ((9 9, 1e999 9, 9 8, 9 9))\nPOLYGON (%s)" % corners, 1,
              "feature 1: not usable: a coordinate is not finite or too large"),
             ("v.wkt", "\ufeffid;geom\n7;SRID=4326;POLYGON (%s)" % corners, 0,
-             "v.wkt: passed over: a byte order mark, the heading on line 1, SRID=4326\n"),
+             "v.wkt: passed over: SRID=4326, a byte order mark, the heading on line 1\n"),
             ("g.wkt", "srid=1;POLYGON (%s);7\n# a (remark" % corners, 0, "passed over: srid=1\n")]
         for name, text, status, words in cases:
             write(name, text)
