@@ -226,7 +226,6 @@ class Watched {
     }
     return *this;
   }
-  friend bool operator==(const Watched& a, const Watched& b) { return a.at_ == b.at_; }
   friend bool operator!=(const Watched& a, const Watched& b) { return a.at_ != b.at_; }
 
  private:

@@ -18,7 +18,7 @@ std::string Extension(const std::string& path) {
 std::string FormatOf(const Options& options, const std::string& output) {
   constexpr std::array known{".svg", ".obj", ".geojson", ".json", ".wkt"};
   if (output != kStandard) {
-    const std::string extension = Extension(output);
+    std::string extension = Extension(output);
     if (std::find(known.begin(), known.end(), extension) != known.end()) return extension;
   }
   if (!options.format.empty()) return "." + options.format;
