@@ -1,5 +1,6 @@
 // Any bytes, read by the host program as a file of either format. What is no such file is refused
-// in words; what was read is the same when it is written, in both formats, and read again.
+// in words; what was read is the same when it is written, in both formats, and read again; and no
+// text costs the geometry behind it anything.
 #include <iostream>
 #include <sstream>
 
@@ -13,7 +14,7 @@ tool::Input Read(const std::string& text) {
   static std::stringbuf buffer;
   buffer.str(text);
   std::cin.rdbuf(&buffer);
-  return tool::ReadInput(tool::kStandard, {});
+  return tool::ReadInput("-", [](std::size_t) {});
 }
 
 std::vector<tool::Item> ItemsOf(const tool::Input& input) {
@@ -21,8 +22,7 @@ std::vector<tool::Item> ItemsOf(const tool::Input& input) {
   for (const tool::Feature& feature : input.features) {
     for (std::size_t i = 0; i < feature.polygons.size(); ++i) {
       const tool::Polygon& polygon = feature.polygons[i];
-      if (tool::Lost(tool::PlaceOf(feature, i), polygon).empty() || !tool::IsFinite(polygon))
-        continue;
+      if (!tool::IsFinite(polygon)) continue;
       const tool::Region region(tool::RingsOf(polygon));  // never refused
       if (!region.IsEmpty()) items.push_back({feature.name, feature.number, i + 1, region, {}});
     }
@@ -43,12 +43,27 @@ std::string FaultsOf(const std::vector<tool::Item>& items, bool named, Write wri
   return "";
 }
 
+std::string FaultsBehind(const std::string& text, std::size_t features) {
+  const tool::Ring square{{0, 0}, {4, 0}, {4, 4}, {0, 4}};
+  const tool::Input input = Read(text + "\nPOLYGON ((0 0, 4 0, 4 4, 0 4, 0 0))");
+  if (input.features.size() != features + 1) return "text swallows geometries";
+  return input.features.back().polygons == std::vector<tool::Polygon>{{square, {}}}
+             ? ""
+             : "text changes the geometry behind it";
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   std::vector<tool::Item> items;
+  const std::string text(data, data + size);
   try {
-    items = ItemsOf(Read({data, data + size}));
+    const tool::Input input = Read(text);
+    items = ItemsOf(input);
+    const std::size_t first = text.find_first_not_of(" \t\r\n\xef\xbb\xbf");
+    if (first != std::string::npos && text[first] != '{') {
+      fuzz::Expect(FaultsBehind(text, input.features.size()));
+    }
   } catch (const tool::UnreadableFile&) {
   }
   if (items.empty()) return 0;

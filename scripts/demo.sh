@@ -13,7 +13,7 @@ cmake --build --preset release -j2 --target zelvan_tool
 zelvan=build/release/zelvan
 mkdir -p out
 
-# Status 1 says that some input was refused, and named; the rest is there.
+# Status 1 says that some input was refused or changed by the grid, and named; the rest is there.
 run() { "$@" || [[ $? == 1 ]]; }
 
 echo "== the world"

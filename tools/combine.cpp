@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
-#include <iostream>
 #include <numeric>
 
 #include "commands.h"
+#include "intake.h"
 #include "output.h"
 #include "progress.h"
 #include "report.h"
@@ -33,32 +33,30 @@ const Operation& OperationOf(Command command) {
                        [&](const Operation& operation) { return operation.command == command; });
 }
 
+double SecondsSince(std::chrono::steady_clock::time_point start) {
+  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
 class Combination {
  public:
-  Combination(const Options& options, const zelvan::Grid& grid, std::size_t points)
-      : options_(options), grid_(grid), progress_(OperationOf(options.command).progress, points) {}
+  Combination(const Options& options, const zelvan::Grid& grid, Steps& steps)
+      : options_(options), grid_(grid), intake_(options, steps) {}
 
   // Each input in turn. @return its row of the table
   Row Add(const Input& input) {
+    const auto start = std::chrono::steady_clock::now();
     std::vector<Region> regions;
     Row row;
     row.name = input.file;
     row.area_out = std::nan("");
-    std::size_t mended = 0;
     ForEachPolygon(input, [&](const Feature& feature, std::size_t i) {
-      const Polygon& polygon = feature.polygons[i];
-      progress_.Advance(CountPoints(polygon));
       ++row.polygons;
-      row.vertices += CountPoints(polygon);
-      row.area_in += Area(polygon);
-      const Taken taken = TakeUp(polygon, grid_, options_, judge_);
-      refused_ = NameLosses(feature, i, taken, progress_) || refused_;
-      mended += taken.mended ? 1 : 0;
-      regions.push_back(taken.region);
+      row.vertices += CountPoints(feature.polygons[i]);
+      regions.push_back(intake_.Take(feature, i, &grid_, row));
     });
-    progress_.Clear();
-    PrintRepaired(options_, input.file, mended);
+    intake_.Finish(input.file);
     inputs_.push_back(std::move(regions));
+    row.seconds = SecondsSince(start);
     return row;
   }
 
@@ -77,7 +75,7 @@ class Combination {
     }
   }
 
-  bool HasRefused() const { return refused_; }
+  const Intake& TakenIn() const { return intake_; }
 
  private:
   Region UniteFrom(std::size_t input) const {
@@ -102,10 +100,8 @@ class Combination {
 
   const Options& options_;
   const zelvan::Grid grid_;
-  Progress progress_;
-  Judge judge_;
+  Intake intake_;
   std::vector<std::vector<Region>> inputs_;
-  bool refused_ = false;
 };
 
 Row RowOf(const Item& item, double seconds) {
@@ -121,11 +117,10 @@ Row RowOf(const Item& item, double seconds) {
 }
 
 bool WantsTriangles(const Options& options) {
-  const auto is_mesh = [&](const std::string& output) {
-    return Extension(output) == ".obj" || (output == kStandard && options.format == "obj");
-  };
   return options.triangles || options.delaunay ||
-         std::any_of(options.outputs.begin(), options.outputs.end(), is_mesh);
+         std::any_of(
+             options.outputs.begin(), options.outputs.end(),
+             [&](const std::string& output) { return FormatOf(options, output) == ".obj"; });
 }
 
 std::vector<const Polygon*> AllPolygons(const std::vector<Input>& inputs) {
@@ -142,25 +137,30 @@ std::vector<const Polygon*> AllPolygons(const std::vector<Input>& inputs) {
 
 int RunCombine(const Options& options) {
   int status = kAllDone;
-  const std::vector<Input> inputs = ReadInputs(options, status);
+  Steps steps;
+  const std::vector<Input> inputs = ReadInputs(options, steps, status);
   if (status == kUnusable) return status;  // half a combination is none
 
   const zelvan::Grid grid = GridFor(AllPolygons(inputs), options);
+  const Operation& operation = OperationOf(options.command);
+  steps.Begin("checking", "", CountPoints(inputs));
+  Combination combination(options, grid, steps);
+  Report report;
+  for (const Input& input : inputs) report.rows.push_back(combination.Add(input));
+  steps.Begin(operation.progress);
   const auto start = std::chrono::steady_clock::now();
-  Combination combination(options, grid, CountPoints(inputs));
-  std::vector<Row> rows;
-  rows.reserve(inputs.size());
-  for (const Input& input : inputs) rows.push_back(combination.Add(input));
-  Item item{OperationOf(options.command).result, 0, 0, combination.Run(), {}};
-  if (WantsTriangles(options)) item.mesh = Triangulate(item.region, {options.delaunay});
-  const std::chrono::duration<double> time = std::chrono::steady_clock::now() - start;
-
-  rows.push_back(RowOf(item, time.count()));
+  Item item{operation.result, 0, 0, combination.Run(), {}};
+  if (WantsTriangles(options)) {
+    steps.Begin("triangulating");
+    item.mesh = Triangulate(item.region, {options.delaunay});
+  }
+  report.rows.push_back(RowOf(item, SecondsSince(start)));
   const bool shows = options.triangles || options.delaunay;
-  WriteOutputs(options, {std::move(item)}, shows ? Show::kTriangles : Show::kRegion);
-  PrintGrids(ReportStream(options), {grid});
-  PrintTable(ReportStream(options), rows, false);
-  return combination.HasRefused() ? std::max(status, kSomeRefused) : status;
+  WriteOutputs(options, {std::move(item)}, shows ? Show::kTriangles : Show::kRegion, steps);
+  report.grids = {grid};
+  report.moved = combination.TakenIn().FarthestMove();
+  Print(report, options, steps);
+  return combination.TakenIn().HasLost() ? std::max(status, kSomeRefused) : status;
 }
 
 }  // namespace tool

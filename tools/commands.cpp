@@ -1,35 +1,62 @@
-// What the commands share: reading all inputs.
+// What the commands share: reading all inputs and writing all outputs.
 #include "commands.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <filesystem>
 #include <iostream>
 
-#include "output.h"
+#include "choose.h"
 #include "report.h"
 
 namespace tool {
+namespace {
 
-std::vector<Input> ReadInputs(const Options& options, int& status) {
+// Bytes, as far as they are known.
+std::size_t SizeOf(const std::string& file) {
+  std::error_code error;
+  const std::uintmax_t size = std::filesystem::file_size(file, error);
+  return error ? 0 : static_cast<std::size_t>(size);
+}
+
+// "w.wkt: passed over: a byte order mark, SRID=4326", where there is anything.
+void PrintPassedOver(std::ostream& out, const Input& input) {
+  if (input.passed_over.empty()) return;
+  out << input.file << ": passed over";
+  const char* separator = ": ";
+  for (const std::string& what : input.passed_over) {
+    out << separator << what;
+    separator = ", ";
+  }
+  out << '\n';
+}
+
+}  // namespace
+
+std::vector<Input> ReadInputs(const Options& options, Steps& steps, int& status) {
   std::vector<Input> inputs;
   for (const std::string& file : options.inputs) {
+    const std::string name = file == kStandard ? "standard input" : file;
+    steps.Begin("reading", name, SizeOf(file));
     try {
-      inputs.push_back(ReadInput(file, options));
+      inputs.push_back(ReadInput(file, [&](std::size_t bytes) { steps.Advance(bytes); }));
     } catch (const UnreadableFile& error) {
-      std::cerr << file << ": " << error.what() << '\n';
+      steps.Clear();
+      std::cerr << name << ": " << error.what() << '\n';
       status = kUnusable;
-      continue;
     }
-    const Input& input = inputs.back();
+  }
+  steps.Clear();
+  if (!options.only.empty()) {
+    for (const std::string& name : Choose(options.only, inputs)) {
+      std::cerr << "no feature is called " << name << '\n';
+      status = std::max(status, kSomeRefused);
+    }
+  }
+  for (const Input& input : inputs) {
+    PrintPassedOver(ReportStream(options), input);
     for (const Refusal& refusal : input.refusals) PrintRefusal(refusal);
     if (!input.refusals.empty()) status = std::max(status, kSomeRefused);
-  }
-  for (const std::string& name : options.only) {
-    const bool found = std::any_of(inputs.begin(), inputs.end(), [&](const Input& input) {
-      return std::find(input.chosen.begin(), input.chosen.end(), name) != input.chosen.end();
-    });
-    if (found) continue;
-    std::cerr << "no feature is called " << name << '\n';
-    status = std::max(status, kSomeRefused);
   }
   return inputs;
 }
@@ -44,11 +71,11 @@ std::size_t CountPoints(const std::vector<Input>& inputs) {
   return count;
 }
 
-void PrintRepaired(const Options& options, const std::string& input, std::size_t count) {
-  if (!options.repair) return;
-  ReportStream(options) << input << ": " << count
-                        << (count == 1 ? " invalid polygon repaired\n"
-                                       : " invalid polygons repaired\n");
+void WriteOutputs(const Options& options, const std::vector<Item>& items, Show show, Steps& steps) {
+  for (const std::string& output : options.outputs) {
+    steps.Begin("writing", output);
+    WriteOutput(options, output, items, show);
+  }
 }
 
 }  // namespace tool

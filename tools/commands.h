@@ -1,11 +1,13 @@
 // The commands. Each answers an exit status.
 #pragma once
 
-#include <string>
+#include <cstddef>
 #include <vector>
 
 #include "input.h"
 #include "options.h"
+#include "output.h"
+#include "progress.h"
 
 namespace tool {
 
@@ -15,21 +17,23 @@ int RunTriangulate(const Options& options);
 // Combines the polygons of the inputs into one region.
 int RunCombine(const Options& options);
 
-// Reads every input that can be read and names what cannot be used; lowers
-// `status` to what that means. One element for each readable file, in order.
-std::vector<Input> ReadInputs(const Options& options, int& status);
+// Reads every input that can be read, keeps the features that the options name, and says what
+// cannot be used and what is passed over; raises `status` to what that means. One element for
+// each readable file, in order.
+std::vector<Input> ReadInputs(const Options& options, Steps& steps, int& status);
 
-// Calls visit(feature, number) for every polygon of an input.
+// Calls visit(feature, number) for every polygon of an input that is one.
 template <class Visit>
 void ForEachPolygon(const Input& input, Visit visit) {
   for (const Feature& feature : input.features) {
-    for (std::size_t i = 0; i < feature.polygons.size(); ++i) visit(feature, i);
+    for (std::size_t i = 0; i < feature.polygons.size(); ++i) {
+      if (!feature.polygons[i].outer.empty()) visit(feature, i);
+    }
   }
 }
 
 std::size_t CountPoints(const std::vector<Input>& inputs);
 
-// "input: 2 invalid polygons repaired", where that is asked for.
-void PrintRepaired(const Options& options, const std::string& input, std::size_t count);
+void WriteOutputs(const Options& options, const std::vector<Item>& items, Show show, Steps& steps);
 
 }  // namespace tool

@@ -28,10 +28,9 @@ double SignedArea(const Ring& ring) {
 }
 
 double Area(const Polygon& polygon) {
-  if (!IsFinite(polygon)) return 0;
   double area = std::abs(SignedArea(polygon.outer));
   for (const Ring& hole : polygon.holes) area -= std::abs(SignedArea(hole));
-  return std::abs(area);  // a hole around the outline counts by the even-odd rule
+  return area;
 }
 
 std::size_t CountPoints(const Polygon& polygon) {
@@ -41,7 +40,7 @@ std::size_t CountPoints(const Polygon& polygon) {
 }
 
 bool IsFinite(const Polygon& polygon) {
-  constexpr double kFarthest = 0x1p500;  // that a grid reaches
+  constexpr double kFarthest = 0x1p498;  // a grid reaches over all that is no farther
   const auto finite = [](const Ring& ring) {
     return std::all_of(ring.begin(), ring.end(), [](const Point& p) {
       return std::abs(p.x) <= kFarthest && std::abs(p.y) <= kFarthest;

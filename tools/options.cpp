@@ -1,6 +1,7 @@
 #include "options.h"
 
 #include <algorithm>
+#include <array>
 #include <cctype>
 #include <filesystem>
 
@@ -12,6 +13,16 @@ std::string Extension(const std::string& path) {
     return static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
   });
   return extension;
+}
+
+std::string FormatOf(const Options& options, const std::string& output) {
+  constexpr std::array known{".svg", ".obj", ".geojson", ".json", ".wkt"};
+  if (output != kStandard) {
+    std::string extension = Extension(output);
+    if (std::find(known.begin(), known.end(), extension) != known.end()) return extension;
+  }
+  if (!options.format.empty()) return "." + options.format;
+  return output == kStandard ? ".geojson" : "";
 }
 
 }  // namespace tool

@@ -14,8 +14,8 @@ struct Options {
   Command command = Command::kTriangulate;
   std::vector<std::string> inputs;   // "-" is standard input
   std::vector<std::string> outputs;  // "-" is standard output
-  std::string format = "geojson";    // of standard output
-  std::vector<std::string> only;     // names of features; empty means all
+  std::string format;                // of outputs whose extension does not say it; may be empty
+  std::vector<std::string> only;     // lists of names of features; empty means all
   double step = 0;                   // of the grid; 0 for the finest
   bool repair = false;
   zelvan::FillRule fill = zelvan::FillRule::EvenOdd;
@@ -33,9 +33,13 @@ inline constexpr const char* kStandard = "-";
 // Why nothing comes of a polygon.
 inline constexpr const char* kNotUsable = "not usable";
 inline constexpr const char* kNoArea = "no area on the grid";
-inline constexpr const char* kNothingLeft = "its holes leave nothing of it";
+inline constexpr const char* kNothingLeft = "its contours bound nothing";
 
 // The extension of a path in lower case, ".svg".
 std::string Extension(const std::string& path);
+
+// How an output is written, ".svg": as its extension says, or else options.format; empty where
+// neither does.
+std::string FormatOf(const Options& options, const std::string& output);
 
 }  // namespace tool

@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
@@ -11,10 +14,7 @@
 namespace tool {
 namespace {
 
-bool IsKnown(const std::string& extension) {
-  constexpr std::array known{".svg", ".obj", ".geojson", ".json", ".wkt"};
-  return std::find(known.begin(), known.end(), extension) != known.end();
-}
+constexpr double kFewestWithExponent = 1e21;
 
 void Write(std::ostream& out, const std::string& extension, const std::vector<Item>& items,
            Show show) {
@@ -33,10 +33,12 @@ void Write(std::ostream& out, const std::string& extension, const std::vector<It
 
 std::string CheckOutputs(const Options& options) {
   for (const std::string& output : options.outputs) {
-    if (output == kStandard) continue;
-    if (!IsKnown(Extension(output))) {
-      return output + ": unknown extension: .svg, .obj, .geojson and .wkt are written";
+    if (FormatOf(options, output).empty()) {
+      return output +
+             ": unknown extension: .svg, .obj, .geojson and .wkt are written, and what --format "
+             "says";
     }
+    if (output == kStandard) continue;
     for (const std::string& input : options.inputs) {
       std::error_code ignored;
       if (std::filesystem::equivalent(output, input, ignored)) {
@@ -47,17 +49,17 @@ std::string CheckOutputs(const Options& options) {
   return "";
 }
 
-void WriteOutputs(const Options& options, const std::vector<Item>& items, Show show) {
-  for (const std::string& output : options.outputs) {
-    if (output == kStandard) {
-      Write(std::cout, "." + options.format, items, show);
-      if (!std::cout.flush()) throw std::runtime_error("standard output: cannot be written");
-      continue;
-    }
-    std::ofstream out(output, std::ios::binary);
-    Write(out, Extension(output), items, show);
-    if (!out.flush()) throw std::runtime_error(output + ": cannot be written");
+void WriteOutput(const Options& options, const std::string& output, const std::vector<Item>& items,
+                 Show show) {
+  const std::string format = FormatOf(options, output);
+  if (output == kStandard) {
+    Write(std::cout, format, items, show);
+    if (!std::cout.flush()) throw std::runtime_error("standard output: cannot be written");
+    return;
   }
+  std::ofstream out(output, std::ios::binary);
+  Write(out, format, items, show);
+  if (!out.flush()) throw std::runtime_error(output + ": cannot be written");
 }
 
 std::ostream& ReportStream(const Options& options) {
@@ -67,9 +69,22 @@ std::ostream& ReportStream(const Options& options) {
 }
 
 std::string Shortest(double value) {
+  const double size = std::abs(value);
+  const bool digits = size == 0 || (size >= 1e-6 && size < kFewestWithExponent);
   std::array<char, 32> text{};
-  const auto end = std::to_chars(text.data(), text.data() + text.size(), value).ptr;
-  return {text.data(), end};
+  char* const end = text.data() + text.size();
+  const auto result = digits ? std::to_chars(text.data(), end, value, std::chars_format::fixed)
+                             : std::to_chars(text.data(), end, value);
+  return {text.data(), result.ptr};
+}
+
+std::string Rounded(double value) {
+  if (std::abs(value) >= 1e9 && std::abs(value) < kFewestWithExponent) {
+    return Shortest(std::round(value));
+  }
+  std::array<char, 32> text{};
+  std::snprintf(text.data(), text.size(), "%.9g", value);
+  return Shortest(std::strtod(text.data(), nullptr));
 }
 
 Ring Corners(const zelvan::Mesh& mesh, std::size_t triangle) {

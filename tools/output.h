@@ -26,15 +26,19 @@ enum class Show { kTriangles, kRegion };
 // is also read. Empty when all is well.
 std::string CheckOutputs(const Options& options);
 
-// Writes every output; .obj always shows triangles. Throws std::runtime_error for a file that
+// Writes one of the outputs; .obj always shows triangles. Throws std::runtime_error where that
 // cannot be written.
-void WriteOutputs(const Options& options, const std::vector<Item>& items, Show show);
+void WriteOutput(const Options& options, const std::string& output, const std::vector<Item>& items,
+                 Show show);
 
 // The stream for what is said about the work: standard output, unless that is an output.
 std::ostream& ReportStream(const Options& options);
 
-// Shortest text that reads back as the same double.
+// The fewest digits that read back as the same double; with an exponent from 1e21 on and below
+// 1e-6 alone.
 std::string Shortest(double value);
+// The same of the value to nine digits; below 1e21 to the whole number where that has more.
+std::string Rounded(double value);
 
 // The corners of a triangle.
 Ring Corners(const zelvan::Mesh& mesh, std::size_t triangle);

@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <iostream>
 #include <ostream>
+#include <stdexcept>
 
 #include "output.h"
 
@@ -15,11 +16,14 @@ namespace {
 constexpr std::size_t kColumns = 7;
 using Cells = std::array<std::string, kColumns>;
 
-std::string Number(const char* format, double value) {
-  if (std::isnan(value)) return "";
+std::string Seconds(double seconds) {
   std::array<char, 64> text{};
-  std::snprintf(text.data(), text.size(), format, value);
+  std::snprintf(text.data(), text.size(), "%.3f s", seconds);
   return text.data();
+}
+
+std::string AreaText(double area) {
+  return std::isnan(area) ? "" : Rounded(area);
 }
 
 Cells CellsOf(const Row& row) {
@@ -27,21 +31,9 @@ Cells CellsOf(const Row& row) {
           std::to_string(row.polygons),
           std::to_string(row.vertices),
           std::to_string(row.triangles),
-          Number("%.9g", row.area_in),
-          Number("%.9g", row.area_out),
-          Number("%.3f s", row.seconds)};
-}
-
-}  // namespace
-
-Row& Row::operator+=(const Row& other) {
-  polygons += other.polygons;
-  vertices += other.vertices;
-  triangles += other.triangles;
-  area_in += other.area_in;
-  area_out += other.area_out;
-  seconds += other.seconds;
-  return *this;
+          AreaText(row.area_in),
+          AreaText(row.area_out),
+          Seconds(row.seconds)};
 }
 
 void PrintTable(std::ostream& out, const std::vector<Row>& rows, bool with_total) {
@@ -68,36 +60,40 @@ void PrintTable(std::ostream& out, const std::vector<Row>& rows, bool with_total
   }
 }
 
-void PrintGrids(std::ostream& out, const std::vector<zelvan::Grid>& grids) {
+void PrintGrids(std::ostream& out, const std::vector<zelvan::Grid>& grids, double moved) {
   if (grids.empty()) return;
   const auto [least, most] = std::minmax_element(
       grids.begin(), grids.end(),
       [](const zelvan::Grid& a, const zelvan::Grid& b) { return a.Step() < b.Step(); });
   out << (grids.size() == 1 ? "grid: a step of " : "grids: steps of ") << Shortest(least->Step());
   if (least->Step() != most->Step()) out << " to " << Shortest(most->Step());
-  out << '\n';
+  out << " in the units of the input; the farthest vertex moved by " << Rounded(moved) << '\n';
+}
+
+}  // namespace
+
+Row& Row::operator+=(const Row& other) {
+  polygons += other.polygons;
+  vertices += other.vertices;
+  triangles += other.triangles;
+  area_in += other.area_in;
+  area_out += other.area_out;
+  seconds += other.seconds;
+  return *this;
+}
+
+void Print(const Report& report, const Options& options, Steps& steps) {
+  std::ostream& out = ReportStream(options);
+  steps.Clear();
+  PrintGrids(out, report.grids, report.moved);
+  PrintTable(out, report.rows, report.with_total);
+  steps.PrintTimes(out);
+  if (!out.flush()) throw std::runtime_error("standard output: cannot be written");
 }
 
 void PrintRefusal(const Refusal& refusal) {
   std::cerr << refusal.file << ": " << refusal.place << ": " << refusal.reason
             << "; lost: " << refusal.lost << '\n';
-}
-
-bool NameLosses(const Feature& feature, std::size_t number, const Taken& taken,
-                Progress& progress) {
-  if (taken.failure.empty() && taken.vanished.empty()) return false;
-  progress.Clear();
-  const Polygon& polygon = feature.polygons[number];
-  const std::string place = PlaceOf(feature, number);
-  if (!taken.failure.empty()) {
-    PrintRefusal({feature.file, place, taken.failure, Lost("polygon", polygon)});
-    return true;
-  }
-  for (const std::size_t i : taken.vanished) {
-    const std::string what = "hole " + std::to_string(i + 1) + " left out: " + kNoArea;
-    PrintRefusal({feature.file, place, what, Lost("hole", {polygon.holes[i], {}})});
-  }
-  return true;
 }
 
 }  // namespace tool

@@ -1,14 +1,15 @@
-// The table at the end and the refusals on the way.
+// The summary at the end and the refusals on the way.
 #pragma once
 
+#include <zelvan/region.h>
+
 #include <cstddef>
-#include <iosfwd>
 #include <string>
 #include <vector>
 
 #include "input.h"
+#include "options.h"
 #include "progress.h"
-#include "take_up.h"
 
 namespace tool {
 
@@ -19,22 +20,23 @@ struct Row {
   std::size_t triangles = 0;
   double area_in = 0;
   double area_out = 0;
-  double seconds = 0;  // from polygons to regions and triangles
+  double seconds = 0;  // from polygons to regions, or from these to a result
 
   Row& operator+=(const Row& other);
 };
 
-// Rows and, unless there is but one, their total when asked for. Areas are in
-// squared input units; one that is not a number is left open.
-void PrintTable(std::ostream& out, const std::vector<Row>& rows, bool with_total);
-
-// The steps of the grids that were taken.
-void PrintGrids(std::ostream& out, const std::vector<zelvan::Grid>& grids);
+// What a run says at its end: the grids, how far the farthest vertex went to them, the rows
+// with their total where that is asked for, and the times. Areas are in squared input units;
+// one that is not a number is left open. Throws std::runtime_error where that cannot be
+// written.
+struct Report {
+  std::vector<zelvan::Grid> grids;
+  double moved = 0;
+  std::vector<Row> rows;
+  bool with_total = false;
+};
+void Print(const Report& report, const Options& options, Steps& steps);
 
 void PrintRefusal(const Refusal& refusal);
-
-// Names what a polygon loses, if anything, taking the line of progress away first.
-// @return whether it named something
-bool NameLosses(const Feature& feature, std::size_t number, const Taken& taken, Progress& progress);
 
 }  // namespace tool

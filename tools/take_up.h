@@ -12,12 +12,28 @@
 
 namespace tool {
 
+// What going to the grid did to the area of a ring, or of a whole polygon.
+struct AreaChange {
+  std::size_t ring = 0;  // the outer one is 0
+  double before = 0;
+  double after = 0;
+};
+
 struct Taken {
   Region region;                      // empty when there is a failure
   std::string failure;                // why nothing came of the polygon
-  std::vector<std::size_t> vanished;  // holes without area on the grid, left out
+  double area;                        // by AreaAsWritten; NaN where a point is not finite
+  std::vector<std::size_t> vanished;  // holes without area on the grid, left out; ascending
+  std::vector<AreaChange> changes;    // by more than kNotable of the area
+  double moved = 0;                   // how far the farthest vertex went to the grid
   bool mended = false;
 };
+
+inline constexpr double kNotable = 0x1p-10;
+
+// The area of a finite polygon as it stands in its file, by the even-odd rule, on no grid but,
+// where its contours overlap, the finest.
+double AreaAsWritten(const Polygon& polygon);
 
 // The polygon's region by the even-odd rule; of one that is not valid by options.fill, where
 // it is to be mended. Contours may touch.

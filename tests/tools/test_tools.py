@@ -1,7 +1,7 @@
 """What the man page promises of the host program, from the outside: exit statuses, refusals,
 files. GEOS, by way of shapely, judges what is written."""
 
-import json, os, pathlib, random, re, shlex, subprocess, tempfile, unittest
+import json, os, pathlib, random, re, resource, shlex, subprocess, tempfile, time, unittest
 
 from shapely import wkt
 from shapely.geometry import MultiPolygon, Polygon, box, shape
@@ -51,31 +51,33 @@ class Tool(unittest.TestCase):
         write("good.wkt", "POLYGON ((0 0, 4 0, 4 4, 0 4, 0 0))")
         write("bowtie.wkt", "POLYGON ((0 0, 2 2, 2 0, 0 2, 0 0))")
 
-    def run_tool(self, arguments, status=0, program=WITH_GEOS, stdin=""):
+    def run_tool(self, arguments, status=0, program=WITH_GEOS, stdin="", **more):
         done = subprocess.run([program, *shlex.split(arguments)], input=stdin, text=True,
-                              capture_output=True)
+                              stderr=subprocess.PIPE, **{"stdout": subprocess.PIPE, **more})
         self.assertEqual(done.returncode, status, (arguments, done.stdout, done.stderr))
-        return done.stdout + done.stderr
+        return (done.stdout or "") + done.stderr
 
     def test_the_exit_status_tells_what_became_of_the_input(self):
-        write("huge.wkt", "POLYGON ((0 0, 1 0, 0 1e300, 0 0))")
+        write("huge.wkt", "POLYGON ((%s 0, %s 0, 0 1, %s 0))" % (-2 ** 499, 2 ** 499, -2 ** 499))
         write("point.wkt", "POINT (1 2)")
         write("behind.wkt", "POLYGON ((0 0, 1 0, 0 1, 0 0)) x")
         write("broken.geojson", '{"type":"FeatureCollection","features":[')
         write("empty.wkt", "")
-        write("deep.wkt", "GEOMETRYCOLLECTION (" * 100000)
+        write("deep.wkt", "POINT (0 0" + ")" * 99999 + "\n" + "GEOMETRYCOLLECTION (" * 99999)
         write("quoted.json", json.dumps({"type": "Feature", "id": '"' + "[" * 200, "geometry": {
             "type": "Polygon", "coordinates": [[[0, 0], [1, 0], [0, 1], [0, 0]]]}}))
         cases = {
             0: ["triangulate good.wkt", "triangulate bowtie.wkt --repair", "union quoted.json",
-                "union good.wkt --grid 0.125", "--help", "union --help", "--version"],
+                "union good.wkt --grid 0.125", "--help", "help union", "--version",
+                "union bowtie.wkt --repair --fill positive"],
             1: ["triangulate good.wkt bowtie.wkt", "triangulate huge.wkt", "union huge.wkt good.wkt",
-                "union good.wkt huge.wkt", "union bowtie.wkt", "union point.wkt", "union behind.wkt",
+                "union good.wkt huge.wkt", "union bowtie.wkt", "union good.wkt --grid 8", "union point.wkt", "union behind.wkt",
+                "union deep.wkt",
                 "triangulate point.wkt", "triangulate good.wkt --only nobody"],
             2: ["union good.wkt --grid 0.1", "union good.wkt --grid 1e-10",
                 "union good.wkt --repair --fill nowhere", "union good.wkt --fill non-zero",
                 "triangulate missing.wkt good.wkt", "triangulate broken.geojson", "union empty.wkt",
-                "union -", "union deep.wkt", "union good.wkt -o out.png",
+                "union -", "union good.wkt -o out.png",
                 "union good.wkt -o good.wkt", "union good.wkt -o no/such/folder.svg", "triangulate",
                 "subtract good.wkt", "subtract good.wkt missing.wkt -o out.wkt", "", "cut good.wkt"]}
         for status, commands in cases.items():
@@ -103,59 +105,182 @@ class Tool(unittest.TestCase):
         for command in ("triangulate", "union"):
             text = self.run_tool(command + " mixed.geojson mixed.wkt -o out.geojson", 1)
             for line in (
-                    "geojson: feature 1 (knot), polygon 2: not usable: Self-intersection at (1 1); "
-                    "lost: a polygon of area 0\n",
+                    "geojson: feature 1 (knot), polygon 2: not usable: Self-intersection at (1 1) "
+                    "(--repair mends it); lost: a polygon of area 2\n",
                     "geojson: feature 2: no geometry; lost: nothing\n",
                     "geojson: feature 3 (7): a Point is no polygon; lost: nothing\n",
                     "geojson: feature 4: a MultiPolygon that is empty; lost: nothing\n",
-                    "geojson: feature 5 (open): a ring is not closed",
+                    "geojson: feature 5 (open): ring 1 is not closed",
                     "wkt: feature 1: no area on the grid; lost: a polygon of area 0\n",
                     "wkt: feature 2: a Polygon that is empty; lost: nothing\n",
                     "wkt: feature 3: not usable: a coordinate is not finite or too large; "
                     "lost: a polygon of unknown area\n",
-                    "wkt: feature 5: "):
+                    "wkt: feature 5, line 6: a number is missing; lost: what it holds\n"):
                 self.assertIn("mixed." + line, text)
             self.assertAlmostEqual(seen("out.geojson")[2], 0.5 + 16 + 9 + 0.5, 4)
             # Each polygon has a grid of its own, a union has one for all.
             lost = "feature 7: no area on the grid; lost: a polygon of area 5e-15" in text
             self.assertEqual(lost, command == "union")
             self.assertRegex(text, "mixed.wkt +%d " % (3 if command == "triangulate" else 5))
+        self.assertIn("no area on the grid; lost: a polygon of area 2\n",
+                      self.run_tool("union bowtie.wkt --grid 64", 1))
         text = self.run_tool("triangulate --repair mixed.geojson good.wkt", 1)
         self.assertIn("mixed.geojson: 1 invalid polygon repaired\n", text)
         self.assertIn("good.wkt: 0 invalid polygons repaired\n", text)
 
+    def test_every_complaint_names_file_and_place(self):
+        corners = "(0 0, 4 0, 4 4, 0 4, 0 0)"
+        square = [[0, 0], [4, 0], [4, 4], [0, 4], [0, 0]]
+        polygons = lambda *bad: json.dumps({"type": "MultiPolygon", "coordinates": [
+            *([square, [[1, 1], point, [2, 2], [1, 1]]] for point in bad), [square]]})
+        ring = "polygon 1: ring 2, point 2: "
+        cases = [  # file, text, what is said of it; the square is always read, unless status is 2
+            ("n.json", polygons([None, 1]), 1, ring + "a coordinate is null; lost: a polygon of"),
+            ("s.json", polygons(["1", 1]), 1, ring + "a coordinate is no number"),
+            ("b.json", polygons([1, True]), 1, ring + "a coordinate is no number"),
+            ("m.json", polygons([1]), 1, ring + "a coordinate is missing"),
+            ("o.json", polygons(5), 1, ring + "it is no list"),
+            ("t.json", '{"type":"Topology"}', 2, "is TopoJSON: convert it to GeoJSON first"),
+            ("e.json", '{"type":\n', 2, "is no JSON: line 2, column 1: it ends too early"),
+            ("j.json", '{"a":\n  nul}', 2, "is no JSON: line 2, column 6: this is not what"),
+            ("l.json", '{"a": 1e999}', 2, "holds a number beyond all that a double can be"),
+            ("u.wkt", "\ufeffPOLYGON " + corners, 2, "is UTF-16, and UTF-8 alone is read"),
+            ("x.wkt", "x\ny (\nz\nPOLYGON\n(%s)" % corners, 1, "lines 1 to 3: no geometry that is"),
+            ("p.wkt", "POLYGON ((0 0, 1\n0, 2\nPOLYGON (%s)" % corners, 1,
+             "feature 1, lines 1 to 2: a number is missing; lost: what it holds"),
+            ("c.wkt", "MULTIPOLYGON ((%s), ((1 1, 1 2))) # ok" % corners, 1, "polygon 2: ring 1 has"),
+            ("b.wkt", "POLYGON (%s) POINT (0 0)" % corners, 1, "there is text behind the geometry"),
+            ("h.wkt", "POLYGON ((9 9, 1e999 9, 9 8, 9 9))\nPOLYGON (%s)" % corners, 1,
+             "feature 1: not usable: a coordinate is not finite or too large"),
+            ("v.wkt", "\ufeffid;geom\n7;SRID=4326;POLYGON (%s)" % corners, 0,
+             "v.wkt: passed over: SRID=4326, a byte order mark, the heading on line 1\n"),
+            ("g.wkt", "srid=1;POLYGON (%s);7\n# a (remark" % corners, 0, "passed over: srid=1\n")]
+        for name, text, status, words in cases:
+            write(name, text)
+            if "UTF-16" in words:
+                pathlib.Path(name).write_text(text, encoding="utf-16")
+            said = self.run_tool("triangulate %s -o out.geojson" % name, status)
+            self.assertRegex(said, "(?m)^%s:? .*%s" % (name, re.escape(words.split(": ", 1)[-1]
+                             if words.startswith(name) else words)))
+            if status < 2:
+                self.assertEqual(seen("out.geojson")[2], 16, name)
+        self.assertIn('"name":"7"', pathlib.Path("out.geojson").read_text())
+        os.mkdir("folder.wkt")
+        for arguments, words in (
+                ("union folder.wkt", "folder.wkt: is a directory"), ("", "a command is missing"),
+                ("frobnicate good.wkt", "there is no command frobnicate, but triangulate, union"),
+                ("help frobnicate", "there is no command frobnicate"),
+                ("union good.wkt --fill odd", "a rule is even-odd, non-zero, positive or negative"),
+                ("union good.wkt -o out", "out: unknown extension"),
+                ("union good.wkt -o no/such.wkt", "no/such.wkt: cannot be written")):
+            self.assertIn(words, self.run_tool(arguments, 2))
+        with open("/dev/full", "w") as full:
+            for arguments in ("union good.wkt", "union good.wkt -o -"):
+                self.assertIn("standard output: cannot be written",
+                              self.run_tool(arguments, 2, stdout=full))
+        for arguments in ("--help", "help union", "help triangulate"):
+            self.assertNotRegex(self.run_tool(arguments), "TEXT|SUBCOMMAND|->|REQUIRED|x\\)")
+
+    def test_memory_that_runs_out_is_a_message_and_a_status(self):
+        limit = lambda kilobytes: lambda: resource.setrlimit(resource.RLIMIT_AS,
+                                                             2 * (kilobytes * 1024,))
+        try:
+            self.run_tool("--version", preexec_fn=limit(200000))
+        except AssertionError:
+            self.skipTest("a sanitizer takes more than that at once")
+        statuses = []
+        for kilobytes in range(14000, 64000, 5000):
+            done = subprocess.run([WITH_GEOS, "union", COUNTRIES], capture_output=True, text=True,
+                                  preexec_fn=limit(kilobytes))
+            if done.returncode == 127:  # the program does not even load
+                continue
+            self.assertIn(done.returncode, (0, 1, 2), done.stderr)
+            self.assertEqual(done.returncode == 2, "zelvan: out of memory\n" in done.stderr)
+            statuses.append(done.returncode)
+        self.assertIn(2, statuses)
+        self.assertNotEqual(statuses[-1], 2)
+
+    def test_names_may_have_commas(self):
+        names = ["Congo", "Congo, Dem. Rep.", "Chad", "a,b"]
+        write("names.json", json.dumps({"type": "FeatureCollection", "features": [
+            {"type": "Feature", "properties": {"name": name}, "geometry": None if name == "Chad" else
+             {"type": "Polygon", "coordinates": [[[0, 0], [2 ** i, 0], [2 ** i, 1], [0, 1], [0, 0]]]}}
+            for i, name in enumerate(names)]}))
+        for arguments, status, area, words in (
+                ("--only 'Congo, Dem. Rep.'", 0, 2, ""), ("--only Congo", 0, 1, ""),
+                ("--only 'a,b,Congo, Dem. Rep.,Congo'", 0, 11, ""),
+                ("--only Congo --only a,b", 0, 9, ""), ("--only 'Congo, a,b'", 0, 9, ""),
+                ("--only Congo,Chad", 1, 1, "feature 3 (Chad): no geometry"),
+                ("--only 'a,b,Nowhere, Congo'", 1, 9, "no feature is called Nowhere\n")):
+            said = self.run_tool("triangulate names.json -o out.wkt " + arguments, status)
+            self.assertEqual(seen("out.wkt")[2], area, arguments)
+            self.assertIn(words, said)
+            self.assertEqual("Chad" in said, "Chad" in arguments)
+
+    def test_what_a_step_does_to_an_input_is_said(self):
+        write("parcels.wkt", "".join("POLYGON ((%d 10, %d 10, %d 40, %d 40, %d 10), (%d 20, %d 20, "
+              "%d 28, %d 28, %d 20))\n" % tuple(x + d for d in (0, 12, 12, 0, 0, 4, 8, 8, 4, 4))
+              for x in (500004, 500036)))
+        for arguments, status, moved, words in (
+                ("--grid 2", 0, 0, None), ("--grid 0.25", 0, 0, None),
+                ("--grid 8", 1, 5.65685425,
+                 r"4 rings changed by more than 1/1024 of the area on the grid, from 784 to \d+ in "
+                 r"all; most of all feature \d, hole 1 by a step of 8, from 32 to \d+\n")):
+            for command in ("union", "triangulate"):
+                said = self.run_tool("%s parcels.wkt %s" % (command, arguments), status)
+                self.assertRegex(said, r"(?m)^grids?: (a step|steps) of %s in the units of the input; "
+                                 "the farthest vertex moved by %s$" % (arguments[7:], moved))
+                self.assertEqual("rings changed" in said, words is not None)
+                self.assertRegex(said, words or "time")
+
+    def test_slow_steps_show_on_the_terminal_and_in_the_times(self):
+        screen, terminal = os.openpty()
+        tool = subprocess.Popen([WITH_GEOS, "union", "-", "-o", "out.wkt"], text=True, stderr=terminal,
+                                stdin=subprocess.PIPE, stdout=subprocess.PIPE)
+        time.sleep(0.7)
+        report = tool.communicate("POLYGON ((0 0, 4 0, 4 4, 0 4, 0 0))")[0]
+        os.close(terminal)
+        shown = os.read(screen, 10000).decode()
+        for step in ("checking 0%", "uniting", "writing out.wkt"):
+            self.assertIn("\r" + step, "\r" + shown)
+        self.assertRegex(report, r"time: reading (0\.[6-9]|[1-9]\.)\d+ s, checking 0\.\d{3} s, uniting")
+        self.assertEqual(shown.split("\r")[-1], "")
+
     def test_the_table_and_the_grids(self):
         write("large.wkt", "POLYGON ((0 0, 4e6 0, 4e6 4e6, 0 4e6, 0 0))")
-        text = self.run_tool("triangulate good.wkt large.wkt")
-        self.assertRegex(text, r"^grids: steps of 7.6\S*e-06 to 4\n")
+        outputs = ["o.wkt", "o.geojson", "o.obj", "o.svg"]
+        text = self.run_tool("triangulate good.wkt large.wkt -o " + " -o ".join(outputs))
+        for name in outputs:  # no exponents where digits will do
+            self.assertNotRegex(pathlib.Path(name).read_text(), r"\de[-+]?\d")
+        self.assertRegex(text, r"^grids: steps of 0\.0{4}\d+ to ")
         self.assertRegex(text, r"good.wkt +1 +4 +2 +16 +16 +\d")
-        self.assertRegex(text, r"total +2 +8 +4 +1.6e\+13 +1.6e\+13 +\d")
+        self.assertRegex(text, r"total +2 +8 +4 +16000000000016 +16000000000016 +\d")
         text = self.run_tool("union good.wkt --grid 0.5")
-        self.assertRegex(text, r"^grid: a step of 0.5\n.*\ngood.wkt +1 +4 +0 +16 +\d")
+        self.assertRegex(text, r"^grid: a step of 0.5 .*\n.*\ngood.wkt +1 +4 +0 +16 +\d")
 
     def test_an_unusable_hole_is_not_lost_in_silence(self):
         """One without area is left out and the polygon stays; where contours overlap the polygon
         is refused, and mended by the even-odd rule."""
         hole, whole = "hole 1 left out: no area on the grid; lost: a hole", "lost: a polygon of area"
-        cases = [  # what is named, the area that goes in, that comes out, and repaired
-            ("10 10, 20 20, 30 30, 10 10", hole, 1600, 1600, 1600),
-            ("10 10, 10 10, 10 10, 10 10", hole, 1600, 1600, 1600),
-            ("10 10, 10.00001 10, 10.00001 10.00001, 10 10", hole, 1600, 1600, 1600),
-            ("10 10, 20 10, 20 20, 30 30, 20 20, 10 20, 10 10", "", 1500, 1500, 1500),
-            ("0 10, 10 10, 10 20, 0 20, 0 10", "", 1500, 1500, 1500),
-            ("10 10, 20 20, 20 10, 10 20, 10 10", whole, 1600, 0, 1550),
-            ("20 20, 20 10, 10 20, 10 10, 20 20", whole, 1600, 0, 1550),
-            ("0 0, 40 0, 40 40, 0 40, 0 0", whole, 0, 0, 0),
-            ("-10 -10, 50 -10, 50 50, -10 50, -10 -10", whole, 2000, 0, 2000),
-            ("30 10, 60 10, 60 20, 30 20, 30 10", whole, 1300, 0, 1700),
+        cases = [  # what is named, the area that comes out, and repaired, which is what goes in
+            ("10 10, 20 20, 30 30, 10 10", hole, 1600, 1600),
+            ("10 10, 10 10, 10 10, 10 10", hole, 1600, 1600),
+            ("10 10, 10.00001 10, 10.00001 10.00001, 10 10", hole, 1600, 1600),
+            ("10 10, 20 10, 20 20, 30 30, 20 20, 10 20, 10 10", "", 1500, 1500),
+            ("0 10, 10 10, 10 20, 0 20, 0 10", "", 1500, 1500),
+            ("10 10, 20 20, 20 10, 10 20, 10 10", whole, 0, 1550),
+            ("20 20, 20 10, 10 20, 10 10, 20 20", whole, 0, 1550),
+            ("0 0, 40 0, 40 40, 0 40, 0 0", whole, 0, 0),
+            ("-10 -10, 50 -10, 50 50, -10 50, -10 -10", whole, 0, 2000),
+            ("30 10, 60 10, 60 20, 30 20, 30 10", whole, 0, 1700),
             # What one overlap adds to the area the other takes away; as many go in as come out.
-            ("10 10, 20 20, 20 10, 10 20, 10 10), (50 10, 55 10, 55 15, 50 15, 50 10", whole, 1575,
-             0, 1575),
+            ("10 10, 20 20, 20 10, 10 20, 10 10), (50 10, 55 10, 55 15, 50 15, 50 10", whole, 0,
+             1575),
             ("5 5, 6 6, 7 7, 5 5), (10 10, 15 15, 20 10, 20 20, 15 15, 10 20, 10 10", "hole 1 left",
-             1550, 1550, 1550)]
+             1550, 1550)]
         write("block.wkt", "POLYGON ((-99 -99, 99 -99, 99 99, -99 99, -99 -99))")
         write("corner.wkt", "POLYGON ((0 40, 0 30, 10 30, 10 40, 0 40))")
-        for text, lost, area_in, area, repaired in cases:
+        for text, lost, area, repaired in cases:
             write("p.wkt", ring(text))
             for program in (WITH_GEOS, WITHOUT_GEOS):
                 for arguments, expected in (
@@ -166,7 +291,7 @@ class Tool(unittest.TestCase):
                     said = self.run_tool(arguments + " -o o.geojson", 1 if lost else 0, program)
                     self.assertIn(lost, said)
                     self.assertEqual("; lost: " in said, lost != "")
-                    self.assertRegex(said, r"p.wkt .* %d " % area_in)
+                    self.assertRegex(said, r"p.wkt .* %d " % repaired)
                     self.assertAlmostEqual(seen("o.geojson")[2], expected, 3, (text, arguments))
             for command in ("triangulate", "union"):
                 self.run_tool(command + " p.wkt --repair -o o.geojson", 1 if "left" in lost or
@@ -200,8 +325,10 @@ class Tool(unittest.TestCase):
         for arguments, area in (
                 ("triangulate frame.wkt", 15), ("union fine.wkt --grid 1", 15),
                 ("union wide.wkt --grid 1", 1048575), ("triangulate fine.wkt --grid 2", 16),
-                ("union twice.wkt --repair", 12), ("union twice.wkt --repair --fill non-zero", 16)):
-            self.run_tool(arguments + " -o out.wkt")
+                ("union twice.wkt --repair", 12), ("union twice.wkt --repair --fill non-zero", 16),
+                ("union bowtie.wkt --repair --fill positive", 1),
+                ("union bowtie.wkt --repair --fill negative", 1)):
+            self.run_tool(arguments + " -o out.wkt", "fine" in arguments)
             self.assertEqual(seen("out.wkt")[2], area, arguments)
         for form, command, area in (("", "triangulate -", 15), (" --format wkt", "xor - good.wkt", 1)):
             piped = subprocess.run([WITH_GEOS, *("union frame.wkt -o -" + form).split()], text=True,
@@ -210,6 +337,11 @@ class Tool(unittest.TestCase):
             self.run_tool(command + " -o out.wkt", stdin=piped.stdout)
             self.assertEqual(seen("out.wkt")[2], area)
         self.assertRegex(self.run_tool("union frame.wkt -o - --format obj"), r"\nf \d")
+        for source, form in (("frame.wkt", "geojson"), ("out.geojson", "wkt")):  # the shell's pipes
+            command = "'%s' union <(cat %s) -o >(cat > piped; mv piped out.%s) --format %s; wait $!"
+            subprocess.run(["bash", "-c", command % (WITH_GEOS, source, form, form)], check=True,
+                           stdout=subprocess.DEVNULL)
+            self.assertEqual(seen("out." + form)[2], 15)
 
     def test_every_shape_of_file_is_read(self):
         square = {"type": "Polygon", "coordinates": [[[0, 0], [1, 0], [1, 1], [0, 1], [0, 0]]]}
