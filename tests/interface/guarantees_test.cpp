@@ -8,7 +8,8 @@
 #include "boolean/boolean.h"
 #include "boolean/soundness.h"
 #include "polygon/build_shape.h"
-#include "polygon/input_predicates.h"
+#include "polygon/closing_edge.h"
+#include "support/arrangement_oracle.h"
 #include "support/failing_allocator.h"
 #include "support/flat.h"
 #include "support/polygons.h"
@@ -110,17 +111,18 @@ Xyz FinerThanTheGrid(Random& random) {
   return xyz;
 }
 
-bool ClosingEdgeCrosses(zelvan::PointList list) {
-  zelvan::RemoveCollinear(list);
-  bool crosses = false;
-  for (std::size_t i = 1; i + 2 < list.size(); ++i) {
-    crosses |= zelvan::SegmentsCross(list[i], list[i + 1], list.back(), list.front());
-  }
-  return crosses;
+zelvan::PointList PointsOf(const Xyz& xyz) {
+  zelvan::PointList points;
+  for (std::size_t k = 0; k < xyz.size(); k += 3) points.push_back({xyz[k], xyz[k + 1], 0});
+  return points;
+}
+zelvan::PointList LeftOf(zelvan::PointList points) {
+  zelvan::RemoveCollinear(points);
+  return points;
 }
 
-// What is sound on its grid stays to the bit; what the grid makes cross becomes the region that it
-// bounds under the even-odd rule.
+// What is sound on its grid stays to the bit; what is not becomes the region of its positive
+// winding numbers.
 TEST(Guarantee, ContoursThatDoNotCrossHaveTriangles) {
   int replaced = 0;
   int kept = 0;
@@ -129,14 +131,15 @@ TEST(Guarantee, ContoursThatDoNotCrossHaveTriangles) {
     Random random(seed);
     const Xyz xyz = FinerThanTheGrid(random);
     if (SetMain(xyz) == 0) continue;
-    zelvan::PointList points;
-    for (std::size_t k = 0; k < xyz.size(); k += 3) points.push_back({xyz[k], xyz[k + 1], 0});
-    const auto snapped = zelvan::BuildShape(points);
+    const auto snapped = zelvan::BuildShape(PointsOf(xyz));
     const zelvan::Shape& main = *zelvan::ProcessWorkspace().Main();
     const bool sound = snapped->areas == nullptr || zelvan::IsSound(snapped->areas);
+    const auto ring = zelvan::test::Flatten(zelvan::test::AreasOf(snapped->areas));
+    const bool turned = !ring.empty() && zelvan::test::TwiceArea(ring[0]) < 0;
     zelvan::OwnedRing region;
-    ASSERT_EQ(zelvan::RegionOf({snapped->areas}, region.first), ERR::OK);
-    const bool stays = sound || ClosingEdgeCrosses(points);
+    const auto rule = turned ? zelvan::FillRule::Negative : zelvan::FillRule::Positive;
+    ASSERT_EQ(zelvan::RegionOf({snapped->areas, rule}, region.first), ERR::OK);
+    const bool stays = sound || zelvan::ClosingEdgeCrosses(LeftOf(PointsOf(xyz)));
     ++(stays ? kept : replaced);
     ASSERT_EQ(zelvan::test::AreasOf(main.areas),
               zelvan::test::AreasOf(stays ? snapped->areas : region.first));
@@ -145,6 +148,61 @@ TEST(Guarantee, ContoursThatDoNotCrossHaveTriangles) {
     ASSERT_EQ(main.areas != nullptr ? support::CheckFlatMesh(Read()) : "", "");
   }
   EXPECT_TRUE(replaced > 300 && kept > 300);
+}
+
+// What became of a contour: its edges, whatever the order of its vertices, and the answers.
+struct Answer {
+  bool accepted;
+  int cut = 0;
+  int faces = 0;
+  oracle::Boundary edges = {};
+  friend bool operator==(const Answer&, const Answer&) = default;
+};
+Answer Ask(const Xyz& xyz, bool mirrored) {
+  if (SetMain(xyz) == 0) return {false};
+  zelvan::test::Areas areas = zelvan::test::AreasOf(zelvan::ProcessWorkspace().Main()->areas);
+  for (zelvan::test::Rings& rings : areas) {
+    if (mirrored) rings = zelvan::test::Symmetric(rings, 1, -1);
+  }
+  const int cut = Triangulate();
+  return {true, cut, cut == 1 ? Read().faceCount : 0, oracle::Cut(areas, {})};
+}
+
+// On lattices that the grid holds, both ways round, and mirrored. Not where a point is removed,
+// since the first one then decides which; and of two ways round one may be refused.
+TEST(Guarantee, DirectionDoesNotMatter) {
+  const std::vector<int> lattices = {3, 5, 11, 15};  // divisors of GRID_MAX
+  int same = 0;
+  int cut = 0;
+  for (std::uint64_t seed = 0; seed < 30000; ++seed) {
+    Random random(seed);
+    const bool isFine = seed % 200 == 0;
+    const int size = random.Pick(lattices);
+    const int n = 3 + random.Below(seed % 4 == 0 ? 12 : 6);
+    Xyz xyz = isFine ? FinerThanTheGrid(random) : Xyz{0, 0, 0, 1.0 * size, 1.0 * size, 0};
+    while (!isFine && xyz.size() < 3u * n) {
+      xyz.insert(xyz.end(), {1.0 * random.Below(size + 1), 1.0 * random.Below(size + 1), 0});
+    }
+    const auto shift = 3 * random.Below(static_cast<std::ptrdiff_t>(xyz.size() / 3));
+    std::rotate(xyz.begin(), xyz.begin() + shift, xyz.end());
+    if (LeftOf(PointsOf(xyz)).size() < xyz.size() / 3) continue;
+    const Answer first = Ask(xyz, false);
+    for (unsigned way = 1; first.accepted && way < (isFine ? 2 : 4); ++way) {
+      Xyz other = xyz;
+      if ((way & 1) != 0) std::reverse(other.begin(), other.end());
+      for (std::size_t k = 0; k < xyz.size(); k += 3) {
+        if ((way & 1) != 0) std::swap(other[k], other[k + 2]);
+        if ((way & 2) != 0) other[k] = size - other[k];
+      }
+      const Answer now = Ask(other, (way & 2) != 0);
+      if (!now.accepted) continue;
+      ASSERT_TRUE(now == first) << "seed " << seed << ", way " << way;
+      ++same;
+      cut += now.cut;
+    }
+  }
+  EXPECT_GT(same, 10000);
+  EXPECT_GT(cut, 7000);
 }
 
 TEST(Guarantee, MeshIsConsistent) {
