@@ -45,7 +45,8 @@ class StatusList {
   template <class Predicate>
   [[nodiscard]] Segment* FirstNot(Predicate holds) noexcept {
     Segment* found = &sentinel_;
-    for (StatusNode* n = root_; n != nullptr; ++steps_) {
+    std::uint64_t steps = 0;
+    for (StatusNode* n = root_; n != nullptr; ++steps) {
       if (holds(n->segment)) {
         n = n->right;
       } else {
@@ -53,6 +54,7 @@ class StatusList {
         n = n->left;
       }
     }
+    steps_ += steps;
     return found;
   }
 
