@@ -63,10 +63,14 @@ extern "C" {
  * those whose cross product with them is below 1e-5 in squared units. The edge
  * that closes the contour is not tested for crossings.
  *
- * Detail finer than the grid can make a contour cross, cover or touch itself from inside
- * there. The main polygon is then the region that it bounds on the grid, by the even-odd
- * rule: one area or more, which may have holes, or none. A contour that crosses itself as
- * given, through its closing edge, is kept as it is.
+ * A contour may touch or cover itself, as given or because detail is finer than the grid,
+ * which can also make it cross itself. The main polygon is then what the contour, turned
+ * counter-clockwise, winds around on the grid once or more (the positive rule): one area or
+ * more, which may have holes, or none. What it covers twice is covered. A contour that
+ * crosses itself as given, through its closing edge, is kept as it is.
+ *
+ * A contour gives the same polygon in both directions, where both are accepted: of the
+ * edges tested for crossings one that is touched from its right side counts as crossed.
  *
  * @param count  number of doubles; count / 3 points are read, one or two trailing
  *               doubles are ignored
@@ -122,9 +126,9 @@ ZELVAN_API int ZELVAN_CALL Triangulate(void);
  * @param vertexCount  receives the number of vertices
  * @param edgeCount    receives the number of edges
  * @param faceCount    receives the number of triangles
- * @return 1 when all three were stored. 0 when there is no main polygon or a
- *         pointer is null (nothing stored), or when it has not been triangulated
- *         (the number of vertices alone is stored). */
+ * @return 1 when all three were stored. 0 when there is no main polygon (nothing
+ *         stored), when it has not been triangulated (the number of vertices alone is
+ *         stored), or when a pointer is null (the other numbers are stored). */
 ZELVAN_API int ZELVAN_CALL GetCounts(int* vertexCount, int* edgeCount, int* faceCount);
 
 /**

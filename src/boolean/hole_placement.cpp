@@ -114,29 +114,33 @@ OwnedContour PendingHoles::Pop() noexcept {
   return hole;
 }
 
-void PlaceHoles(OwnedRing& result, PendingHoles& pendingHoles) {
+std::size_t PlaceHoles(OwnedRing& result, PendingHoles& pendingHoles) {
   if (IsOnly(result.first)) {
     while (!pendingHoles.Empty()) AddHole(result.first, pendingHoles.Pop());
-  } else if (TestsAreCheaper(result, pendingHoles)) {
-    PlaceHolesByTests(result, pendingHoles);
-  } else {
-    PlaceHolesBySweep(result, pendingHoles);
+    return 0;
   }
+  return TestsAreCheaper(result, pendingHoles) ? PlaceHolesByTests(result, pendingHoles)
+                                               : PlaceHolesBySweep(result, pendingHoles);
 }
 
-void PlaceHolesByTests(OwnedRing& result, PendingHoles& pendingHoles) {
-  while (!pendingHoles.Empty()) {
+std::size_t PlaceHolesByTests(OwnedRing& result, PendingHoles& pendingHoles) {
+  std::size_t areas = 0;
+  ForEachArea(result.first, [&](const Area*) { ++areas; });
+  std::size_t pairs = 0;
+  for (; !pendingHoles.Empty(); pairs += areas) {
     OwnedContour hole = pendingHoles.Pop();
     PlaceContour(result.first, hole.get());
     static_cast<void>(hole.release());
   }
+  return pairs;
 }
 
-void PlaceHolesBySweep(OwnedRing& result, PendingHoles& pendingHoles) {
+std::size_t PlaceHolesBySweep(OwnedRing& result, PendingHoles& pendingHoles) {
   for (Area* area : AreaSearch(result, pendingHoles).Run()) {
     if (area == nullptr) ERR::Raise(ERR::FAIL);
     AddHole(area, pendingHoles.Pop());
   }
+  return 0;
 }
 
 }  // namespace zelvan

@@ -2,6 +2,8 @@
 // innermost area around it.
 #pragma once
 
+#include <cstddef>
+
 #include "polygon/area.h"
 #include "polygon/contour.h"
 
@@ -27,13 +29,14 @@ class PendingHoles {
 /// Places the holes of a region's faces, newest first: where there is one area only they
 /// are its holes, else by the cheaper of the two ways below. Raises ERR::FAIL when an area
 /// for one is missing, ERR::NOMEM.
-void PlaceHoles(OwnedRing& result, PendingHoles& pendingHoles);
+/// @return the pairs of a hole and an area that were tested, for the bound in the tests
+std::size_t PlaceHoles(OwnedRing& result, PendingHoles& pendingHoles);
 
 /// Tests each hole against each area: for any contours.
-void PlaceHolesByTests(OwnedRing& result, PendingHoles& pendingHoles);
+std::size_t PlaceHolesByTests(OwnedRing& result, PendingHoles& pendingHoles);
 
 /// Finds all areas by one sweep: for contours that bound faces of one region, which
 /// do not cross and have the region to their left.
-void PlaceHolesBySweep(OwnedRing& result, PendingHoles& pendingHoles);
+std::size_t PlaceHolesBySweep(OwnedRing& result, PendingHoles& pendingHoles);
 
 }  // namespace zelvan

@@ -50,7 +50,10 @@ class Accumulation {
     bool* const wanted = edgesToCome_ > 0 ? &isSettled : nullptr;
     const auto grid = CombineRegions(Ring(), grid_, other, op_, result, wanted);
     if (grid) Replace(result, *grid, isSettled);
+    ++ways_.whole;
   }
+
+  [[nodiscard]] const QueueWays& Ways() const noexcept { return ways_; }
 
   /// Hands the region to the shape. Throws std::bad_alloc; the shape is as it was.
   void Deliver() {
@@ -91,6 +94,7 @@ class Accumulation {
   bool Apply(NearOperation& operation, OwnedRing& operand) {
     if (!operation.Prepare(operand)) return false;
     operation.Commit();
+    ++ways_.partial;
     settled_ = operation.IsSettled();
     if (index_) Tell(operation);
     return true;
@@ -112,6 +116,7 @@ class Accumulation {
     if (only->next != only || only->contours->next != nullptr || !IsPlain(only->contours)) {
       return false;
     }
+    ++ways_.linked;
     OwnedContour contour(std::exchange(operand.first->contours, nullptr));
     Area* const area = index_->AreaAt(contour->gridBox.min);
     const bool isInside = area != nullptr;
@@ -139,6 +144,7 @@ class Accumulation {
   std::optional<RegionIndex> index_;  // of a settled region, once there is use for it
   int withoutIndex_ = 0;              // operations since the region is another one
   std::size_t edgesToCome_ = 0;
+  QueueWays ways_;
 };
 
 void DeliverIfPossible(Accumulation& region) noexcept {
@@ -149,7 +155,7 @@ void DeliverIfPossible(Accumulation& region) noexcept {
   }
 }
 
-void CombineAll(Shape& shape, const ShapeQueue& others, BoolOp op) {
+QueueWays CombineAll(Shape& shape, const ShapeQueue& others, BoolOp op) {
   try {
     Accumulation region(shape, op, others);
     try {
@@ -159,6 +165,7 @@ void CombineAll(Shape& shape, const ShapeQueue& others, BoolOp op) {
       throw;
     }
     region.Deliver();
+    return region.Ways();
   } catch (const std::bad_alloc&) {
     ERR::Raise(ERR::NOMEM);
   }
@@ -166,12 +173,12 @@ void CombineAll(Shape& shape, const ShapeQueue& others, BoolOp op) {
 
 }  // namespace
 
-void UniteAll(Shape& shape, const ShapeQueue& others) {
-  CombineAll(shape, others, UNION);
+QueueWays UniteAll(Shape& shape, const ShapeQueue& others) {
+  return CombineAll(shape, others, UNION);
 }
 
-void SubtractAll(Shape& shape, const ShapeQueue& others) {
-  CombineAll(shape, others, SUBTRACT);
+QueueWays SubtractAll(Shape& shape, const ShapeQueue& others) {
+  return CombineAll(shape, others, SUBTRACT);
 }
 
 }  // namespace zelvan

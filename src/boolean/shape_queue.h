@@ -21,6 +21,7 @@
 // within the box of the grid and the region fills that.
 #pragma once
 
+#include <cstddef>
 #include <list>
 #include <memory>
 
@@ -30,12 +31,20 @@ namespace zelvan {
 
 using ShapeQueue = std::list<std::unique_ptr<Shape>>;
 
+/// How many operations of a queue went which way, for the bounds in the tests. One with a
+/// contour that collapses on the region's grid goes none.
+struct QueueWays {
+  std::size_t linked = 0;   ///< without a sweep
+  std::size_t partial = 0;  ///< with the contours that it comes near
+  std::size_t whole = 0;    ///< with the whole region
+};
+
 /// Unites the shape with each of the others in turn. Raises what Unite raises; then
 /// those before the failing one stay combined, or, when memory for their tables is
 /// missing, none.
-void UniteAll(Shape& shape, const ShapeQueue& others);
+QueueWays UniteAll(Shape& shape, const ShapeQueue& others);
 
 /// The same for the region of `shape` less those of the others.
-void SubtractAll(Shape& shape, const ShapeQueue& others);
+QueueWays SubtractAll(Shape& shape, const ShapeQueue& others);
 
 }  // namespace zelvan

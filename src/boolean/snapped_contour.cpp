@@ -152,8 +152,10 @@ bool IsSoundContour(const Area* area, bool chainIsApart) {
 }
 
 void ReplaceByRegion(Shape& shape) {
+  const bool isTurned = TwiceArea(shape.areas->contours->head) < 0;  // by the grid
+  const FillRule rule = isTurned ? FillRule::Negative : FillRule::Positive;
   OwnedRing region;
-  const ERR::CODE code = RegionOf({shape.areas, FillRule::EvenOdd}, region.first);
+  const ERR::CODE code = RegionOf({shape.areas, rule}, region.first);
   if (code != ERR::OK) ERR::Raise(code);
   TakeOver(shape, region, MakeTables(region.first), BoxOf(shape));
 }

@@ -2,7 +2,8 @@
 //
 // A contour that is simple in doubles can cross itself on the grid, run along itself,
 // touch itself from inside or turn over, where its parts come within a step of each
-// other. It is then replaced by the region that it bounds there, by the even-odd rule.
+// other. It is then replaced by the region of its positive winding numbers there, once it
+// is turned counter-clockwise: what it covers twice is covered.
 #pragma once
 
 #include "polygon/records.h"
@@ -23,9 +24,9 @@ namespace zelvan {
 ///                      before they were rounded (HasSelfCrossing)
 [[nodiscard]] bool IsSoundContour(const Area* area, bool chainIsApart);
 
-/// Replaces a shape's contours by the region that they bound by the even-odd rule, on
-/// the same grid: areas with or without holes, or none. Raises ERR::NOMEM, ERR::FAIL,
-/// throws std::bad_alloc; the shape is then as it was.
+/// Replaces a shape's one contour by the region around which it winds more often in the
+/// direction of its area than in the other, on the same grid: areas with or without holes,
+/// or none. Raises ERR::NOMEM, ERR::FAIL, throws std::bad_alloc; the shape is then as it was.
 void ReplaceByRegion(Shape& shape);
 
 }  // namespace zelvan

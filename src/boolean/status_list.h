@@ -37,12 +37,16 @@ class StatusList {
   [[nodiscard]] Segment* Bottom() noexcept { return sentinel_.above; }
   [[nodiscard]] std::size_t Size() const noexcept { return pool_.Count(); }
 
+  /// Segments looked at by all searches so far.
+  [[nodiscard]] std::uint64_t Steps() const noexcept { return steps_; }
+
   /// The first segment from the bottom for which `holds` is false; the end of the
   /// list when there is none.
   template <class Predicate>
   [[nodiscard]] Segment* FirstNot(Predicate holds) noexcept {
     Segment* found = &sentinel_;
-    for (StatusNode* n = root_; n != nullptr;) {
+    std::uint64_t steps = 0;
+    for (StatusNode* n = root_; n != nullptr; ++steps) {
       if (holds(n->segment)) {
         n = n->right;
       } else {
@@ -50,6 +54,7 @@ class StatusList {
         n = n->left;
       }
     }
+    steps_ += steps;
     return found;
   }
 
@@ -82,6 +87,7 @@ class StatusList {
   StatusNode* root_ = nullptr;
   BlockPool<StatusNode> pool_;
   std::uint32_t taken_ = 0;  // numbers the nodes for their priorities
+  std::uint64_t steps_ = 0;
 };
 
 }  // namespace zelvan

@@ -59,8 +59,10 @@ class Sweep {
   /// An entry of each hot pixel that was given vertices, in the order of the columns.
   [[nodiscard]] const std::vector<CrossEntry*>& Pixels() const noexcept { return pixels_; }
 
-  /// Number of events handled, for the bounds in the tests.
+  /// Numbers of events handled and of segments looked at by searches, for the bounds in the
+  /// tests.
   [[nodiscard]] std::uint64_t EventCount() const noexcept { return eventCount_; }
+  [[nodiscard]] std::uint64_t SearchSteps() const noexcept { return status_.Steps(); }
   [[nodiscard]] std::uint64_t CrossingCount() const noexcept { return crossingCount_; }
 
  private:

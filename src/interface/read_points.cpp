@@ -4,10 +4,11 @@
 #include <zelvan/error.h>
 
 #include <cstddef>
+#include <utility>
 
 #include "boolean/snapped_contour.h"
 #include "polygon/build_shape.h"
-#include "polygon/input_predicates.h"
+#include "polygon/closing_edge.h"
 
 namespace zelvan {
 
@@ -22,14 +23,10 @@ PointList PointsOf(int count, const double* xyz) {
   return points;
 }
 
-// Does the edge that validation leaves out cross another one, by the test that
-// validation holds the others to? Takes the points as given.
-bool ClosingEdgeCrosses(PointList list) {
+// Does the contour of these points cross itself as given, through its closing edge?
+bool CrossesAsGiven(PointList list) {
   RemoveCollinear(list);
-  for (std::size_t i = 1; i + 2 < list.size(); ++i) {
-    if (SegmentsCross(list[i], list[i + 1], list.back(), list.front())) return true;
-  }
-  return false;
+  return ClosingEdgeCrosses(std::move(list));
 }
 
 }  // namespace
@@ -40,7 +37,7 @@ std::unique_ptr<Shape> ReadPoints(int count, const double* xyz) noexcept {
     bool apart = false;
     std::unique_ptr<Shape> shape = BuildShape(PointsOf(count, xyz), &apart);
     if (shape != nullptr && shape->areas != nullptr && !IsSoundContour(shape->areas, apart) &&
-        !ClosingEdgeCrosses(PointsOf(count, xyz))) {
+        !CrossesAsGiven(PointsOf(count, xyz))) {
       ReplaceByRegion(*shape);
     }
     return shape;

@@ -7,10 +7,10 @@
 
 namespace zelvan {
 
-/// Reads count / 3 points, (x, y, z) each, and builds the polygon they describe. Where
-/// snapping makes a contour cross, cover or touch itself from inside, that is the region
-/// which it bounds on the grid by the even-odd rule, of any number of areas; a contour
-/// that crosses itself as given, by its closing edge, stays as it is.
+/// Reads count / 3 points, (x, y, z) each, and builds the polygon they describe. Where a
+/// contour crosses, covers or touches itself from inside on its grid, that is the region of
+/// its positive winding numbers there (boolean/snapped_contour.h), of any number of areas; a
+/// contour that crosses itself as given, by its closing edge, stays as it is.
 /// @return null, nothing thrown, when they are no usable polygon, when `xyz` is
 ///         null, or when memory runs out
 [[nodiscard]] std::unique_ptr<Shape> ReadPoints(int count, const double* xyz) noexcept;

@@ -46,14 +46,15 @@ int Workspace::Substruct() {
 }
 
 int Workspace::GetCounts(int* vertexCount, int* edgeCount, int* faceCount) const noexcept {
-  if (main_ == nullptr || vertexCount == nullptr || edgeCount == nullptr || faceCount == nullptr) {
-    return 0;
-  }
-  *vertexCount = static_cast<int>(main_->vertexTable.size());
+  const auto store = [](int* target, std::size_t number) {
+    if (target != nullptr) *target = static_cast<int>(number);
+  };
+  if (main_ == nullptr) return 0;
+  store(vertexCount, main_->vertexTable.size());
   if (main_->mesh == nullptr) return 0;
-  *edgeCount = static_cast<int>(main_->mesh->edges().size());
-  *faceCount = static_cast<int>(main_->mesh->faces().size());
-  return 1;
+  store(edgeCount, main_->mesh->edges().size());
+  store(faceCount, main_->mesh->faces().size());
+  return vertexCount != nullptr && edgeCount != nullptr && faceCount != nullptr ? 1 : 0;
 }
 
 int Workspace::GetVertices(double* out) const noexcept {

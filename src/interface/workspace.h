@@ -38,7 +38,7 @@ class Workspace {
   [[nodiscard]] const Shape* Main() const noexcept { return main_.get(); }
 
  private:
-  using Operation = void (*)(Shape& shape, const ShapeQueue& others);
+  using Operation = QueueWays (*)(Shape& shape, const ShapeQueue& others);
   int CombineQueue(Operation operation);
 
   // In this order, so that the main shape goes first when the library is unloaded.

@@ -57,7 +57,7 @@ Contour* FixOrientation(Contour* contour) {
     ++count;
   });
   contour->count = count;
-  if (sum == 0.0 || !std::isfinite(sum)) throw ZelvanLib::BadPolyError();
+  if (sum == 0.0 || std::isnan(sum)) throw ZelvanLib::BadPolyError();
   if (sum > 0.0) {
     contour->flags |= CONTOUR_CCW;
   } else {

@@ -59,7 +59,8 @@ Areas Combined(const Areas& a, const Areas& b, int op, const oracle::Rules* rule
   return zelvan::test::AreasOf(result.first);
 }
 
-// Takes the holes out of a sound region and has them placed by the sweep, or one by one.
+// Takes the holes out of a sound region and has them placed by the sweep, or one by one, or as
+// takes less.
 Areas PlacedAgain(const Areas& areas, decltype(zelvan::PlaceHolesBySweep)& place) {
   zelvan::OwnedRing ring;
   zelvan::PendingHoles holes;
@@ -70,7 +71,10 @@ Areas PlacedAgain(const Areas& areas, decltype(zelvan::PlaceHolesBySweep)& place
       holes.Push(zelvan::OwnedContour(std::exchange(hole.first->contours, nullptr)));
     }
   }
-  place(ring, holes);
+  const std::size_t pairs = place(ring, holes);
+  std::size_t vertices = 0;
+  for (const Ring& r : Flatten(areas)) vertices += r.size() + 1;
+  EXPECT_TRUE(place == zelvan::PlaceHolesByTests || pairs <= 16 * vertices);
   Areas placed = zelvan::test::AreasOf(ring.first);
   for (Rings& rings : placed) std::reverse(rings.begin() + 1, rings.end());
   return placed;
@@ -314,6 +318,26 @@ TEST(Sweep, NumbersAndWorkAreBounded) {
     ASSERT_EQ(split[0], split[1]) << "seed " << seed;
   }
   EXPECT_GT(crossings, 100000u);
+
+  // Frames that each start above all others, or below.
+  for (const int up : {-1, 1}) {
+    constexpr int kSteps = 2000;
+    Areas stairs;
+    for (std::int32_t k = 0; k < kSteps; ++k) {
+      const std::int32_t y = 20 * up * k;
+      Ring hole = zelvan::test::Box(k + 1, y + 1, 49999 + k, y + 8);
+      std::reverse(hole.begin(), hole.end());
+      stairs.push_back({zelvan::test::Box(k, y, 50000 + k, y + 9), hole});
+    }
+    EXPECT_EQ(PlacedAgain(stairs, zelvan::PlaceHoles), stairs);
+    const zelvan::OwnedRing ring = RingOf(stairs);
+    zelvan::SegmentTable table;
+    zelvan::FillSegments(table, ring.first);
+    zelvan::SweepRecords records;
+    zelvan::Sweep sweep(records);
+    sweep.Run(table);
+    EXPECT_LT(sweep.SearchSteps(), 200u * kSteps);
+  }
 }
 
 }  // namespace

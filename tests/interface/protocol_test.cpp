@@ -35,14 +35,17 @@ TEST(Protocol, NothingIsWrittenThatIsNotThere) {
   EXPECT_EQ(SetMain(kLine), 0) << "a failed call leaves no main polygon";
   EXPECT_EQ(Triangulate() + all() + GetVertices(vertices) + GetEdges(n) + GetFaces(n), 0);
   EXPECT_EQ(GetContourIndex(0) + GetContourSize(0) + GetContourCount(), -2);
-  EXPECT_EQ(SetMain(kOuter) + GetVertices(nullptr) + GetEdges(n), 1);
-  EXPECT_EQ(GetCounts(nullptr, &n[1], &n[2]) + GetCounts(&n[0], nullptr, &n[2]) +
-                GetCounts(&n[0], &n[1], nullptr),
-            0);
-  EXPECT_TRUE(n[0] == -7 && n[1] == -7 && n[2] == -7 && vertices[0] == -7);
-  EXPECT_EQ(all(), 0) << "not cut yet";
-  EXPECT_TRUE(n[0] == 4 && n[1] == -7 && n[2] == -7);
+  EXPECT_EQ(SetMain(kOuter) + GetVertices(nullptr) + GetEdges(n) + all(), 1) << "not cut yet";
+  EXPECT_TRUE(n[0] == 4 && n[1] == -7 && n[2] == -7 && vertices[0] == -7);
+  n[0] = -7;
+  EXPECT_EQ(GetCounts(&n[0], nullptr, nullptr) + n[0], 4);
   EXPECT_EQ(Triangulate() + GetEdges(nullptr) + GetFaces(nullptr), 1);
+  for (int null = 0; null < 8; ++null) {  // what a null pointer would receive is passed over
+    int m[3] = {-7, -7, -7};
+    const auto to = [&](int i) { return (null >> i & 1) == 0 ? &m[i] : nullptr; };
+    EXPECT_EQ(GetCounts(to(0), to(1), to(2)), null == 0 ? 1 : 0);
+    for (int i = 0; i < 3; ++i) EXPECT_EQ(m[i], to(i) == nullptr ? -7 : i == 0 ? 4 : 8 - 3 * i);
+  }
 
   EXPECT_EQ(SetMain({0, 0, 0, 1e6, 1e6, 0, 999999.6, 1e6, 0}), 1) << "collapses on its grid";
   EXPECT_EQ(Read().vertexCount + GetContourCount() + Triangulate(), 0);
