@@ -366,9 +366,12 @@ void Sweep::NotePixel(GridPoint p) {
     columns_.AddArm(e.low);
   }
   for (const ActiveEdge& e : departing_) {
-    columns_.AddLine(e.line);
-    columns_.AddArm(e.high);
-    if (input_->edges[e.line].low < p) columns_.AddPass(e.line, p);
+    if (input_->edges[e.line].low < p) {
+      columns_.AddPass(e.line, p);  // its line and arm are noted
+    } else {
+      columns_.AddLine(e.line);
+      columns_.AddArm(e.high);
+    }
   }
   columns_.CloseVertex(p);
 }
