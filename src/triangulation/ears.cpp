@@ -196,7 +196,6 @@ bool EarCutter::IsEar(std::uint32_t slot) const noexcept {
   const GridPoint a = points_[before];
   const GridPoint b = points_[slot];
   const GridPoint c = points_[after];
-  if (bridged_ && (points_[prev_[before]] == c || points_[next_[after]] == a)) return false;
   for (std::uint64_t rest = blocking_ & ~(Bit(before) | Bit(after)); rest != 0; rest &= rest - 1) {
     const GridPoint p = points_[std::countr_zero(rest)];
     if (zelvan::Cross(a, b, p) >= 0 && zelvan::Cross(b, c, p) >= 0 && zelvan::Cross(c, a, p) >= 0 &&
@@ -217,7 +216,6 @@ void EarCutter::Cut(std::uint32_t slot) noexcept {
   LinkEdge(side, before);
   LinkEdge(side + 1, slot);
   across_[before] = side + 2;
-  back_[before] = kNone;
   Join(before, after);
   --left_;
   for (const std::uint32_t end : {before, after}) {
