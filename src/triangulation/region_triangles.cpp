@@ -5,6 +5,7 @@
 
 #include <zelvan/error.h>
 
+#include <new>
 #include <span>
 #include <vector>
 
@@ -105,6 +106,7 @@ void RegionCutter::CutPolygon(std::size_t polygon) {
 
 // Sets up the arrays for a number of triangles. Neighbours are the twins at first.
 void RegionCutter::Prepare(std::uint32_t triangles) {
+  if (triangles > kNone / 3) throw std::bad_alloc();  // sides are numbered in 32 bits
   made_ = triangles;
   const std::size_t sides = 3 * std::size_t{triangles};
   if (delaunay_ && spare_.size() < sides) spare_.resize(sides);
