@@ -82,7 +82,6 @@ void EarCutter::AddRing(std::span<const GridPoint> ring, std::uint32_t first) no
     ++slots_;
   }
   Join(slots_ - 1, begin);
-  left_ = slots_;
 }
 
 std::uint32_t EarCutter::AddSlot(std::uint32_t copied) noexcept {
@@ -91,7 +90,6 @@ std::uint32_t EarCutter::AddSlot(std::uint32_t copied) noexcept {
   across_[slots_] = across_[copied];
   back_[slots_] = back_[copied];
   if (back_[copied] != kNone) back_[back_[copied]] = slots_;
-  left_ = slots_ + 1;
   return slots_++;
 }
 
@@ -166,6 +164,7 @@ bool EarCutter::OpensTo(std::uint32_t slot, GridPoint p) const noexcept {
 
 // Every second slot is tried, so that no corner gets all triangles.
 bool EarCutter::Run() noexcept {
+  left_ = slots_;
   std::uint32_t slot = 0;
   do {
     if (!IsConvex(slot)) blocking_ |= Bit(slot);
