@@ -284,7 +284,8 @@ ZELVAN_API zelvan_status ZELVAN_CALL zelvan_region_read(const zelvan_region* reg
  * Cuts a region into triangles of its own vertices, numbered as zelvan_region_read gives
  * them. A polygon of n vertices with h holes has n + 2h - 2 triangles, two less for each ring
  * that touches others in one place; where rings touch, each wedge between them has one vertex
- * of those in that place. Triangles come polygon by polygon.
+ * of those in that place. Triangles come polygon by polygon. Which ones they are is free but for
+ * ZELVAN_DELAUNAY: the same region gives the same triangles, another version may give others.
  *
  * @param options     0 or ZELVAN_DELAUNAY: of all ways to cut the region the one in which no
  *                    triangle's circle holds a vertex that its inside sees; where four
