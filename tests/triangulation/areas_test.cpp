@@ -14,6 +14,7 @@
 namespace {
 
 using namespace zelvan::test;
+using zelvan::GridPoint;
 
 constexpr std::uint64_t kSeed = 20;
 
@@ -33,40 +34,34 @@ void ExpectTriangles(const Areas& areas) {
   ASSERT_EQ(CheckMesh(*shape), "");
 }
 
-// A map that keeps every turn, to any part of the range of 31 bits; far from the shapes as a rule.
+// A map to any part of the range of 31 bits, a shear as a rule, that keeps every turn and the
+// order of points, and with that the region's.
 zelvan::FlatRegion Stretched(Random& random, zelvan::FlatRegion region) {
   constexpr std::int64_t kRange = (std::int64_t{1} << 31) - 1;
-  std::int64_t low[2], size[2], factor[2][2];
-  for (const int axis : {0, 1}) {
-    const auto at = [&](zelvan::GridPoint p) { return axis == 0 ? p.gx : p.gy; };
-    const auto [least, most] = std::minmax_element(region.points.begin(), region.points.end(),
-                                                   [&](auto p, auto q) { return at(p) < at(q); });
-    low[axis] = at(*least);
-    size[axis] = at(*most) - low[axis];
+  GridPoint low = region.points[0], high = low;
+  for (const GridPoint p : region.points) {
+    low = {std::min(low.gx, p.gx), std::min(low.gy, p.gy)};
+    high = {std::max(high.gx, p.gx), std::max(high.gy, p.gy)};
   }
-  const bool straight = random.Below(2) == 0;
-  do {
-    for (const int i : {0, 1}) {
-      for (const int j : {0, 1}) {
-        const std::int64_t most = kRange / size[j] / (straight ? 1 : 2);
-        const std::int64_t value = random.Below(2) == 0 ? most : random.Below(most + 1);
-        factor[i][j] = straight && i != j ? 0 : value >> random.Below(random.Below(2) * 29 + 1);
-        if (random.Below(2) == 0) factor[i][j] = -factor[i][j];
-      }
-    }
-  } while (factor[0][0] * factor[1][1] <= factor[0][1] * factor[1][0]);
-  const bool toTheEnd = random.Below(2) == 0;
-  for (zelvan::GridPoint& p : region.points) {
-    const std::int64_t from[] = {p.gx - low[0], p.gy - low[1]};
-    const auto to = [&](int i) {
-      std::int64_t sum = toTheEnd ? kRange : 0;
-      for (const int j : {0, 1}) {
-        const bool turned = (factor[i][j] < 0) != toTheEnd;
-        sum += factor[i][j] * (turned ? from[j] - size[j] : from[j]);
-      }
-      return static_cast<std::int32_t>(sum - (std::int64_t{1} << 30));
+  const std::int64_t width = high.gx - low.gx, height = high.gy - low.gy;
+  const auto factor = [&](std::int64_t most) {
+    const std::int64_t any = random.Below(2) == 0 ? most : random.Below(most + 1);
+    return any >> (random.Below(2) == 0 ? random.Below(30) : 0);
+  };
+  const bool isSheared = random.Below(2) == 0;
+  const std::int64_t xx = 1 + factor(kRange / width - 1);
+  const std::int64_t yy = 1 + factor(kRange / height / (isSheared ? 2 : 1) - 1);
+  const std::int64_t xy = isSheared ? factor((kRange - yy * height) / width) : 0;
+  const bool isSinking = random.Below(2) == 0;
+  const bool atTheEnd = random.Below(2) == 0;
+  const std::int64_t spare[] = {kRange - xx * width, kRange - yy * height - xy * width};
+  for (GridPoint& p : region.points) {
+    const std::int64_t x = p.gx - low.gx, y = p.gy - low.gy;
+    const std::int64_t to[] = {xx * x, yy * y + xy * (isSinking ? width - x : x)};
+    const auto at = [&](int i) {
+      return static_cast<std::int32_t>(to[i] + (atTheEnd ? spare[i] : 0) - (std::int64_t{1} << 30));
     };
-    p = {to(0), to(1)};
+    p = {at(0), at(1)};
   }
   return region;
 }
