@@ -24,7 +24,7 @@ constexpr const char* kFooter =
 
 constexpr const char* kCombinations =
     "Writes the region as .geojson, .wkt and .svg, or its triangles as .obj (and in the\n"
-    "others with --triangles). All polygons share one grid of 2^20 steps along each axis,\n"
+    "others with --triangles). All polygons share one grid of 2^31 steps along each axis,\n"
     "a power of two: whole numbers come out as they went in where a step is 1 or less.\n"
     "What is smaller than a step vanishes.\n";
 

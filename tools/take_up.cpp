@@ -119,13 +119,13 @@ Grid GridFor(const std::vector<const Polygon*>& polygons, const Options& options
   if (box.min.x > box.max.x) return {};
   if (options.step == 0) return Grid::Covering(box);
   const auto origin = [&](double low, double high) {
-    return (std::ceil((low / 2 + high / 2) / options.step) - 524288) * options.step;
+    return (std::ceil((low / 2 + high / 2) / options.step) - std::ldexp(1.0, ZELVAN_GRID_BITS - 1)) * options.step;
   };
   const Grid grid({origin(box.min.x, box.max.x), origin(box.min.y, box.max.y)}, options.step);
   try {
     static_cast<void>(Region({{box.min, box.max}}, FillRule::EvenOdd, grid));
   } catch (const std::invalid_argument&) {
-    throw std::invalid_argument("--grid: the polygons extend over 2^20 steps or more of " +
+    throw std::invalid_argument("--grid: the polygons extend over 2^31 steps or more of " +
                                 Shortest(options.step));
   }
   return grid;

@@ -165,7 +165,7 @@ TEST(RegionGuarantee, AnyRingsMakeARegion) {
     for (int op = 0; op < 4; ++op) {
       const Region region = zelvan::Combine(zelvan::Operation{op}, a, ruleA, b, ruleB, Grid());
       ExpectRegion(region, snapped, op, given.rules);
-      if (snapped.bent == 0) EXPECT_EQ(region, Combine(regionA, regionB, op));
+      EXPECT_TRUE(snapped.bent > 0 || region == Combine(regionA, regionB, op));
     }
     const zelvan::test::Rings readA = zelvan::test::Flatten(ForOracle(regionA)),
                               readB = zelvan::test::Flatten(ForOracle(regionB));

@@ -1,10 +1,11 @@
 """The examples in all docstrings, and what examples cannot show."""
 
-import copy, doctest, json, os, random, resource, subprocess, sys, unittest
+import copy, doctest, json, os, pickle, random, resource, subprocess, sys, unittest
 from array import array
 from itertools import chain
 
-from zelvan import FillRule, Grid, LossWarning, Region, TooCoarseError, unite, unite_rings
+from zelvan import (
+    FillRule, Grid, LossWarning, Operation, Region, TooCoarseError, combine, unite, unite_rings)
 
 try:
     import numpy
@@ -36,8 +37,6 @@ class Binding(unittest.TestCase):
         for seed in range(50):
             rng = random.Random(seed)
             region = Region([random_ring(rng), random_ring(rng)], grid=Grid())
-            for _ in range(9):  # until no edge passes a point so closely that it is bent
-                region = Region(rings_of(region), FillRule.NON_ZERO, Grid())
             rings = [[[*map(int, point)] for point in ring.tolist()] for ring in rings_of(region)]
             twice = {"type": "GeometryCollection", "geometries": [region.__geo_interface__, region]}
             features = [{"type": "Feature", "geometry": part} for part in (None, twice)]
@@ -46,7 +45,11 @@ class Binding(unittest.TestCase):
                     Region([ring[::-1] for ring in rings], FillRule.NEGATIVE, Grid()),
                     Region.from_geojson(json.dumps(region.__geo_interface__), Grid()),
                     Region.from_geojson(nested, Grid()),
-                    unite([region, Region(), region - region, copy.deepcopy(region)])]
+                    unite([region, Region(), region - region, copy.deepcopy(region)]),
+                    combine(seed % 4, rings, FillRule.EVEN_ODD, [], FillRule.POSITIVE, Grid())
+                    if seed % 4 != Operation.INTERSECT else
+                    combine(1, rings, FillRule.EVEN_ODD, map(buffer, rings), 1, Grid()),
+                    pickle.loads(pickle.dumps(region))]
             if numpy:
                 wide = [numpy.array([(x, 7, y) for x, y in ring], "i2") for ring in rings]
                 ways += [Region([ring[:, ::2] for ring in wide], grid=Grid()),
