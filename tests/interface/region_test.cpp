@@ -477,7 +477,7 @@ TEST(RegionGuarantee, FailureChangesNothing) {
     Region result = (a | fine.OnGrid(Grid())) ^ Region({{{1, 1}, {7, 2}, {2, 7}}});
     result = zelvan::Unite(std::vector<Region>{result, a, b});
     result ^= zelvan::Combine(zelvan::Operation::Subtract, RingsOf(a), FillRule::EvenOdd,
-                              {{{1, 1}, {7, 2}, {2, 7}}}, FillRule::NonZero);
+                              {{{1, 1}, {7, 2}, {2, 7}}}, FillRule::NonZero, Grid());
     return std::pair(result.Polygons(), zelvan::Triangulate(result).triangles);
   };
   const auto expected = session();

@@ -70,7 +70,7 @@ class Grid:
         2**500, and for what extends beyond every grid.
 
         >>> Grid.covering([[(-180, -90), (180, 90)]])
-        Grid(origin=(-256.0, -256.0), step=0.00048828125)
+        Grid(origin=(-256.0, -256.0), step=2.384185791015625e-07)
         """
         return cls._covering(flatten(rings).xy)
 

@@ -65,7 +65,7 @@ class Region:
     more than 2**-10 of the area of one, or where two would become one. ``on_grid`` moves what
     may be lost.
 
-    >>> far = Region([[(1e9, 1e9), (2e9, 1e9), (1e9, 2e9)]])
+    >>> far = Region([[(1e12, 1e12), (2e12, 1e12), (1e12, 2e12)]])
     >>> frame | far  # doctest: +ELLIPSIS
     Traceback (most recent call last):
     zelvan._library.TooCoarseError: the coarser grid would lose a polygon ...
@@ -103,7 +103,7 @@ class Region:
         >>> Region([square, [(0, 0), (float("nan"), 1)]])
         Traceback (most recent call last):
         ValueError: a coordinate is infinite or no number: ring 1, point 1
-        >>> Region([square], grid=Grid((0, 0), 2.0**-21))
+        >>> Region([square], grid=Grid((0, 0), 2.0**-30))
         Traceback (most recent call last):
         ValueError: a point lies outside the grid, or no grid extends so far: ring 0, point 1
         """
@@ -395,7 +395,7 @@ def common_grid(regions: Iterable[Region]) -> Grid:
     """The grid that operations on some regions take. Raises ValueError where none holds all.
 
     >>> common_grid([Region([[(0, 0), (1, 0), (0, 1)]]), Region([[(0, 0), (4, 0), (0, 4)]])]).step
-    7.62939453125e-06
+    3.725290298461914e-09
     """
     kept, grid = list(regions), CGrid()
     check(LIBRARY.grid_common(_handles(kept), len(kept), byref(grid)))
