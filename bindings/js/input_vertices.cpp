@@ -21,7 +21,7 @@ double GridNumber(double coordinate, double origin, double step) {
 std::uint64_t Place(const double* point, const zelvan_grid& grid) {
   const double column = GridNumber(point[0], grid.x, grid.step);
   const double row = GridNumber(point[1], grid.y, grid.step);
-  return static_cast<std::uint64_t>(column) << 20 | static_cast<std::uint64_t>(row);
+  return static_cast<std::uint64_t>(column) << ZELVAN_GRID_BITS | static_cast<std::uint64_t>(row);
 }
 
 // Places and the first point at each, in a table with open addresses.

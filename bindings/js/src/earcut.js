@@ -1,6 +1,6 @@
 // The calls of the earcut package, answered by Zelvan: coordinates in a row, the vertices
 // at which holes begin, triangles as numbers of input vertices, counter-clockwise where y
-// points up. The triangles are exact on a grid of 2^20 steps across the input, and use its
+// points up. The triangles are exact on a grid of 2^31 steps across the input, and use its
 // vertices; where edges cross there is none, and triangles that need one are left out.
 import { BAD_ARGUMENT, ZelvanError, check, doublesAt, integersAt, numbersAt, wasm, withMemory } from './module.js';
 
