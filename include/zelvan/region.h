@@ -168,9 +168,9 @@ class Grid {
     detail::Check(zelvan_grid_check(&grid_));
   }
 
-  /// The grid with the least step that holds a box.
-  /// Throws std::invalid_argument for numbers that are not finite or beyond 2^500, and for a
-  /// box that is larger than every grid.
+  /// The grid with the least step that holds a box; one of any extent has one.
+  /// Throws std::invalid_argument for numbers that are not finite, or beyond 2^500 to either
+  /// side of 0.
   static Grid Covering(const Box& box) {
     const double corners[] = {box.min.x, box.min.y, box.max.x, box.max.y};
     Grid grid;

@@ -52,8 +52,8 @@ enum {
   ZELVAN_OK = 0,
   ZELVAN_NO_MEMORY = 1,
   ZELVAN_NOT_FINITE = 2, /**< a coordinate is infinite or no number */
-  /** A point lies outside the grid. Where no grid is given: it is beyond 2^500, or no grid
-   * holds it together with the points before it. */
+  /** A point lies outside the grid; where no grid is given, beyond 2^500 to either side of 0,
+   * within which there is a grid for all points. */
   ZELVAN_OUTSIDE_GRID = 3,
   ZELVAN_BAD_GRID = 4, /**< see zelvan_grid */
   /** A null pointer, descending offsets, an unknown rule or operation, or counts that are not

@@ -186,14 +186,6 @@ std::string CodeOf(const Rings& rings) {
   return text + "}";
 }
 
-Rings RingsOf(const FlatRegion& region) {
-  Rings rings;
-  for (std::size_t i = 0; i < region.Rings(); ++i) {
-    rings.emplace_back(region.Ring(i).begin(), region.Ring(i).end());
-  }
-  return rings;
-}
-
 std::string Read(const FlatRegion& region) {
   std::string text = CodeOf(RingsOf(region)) + ", polygons";
   for (const std::uint32_t i : region.polygonOffsets) text += " " + std::to_string(i);
@@ -244,6 +236,14 @@ std::vector<RingCase> SmallerOnes(const RingCase& rings) {
 }
 
 }  // namespace
+
+Rings RingsOf(const FlatRegion& region) {
+  Rings rings;
+  for (std::size_t i = 0; i < region.Rings(); ++i) {
+    rings.emplace_back(region.Ring(i).begin(), region.Ring(i).end());
+  }
+  return rings;
+}
 
 RingCase RandomCase(std::uint64_t seed) {
   return Generator(seed).Run();

@@ -34,6 +34,8 @@ using RegionEngine =
 /// A case with fewer points and smaller coordinates that still fails.
 [[nodiscard]] RingCase Shrunk(RingCase rings, const std::function<bool(const RingCase&)>& fails);
 
+[[nodiscard]] Rings RingsOf(const FlatRegion& region);
+
 /// As C++ code.
 [[nodiscard]] std::string Code(const RingCase& rings);
 
