@@ -194,7 +194,7 @@ class Tool(unittest.TestCase):
                                      1 if invalid or place or words else 0)
                 for one in words + invalid * ["(--repair mends it)"]:
                     self.assertIn(one, said, case["name"])
-                self.assertRegex(said, ".*".join(place))
+                self.assertRegex(said, ".*".join(place or ["grid"]))
                 if not place:
                     self.assertEqual(seen("o.wkt")[2], 0 if invalid else case["area"], case["name"])
 
@@ -269,7 +269,7 @@ class Tool(unittest.TestCase):
         text = self.run_tool("triangulate good.wkt large.wkt -o " + " -o ".join(outputs))
         for name in outputs:  # no exponents where digits will do
             self.assertNotRegex(pathlib.Path(name).read_text(), r"\de[-+]?\d")
-        self.assertRegex(text, r"^grids: steps of 0\.0{8}37\d+ to 0\.00195\d+ ")
+        self.assertRegex(text, r"^grids: steps of 3\.7\S*e-09 to 0\.00195\d+ ")
         self.assertRegex(text, r"good.wkt +1 +4 +2 +16 +16 +\d")
         self.assertRegex(text, r"total +2 +8 +4 +16000000000016 +16000000000016 +\d")
         text = self.run_tool("union good.wkt --grid 0.5")
@@ -331,7 +331,7 @@ class Tool(unittest.TestCase):
             write("p.wkt", "POLYGON ((%s))" % text)
             area = wkt.loads("POLYGON ((%s))" % text).area
             for command in ("triangulate", "union", "triangulate --delaunay"):
-                self.run_tool(command + " p.wkt -o out.wkt")
+                self.run_tool(command + " p.wkt -o out.wkt", 1 if needle in text else 0)
                 self.assertAlmostEqual(seen("out.wkt")[2] / area, 1, 5, text)
 
     def test_whole_numbers_stay_a_given_grid_decides_and_pipes_join(self):
