@@ -78,9 +78,9 @@ Work WorkOf(const test::Rings& rings) {
   overlay::EdgeSet edges;
   for (const test::Ring& ring : rings) edges.AddRing(ring, {1, 0});
   edges.SortVertices();
-  overlay::Sweep sweep(edges, {overlay::Operation::kUnite, FillRule::NonZero, FillRule::NonZero},
-                       overlay::Sweep::Search::kPixels);
-  sweep.Run();
+  overlay::Sweep sweep;
+  sweep.Run(edges, {overlay::Operation::kUnite, FillRule::NonZero, FillRule::NonZero},
+            overlay::Sweep::Search::kPixels);
   return {sweep.Stops(), edges.edges.size(), sweep.Crossed().size()};
 }
 
@@ -102,32 +102,26 @@ TEST(Overlay, StopsAreBoundedByVerticesAndCrossings) {
 TEST(Overlay, EdgesOnEachOtherAreSweptOnce) {
   constexpr std::int32_t n = 20000;
   Random random(1);
-  test::Rings bars;
-  for (std::int32_t i = 0; i < n; ++i) bars.push_back(test::Box(i, 0, 2 * n - i, n - i));
-  Work work = WorkOf(bars);
-  EXPECT_TRUE(work.stops <= 12 * n && work.lines <= 8 * n) << work.stops << ", " << work.lines;
-
-  test::Ring line;  // to and fro, with one point beside it
+  const auto expectWork = [](const test::Rings& rings, std::uint64_t stops, std::size_t lines) {
+    const Work work = WorkOf(rings);
+    EXPECT_TRUE(work.stops <= stops && work.lines <= lines) << work.stops << ", " << work.lines;
+  };
+  test::Rings bars, edges(n, {{0, 0}, {4 * n, 0}, {4 * n, 9}});
+  test::Ring line{{n, 0}};  // to and fro, with one point beside it
   for (std::int32_t i = 0; i < n; ++i) {
-    const std::int32_t at = random.Below(n);
-    line.push_back({at, 3 * at});
+    bars.push_back(test::Box(i, 0, 2 * n - i, n - i));
+    edges.push_back({{4 * i, 0}, {4 * i + 1, -9}, {4 * i + 2, -9}});  // a vertex on all edges
+    line.push_back(test::PointIn(random, n));
+    line.back().gy = 3 * line.back().gx;
   }
-  line.push_back({n, 0});
-  work = WorkOf({line});
-  EXPECT_TRUE(work.stops <= 4 * n && work.lines <= 5 * n) << work.stops << ", " << work.lines;
-
+  expectWork(bars, 12 * n, 8 * n);
+  expectWork(edges, 12 * n, 8 * n);
+  expectWork({line}, 4 * n, 5 * n);
   for (const std::int32_t places : {2, 4}) {
     test::Ring mess;
     for (std::int32_t i = 0; i < n; ++i) mess.push_back(test::PointIn(random, places - 1));
-    work = WorkOf({mess});
-    EXPECT_TRUE(work.stops <= 1000 && work.lines <= n + 1000) << work.stops << ", " << work.lines;
+    expectWork({mess}, 1000, n + 1000);
   }
-
-  test::Rings edges(n, {{0, 0}, {4 * n, 0}, {4 * n, 9}});  // past vertices that lie on them
-  for (std::int32_t i = 1; i < n; ++i)
-    edges.push_back({{4 * i, 0}, {4 * i + 1, -9}, {4 * i + 2, -9}});
-  work = WorkOf(edges);
-  EXPECT_TRUE(work.stops <= 12 * n && work.lines <= 8 * n) << work.stops << ", " << work.lines;
 }
 
 }  // namespace

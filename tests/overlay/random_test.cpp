@@ -29,10 +29,10 @@ FlatRegion ByOverlay(std::span<const Ring> a, FillRule ruleA, std::span<const Ri
                      FillRule ruleB, int op) {
   constexpr Operation kOperations[] = {Operation::kUnite, Operation::kIntersect,
                                        Operation::kSubtract, Operation::kExclusiveOr};
-  zelvan::overlay::EdgeSet edges;
-  for (const Ring& ring : a) edges.AddRing(ring, {1, 0});
-  for (const Ring& ring : b) edges.AddRing(ring, {0, 1});
-  return Overlay(std::move(edges), {kOperations[op], ruleA, ruleB});
+  zelvan::overlay::Overlay overlay;
+  for (const Ring& ring : a) overlay.Edges().AddRing(ring, {1, 0});
+  for (const Ring& ring : b) overlay.Edges().AddRing(ring, {0, 1});
+  return overlay.Run({kOperations[op], ruleA, ruleB});
 }
 
 TEST(OverlayRandom, EveryOperationIsTheOracles) {

@@ -197,39 +197,36 @@ std::string Read(const FlatRegion& region) {
 // Cases with fewer points or smaller coordinates, those that lose most first.
 std::vector<RingCase> SmallerOnes(const RingCase& rings) {
   std::vector<RingCase> smaller;
-  const auto copy = [&]() -> RingCase& { return smaller.emplace_back(rings); };
-  const auto halved = [](std::int32_t v, std::int32_t toward) { return v / 2 - toward / 2; };
-  for (std::size_t side = 0; side < 2; ++side) {
-    for (std::size_t k = 0; k < rings.operands[side].size(); ++k) {
-      Rings& left = copy().operands[side];
-      left.erase(left.begin() + static_cast<Index>(k));
-    }
-  }
-  for (std::size_t side = 0; side < 2; ++side) {
-    for (std::size_t k = 0; k < rings.operands[side].size(); ++k) {
-      const Ring& ring = rings.operands[side][k];
-      for (std::size_t i = 0; i < ring.size(); ++i) {
-        for (const std::size_t n : {2u, 1u}) {
-          Ring& left = copy().operands[side][k];
-          const auto first = left.begin() + static_cast<Index>(i);
-          left.erase(first, first + static_cast<Index>(std::min(n, left.size() - i)));
-        }
-        for (const GridPoint toward : {GridPoint{0, 0}, ring[i]}) {  // all points
-          RingCase& all = copy();
-          for (Rings& operand : all.operands) {
-            for (Ring& r : operand) {
-              for (GridPoint& p : r) p = {halved(p.gx, toward.gx), halved(p.gy, toward.gy)};
-            }
-          }
-          if (all.operands == rings.operands) smaller.pop_back();
-        }
-        for (const auto axis : {&GridPoint::gx, &GridPoint::gy}) {
-          const std::int32_t v = ring[i].*axis;
-          for (const std::int32_t less : {0, v / 2, v - v / 16, v - (v > 0) + (v < 0)}) {
-            if (less != v) copy().operands[side][k][i].*axis = less;
-          }
+  const auto forEachPoint = [&](auto change) {  // of copies; one that does not change is left out
+    for (std::size_t side = 0; side < 2; ++side) {
+      for (std::size_t k = 0; k < rings.operands[side].size(); ++k) {
+        for (std::size_t i = 0; i < rings.operands[side][k].size(); ++i) {
+          RingCase copy = rings;
+          change(copy, copy.operands[side], k, static_cast<Index>(i));
+          if (copy.operands != rings.operands) smaller.push_back(std::move(copy));
         }
       }
+    }
+  };
+  forEachPoint([](RingCase&, Rings& all, std::size_t k, Index i) {
+    if (i == 0) all.erase(all.begin() + static_cast<Index>(k));
+  });
+  forEachPoint(
+      [](RingCase&, Rings& all, std::size_t k, Index i) { all[k].erase(all[k].begin() + i); });
+  forEachPoint([](RingCase& copy, Rings& all, std::size_t k, Index i) {
+    const GridPoint to = all[k][static_cast<std::size_t>(i)];
+    for (Rings& operand : copy.operands) {
+      for (Ring& ring : operand) {
+        for (GridPoint& p : ring) p = {p.gx / 2 - to.gx / 2, p.gy / 2 - to.gy / 2};
+      }
+    }
+  });
+  for (const auto axis : {&GridPoint::gx, &GridPoint::gy}) {
+    for (const std::int32_t part : {1, 2, 16, INT32_MAX}) {  // toward 0
+      forEachPoint([&](RingCase&, Rings& all, std::size_t k, Index i) {
+        std::int32_t& v = all[k][static_cast<std::size_t>(i)].*axis;
+        v -= part < INT32_MAX ? v / part : (v > 0) - (v < 0);
+      });
     }
   }
   return smaller;

@@ -315,25 +315,6 @@ class Tool(unittest.TestCase):
                               not repaired else 0)
                 self.assertAlmostEqual(seen("o.geojson")[2], repaired, 3, (text, command))
 
-    def test_nothing_is_lost_by_the_grid(self):
-        small = "8.001 50, 8.0005 50.0009, 7.9995 50.0009, 7.999 50, 7.9995 49.9991, 8.001 50"
-        needle = ("-48.476284762847627 -25.550994194885106, -48.483484834848355 "
-                  "-25.557748503964639, -48.479884798847991 -25.554371349424876, "
-                  "-48.478457164876978 -25.553032101554621, -48.476284762847627 "
-                  "-25.550994194885106")
-        turned = ("-174.49914499144992 -4.690310602754252, -174.51354513545135 -4.6768019845951869, "
-                  "-174.52794527945281 -4.6666705209758987, -174.53874538745387 "
-                  "-4.6649819437060103, -174.54234542345424 -4.6599162118963591, "
-                  "-174.53874538745387 -4.6565390573565963, -174.52434524345244 "
-                  "-4.6649819437060103, -174.50274502745026 -4.6869334482144893, "
-                  "-174.49914499144992 -4.690310602754252")  # the last corner goes behind an edge
-        for text in (small, turned, "-74 -34, -34 -34, -34 6, -74 6, -74 -34), (" + needle):
-            write("p.wkt", "POLYGON ((%s))" % text)
-            area = wkt.loads("POLYGON ((%s))" % text).area
-            for command in ("triangulate", "union", "triangulate --delaunay"):
-                self.run_tool(command + " p.wkt -o out.wkt", 1 if needle in text else 0)
-                self.assertAlmostEqual(seen("out.wkt")[2] / area, 1, 5, text)
-
     def test_whole_numbers_stay_a_given_grid_decides_and_pipes_join(self):
         write("frame.wkt", "POLYGON ((0 0, 4 0, 4 4, 0 4, 0 0), (1 1, 2 1, 2 2, 1 2, 1 1))")
         write("fine.wkt", "POLYGON ((0.3 0, 4.7 0, 4.7 3, 0.3 3, 0.3 0))")
