@@ -59,7 +59,7 @@ int LeastExponent(double extent, double farthest, int least) noexcept {
 }
 
 std::int64_t OriginAround(double low, double high, double perUnit) noexcept {
-  const double middle = std::floor((low / 2 + high / 2) * perUnit);
+  const double middle = std::ceil((low / 2 + high / 2) * perUnit);
   return WholeOf(middle) - kRegionGridOffset;
 }
 
