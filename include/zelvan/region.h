@@ -18,10 +18,10 @@
 ///     refused, and the region is what the fill rule says.
 ///  2. GridPointsAreExact. A point goes to the nearest one of the grid, at most half a step
 ///     away along each axis, once, on the way in; one that is on the grid stays and comes
-///     out to the bit (-0.0 as 0). A crossing off the grid goes to the nearest point as well;
-///     then the edges that cross there, and those that pass so near that they would cross what
-///     has moved, go through the points that they come near, and move by at most half a step
-///     (snap rounding). All other edges stay as they are.
+///     out to the bit (-0.0 as 0). A crossing off the grid goes to the nearest point as well:
+///     the edges that cross there lead through every vertex and rounded crossing that they pass
+///     within half a step, so do edges that pass one of those, and none moves farther (snap
+///     rounding). All other edges stay as they are.
 ///  3. ResultsAreValid. Every region's polygons are valid simple features: rings do not touch
 ///     themselves, meet others in single points alone, and holes lie inside.
 ///  4. EqualReadsTheSame. Regions of the same points on the same grid compare equal and read

@@ -89,13 +89,12 @@ TEST(RegionGuarantee, GridPointsAreExact) {
     const double x = step * std::floor(random.Between(-0x1p52, 0x1p52));
     const double y = step * std::floor(random.Between(-0x1p20, 0x1p20));
     const Grid grid({x, y}, step);
-    const double far = kFar;
     const Ring exact = {
-        {x, y}, {x + far * step, y}, {x + (far - random.Below(99)) * step, y + far * step}};
+        {x, y}, {x + kFar * step, y}, {x + (kFar - random.Below(99)) * step, y + kFar * step}};
     const Region region({exact}, FillRule::NonZero, grid);
     ASSERT_EQ(region.Polygons().at(0).outer, exact);
     EXPECT_EQ(region.Grid(), grid);
-    EXPECT_EQ(region.Area(), far * far / 2 * step * step);
+    EXPECT_EQ(region.Area(), kFar * kFar / 2 * step * step);
     EXPECT_TRUE(region.Bounds().min == exact[0] &&
                 region.Bounds().max == Point({exact[1].x, exact[2].y}));
 
@@ -132,6 +131,16 @@ TEST(RegionGuarantee, GridPointsAreExact) {
     EXPECT_TRUE(extent / cover.Step() > kFar / 2 - 3 || farthest / cover.Step() >= 0x1p51);
   }
   EXPECT_FALSE(std::signbit(Region({{{-0.0, 1}, {0, 0}, {1, 0}}}).Vertices()[1].x));
+
+  Ring spiral;  // three times around the grid and back, 3 steps beside itself
+  for (int i = 0; i < 26; ++i) {
+    const int turn = std::min(i, 25 - i);
+    const double r = 0x1p30 - 200 + 8 * turn - (i < 13 ? 0 : 3);
+    spiral.push_back({turn % 4 == 0 || turn % 4 == 3 ? r : -r, turn % 4 < 2 ? r : -r});
+  }
+  const Region coil({spiral}, FillRule::NonZero, Grid());
+  EXPECT_EQ(coil.VertexCount(), 26u);
+  EXPECT_NEAR(coil.Area(), 12 * 0x1p31 * 3, 1e5);
 }
 
 zelvan::FlatRegion Judged(const Region& region) {

@@ -87,9 +87,7 @@ Work WorkOf(const test::Rings& rings) {
 // Each place and each exchange queues two crossings at most.
 TEST(Overlay, StopsAreBoundedByVerticesAndCrossings) {
   for (std::uint64_t seed = 0; seed < 1000; ++seed) {
-    const auto [a, b] = test::RandomCase(seed).operands;
-    test::Rings rings = a;
-    rings.insert(rings.end(), b.begin(), b.end());
+    const test::Rings rings = test::RandomCase(seed).operands[0];
     std::size_t vertices = 0;
     for (const test::Ring& ring : rings) vertices += ring.size();
     const oracle::Arrangement right = oracle::Snap(rings, {}, oracle::Bends::kNeeded);

@@ -186,14 +186,6 @@ std::string CodeOf(const Rings& rings) {
   return text + "}";
 }
 
-std::string Read(const FlatRegion& region) {
-  std::string text = CodeOf(RingsOf(region)) + ", polygons";
-  for (const std::uint32_t i : region.polygonOffsets) text += " " + std::to_string(i);
-  text += ", touches";
-  for (const std::uint32_t i : region.touches) text += " " + std::to_string(i);
-  return text;
-}
-
 // Cases with fewer points or smaller coordinates, those that lose most first.
 std::vector<RingCase> SmallerOnes(const RingCase& rings) {
   std::vector<RingCase> smaller;
@@ -255,7 +247,8 @@ std::string WrongIn(const RingCase& rings, const RegionEngine& engine) {
     const FlatRegion right = oracle::RegionOf(oracle::BoundaryOf(snapped, op, rings.rules));
     const FlatRegion region = engine(a, ruleA, b, ruleB, op);
     if (region != right) {
-      return "operation " + std::to_string(op) + " gives " + Read(region) + ", not " + Read(right);
+      return "operation " + std::to_string(op) + " gives " + CodeOf(RingsOf(region)) + ", not " +
+             CodeOf(RingsOf(right));
     }
     const FillRule rule = FillRule(op);  // each fits
     Rings again = RingsOf(region);
@@ -263,7 +256,8 @@ std::string WrongIn(const RingCase& rings, const RegionEngine& engine) {
       if (rule == FillRule::Negative) std::reverse(ring.begin(), ring.end());
     }
     const FlatRegion remade = engine(again, rule, {}, rule, 0);
-    if (remade != region) return Read(region) + " made again gives " + Read(remade);
+    if (remade != region)
+      return CodeOf(RingsOf(region)) + " made again gives " + CodeOf(RingsOf(remade));
   }
   return "";
 }
