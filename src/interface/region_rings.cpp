@@ -145,7 +145,9 @@ RegionHandle RegionOfRings(const RingInput& rings, FillRule rule, RingTurns turn
 RegionHandle CombineRings(overlay::Operation operation, const RingOperand& a, const RingOperand& b,
                           const RegionGrid& grid) {
   RegionSweep sweep;
-  sweep.Reserve(std::size_t{a.rings.Points()} + b.rings.Points());
+  const std::size_t points = std::size_t{a.rings.Points()} + b.rings.Points();
+  Require(points <= std::numeric_limits<std::int32_t>::max(), ZELVAN_TOO_LARGE);
+  sweep.Reserve(points);
   const std::uint32_t lostOfFirst = ForEachSnapped(a.rings, 0, grid, RingTurns::kAsGiven,
                                                    [&](const auto& ring) { sweep.AddFirst(ring); });
   const std::uint32_t lostOfSecond =

@@ -63,9 +63,8 @@ void Bending::SortByLine(std::span<const Edge> lines) {
 void Bending::FindBent(const Sweep& sweep, std::span<const Edge> lines) {
   isBent_.assign(lines.size(), false);
   isHandled_.assign(incidences_.size(), false);
-  for (const RoundedCrossing& c : sweep.Crossed()) {
-    Bend(c.first);
-    Bend(c.second);
+  for (std::uint32_t line = 0; line < lines.size(); ++line) {
+    if (sweep.IsCrossed(line)) Bend(line);
   }
   while (!waiting_.empty()) {
     const std::uint32_t line = waiting_.back();

@@ -62,14 +62,14 @@ void Sweep::Clear() {
   boundary_.Clear();
   draws_ = true;
   columns_.Clear();
-  crossed_.clear();
+  roundedCrossings_ = 0;
   cutLines_.clear();
   stops_ = 0;
 }
 
 std::size_t Sweep::Bytes() const noexcept {
   return BytesOf(events_) + status_.Bytes() + bundles_.Bytes() + BytesOf(slotOf_) +
-         boundary_.Bytes() + columns_.Bytes() + BytesOf(crossed_);
+         boundary_.Bytes() + columns_.Bytes();
 }
 
 void Sweep::Run(EdgeSet& edges, const Selection& selection, Search search) {
@@ -79,6 +79,7 @@ void Sweep::Run(EdgeSet& edges, const Selection& selection, Search search) {
   search_ = search;
   givenLines_ = edges.edges.size();
   slotOf_.assign(input_->edges.size(), kNever);
+  isCrossed_.assign(input_->edges.size(), false);
   boundary_.Reserve(input_->edges.size());
   while (nextVertex_ < input_->vertices.size() || !events_.empty()) {
     ++stops_;
@@ -293,6 +294,7 @@ void Sweep::CutLine(std::uint32_t line, GridPoint p) {
 std::uint32_t Sweep::AddLine(GridPoint low, GridPoint high, Windings step) {
   input_->edges.push_back({low, high, step});
   slotOf_.push_back(kNever);
+  isCrossed_.push_back(false);
   return static_cast<std::uint32_t>(input_->edges.size() - 1);
 }
 
@@ -402,7 +404,9 @@ void Sweep::Cross(const Event& event) {
   if (below >= kGone || above >= kGone || status_.Above(below) != above) return;
   draws_ = false;
   const GridPoint pixel{ValueOf(event.column), ValueOf(event.row)};
-  crossed_.push_back({event.first, event.second, pixel});
+  ++roundedCrossings_;
+  isCrossed_[event.first] = true;
+  isCrossed_[event.second] = true;
   columns_.MarkTight();
   columns_.AddPixel(pixel.gy);
   columns_.AddLine(event.first);

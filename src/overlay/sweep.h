@@ -40,13 +40,6 @@
 
 namespace zelvan::overlay {
 
-/// Two lines that cross, and the grid point next to their crossing.
-struct RoundedCrossing {
-  std::uint32_t first;
-  std::uint32_t second;
-  GridPoint pixel;
-};
-
 class Sweep {
  public:
   /// What is looked for besides the boundary: in the edges as they are given, crossings off the
@@ -58,10 +51,13 @@ class Sweep {
   void Run(EdgeSet& edges, const Selection& selection, Search search);
 
   /// Was no crossing off the grid? Then the boundary is that of the region.
-  [[nodiscard]] bool IsExact() const noexcept { return crossed_.empty(); }
+  [[nodiscard]] bool IsExact() const noexcept { return roundedCrossings_ == 0; }
 
   [[nodiscard]] Boundary& TheBoundary() noexcept { return boundary_; }
-  [[nodiscard]] const std::vector<RoundedCrossing>& Crossed() const noexcept { return crossed_; }
+  [[nodiscard]] std::uint64_t RoundedCrossings() const noexcept { return roundedCrossings_; }
+
+  /// Has a line a crossing off the grid?
+  [[nodiscard]] bool IsCrossed(std::uint32_t line) const noexcept { return isCrossed_[line]; }
   [[nodiscard]] const std::vector<Incidence>& Incidences() const noexcept {
     return columns_.Incidences();
   }
@@ -141,7 +137,8 @@ class Sweep {
   Boundary boundary_;
   bool draws_ = true;
   HotColumns columns_;
-  std::vector<RoundedCrossing> crossed_;
+  std::vector<bool> isCrossed_;  // of each line
+  std::uint64_t roundedCrossings_ = 0;
   std::vector<std::uint32_t> cutLines_;
   std::size_t givenLines_ = 0;
   std::uint64_t stops_ = 0;

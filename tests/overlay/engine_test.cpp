@@ -81,7 +81,7 @@ Work WorkOf(const test::Rings& rings) {
   overlay::Sweep sweep;
   sweep.Run(edges, {overlay::Operation::kUnite, FillRule::NonZero, FillRule::NonZero},
             overlay::Sweep::Search::kPixels);
-  return {sweep.Stops(), edges.edges.size(), sweep.Crossed().size()};
+  return {sweep.Stops(), edges.edges.size(), sweep.RoundedCrossings()};
 }
 
 // Each place and each exchange queues two crossings at most.
