@@ -40,7 +40,7 @@ export function panBy(dx, dy) {
 export function zoomBy(factor, sx, sy) {
   const { view } = state;
   const seen = dataBox() ?? boundsOf([[view.x, view.y, view.x + view.width, view.y + view.height]]);
-  const step = state.step ?? Math.max(seen[2] - seen[0], seen[3] - seen[1], Number.MIN_VALUE) / 2 ** 20;
+  const step = state.step ?? Math.max(seen[2] - seen[0], seen[3] - seen[1], Number.MIN_VALUE) / 2 ** 31;
   const least = fitted(view, seen).scale / OUTWARDS;
   const most = Math.min(view.width, view.height) / (STEPS_SEEN * step);
   // What is beyond a limit already, since the shapes or the step changed, is not thrown back.
