@@ -13,16 +13,16 @@ RegionHandle Combine(overlay::Operation operation, const zelvan_region* a, const
   const std::uint32_t lost = AddLosses(LostOf(a), LostOf(b));
   if (IsEmpty(a) || IsEmpty(b)) {
     if (operation == overlay::Operation::kIntersect ||
-        (operation == overlay::Operation::kSubtract && IsEmpty(a)))
+        (operation == overlay::Operation::kSubtract && IsEmpty(a))) {
       return Share(nullptr, lost);
+    }
     return Share(IsEmpty(a) ? b : a, lost);
   }
-  if (IsSame(a, b))
-    return Share(
-        operation == overlay::Operation::kUnite || operation == overlay::Operation::kIntersect
-            ? a
-            : nullptr,
-        lost);
+  if (IsSame(a, b)) {
+    const bool isKept =
+        operation == overlay::Operation::kUnite || operation == overlay::Operation::kIntersect;
+    return Share(isKept ? a : nullptr, lost);
+  }
   const zelvan_region* const both[] = {a, b};
   const RegionGrid grid = GridFor(both);
   const RegionHandle first = OnGrid(a, grid, MoveCost::kFaithful);

@@ -13,7 +13,7 @@ namespace zelvan {
 
 namespace detail {
 
-inline constexpr std::size_t kFewWords = 300;     // sorted by comparisons
+inline constexpr std::size_t kFewWords = 300;    // sorted by comparisons
 inline constexpr std::size_t kManyWords = 3000;  // sorted by wide digits
 
 // Each pass is stable, so the passes from the lowest digit to the highest leave all words in
@@ -26,12 +26,15 @@ void RadixSortWords(std::vector<std::uint64_t>& words, std::vector<std::uint64_t
   for (int shift = low; shift < low + bits; shift += kDigitBits) {
     const int width = std::min(kDigitBits, low + bits - shift);
     const std::uint64_t mask = (std::uint64_t{1} << width) - 1;
+    const auto digit = [&](std::uint64_t word) {
+      return static_cast<std::size_t>((word >> shift) & mask);
+    };
     std::array<std::uint32_t, buckets> places{};
-    for (const std::uint64_t word : words) ++places[(word >> shift) & mask];
-    if (places[(words[0] >> shift) & mask] == words.size()) continue;
+    for (const std::uint64_t word : words) ++places[digit(word)];
+    if (places[digit(words[0])] == words.size()) continue;
     std::uint32_t sum = 0;
     for (std::uint32_t& place : places) sum += std::exchange(place, sum);
-    for (const std::uint64_t word : words) scratch[places[(word >> shift) & mask]++] = word;
+    for (const std::uint64_t word : words) scratch[places[digit(word)]++] = word;
     words.swap(scratch);
   }
 }

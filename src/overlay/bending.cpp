@@ -52,7 +52,7 @@ void Bending::SortByLine(std::span<const Edge> lines) {
     for (std::uint32_t begin = firstOfLine_[line]; begin < last;) {
       std::uint32_t end = begin + 1;
       while (end < last && column(end) == column(begin)) ++end;
-      std::reverse(byLine_.begin() + begin, byLine_.begin() + end);
+      std::reverse(byLine_.data() + begin, byLine_.data() + end);
       begin = end;
     }
   }

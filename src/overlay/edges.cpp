@@ -75,7 +75,7 @@ void SortByPlace(std::vector<std::uint64_t>& words, std::vector<std::uint64_t>& 
     while (end < n && words[end] >> positionBits == words[begin] >> positionBits) ++end;
     if (end - begin > 1) {
       for (std::size_t i = begin; i < end; ++i) {
-        const std::uint64_t position = words[i] & mask;
+        const auto position = static_cast<std::size_t>(words[i] & mask);
         words[i] = keys.Y(vertices[position].at) << positionBits | position;
       }
       std::sort(words.begin() + static_cast<std::ptrdiff_t>(begin),
@@ -124,7 +124,9 @@ void EdgeSet::SortVertices() {
   const std::uint64_t mask = (std::uint64_t{1} << positionBits) - 1;
   sorted_.clear();
   sorted_.reserve(vertices.size());
-  for (const std::uint64_t word : words_) sorted_.push_back(vertices[word & mask]);
+  for (const std::uint64_t word : words_) {
+    sorted_.push_back(vertices[static_cast<std::size_t>(word & mask)]);
+  }
   vertices.swap(sorted_);
 }
 

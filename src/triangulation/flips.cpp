@@ -106,7 +106,7 @@ void Arrangement::Run(Sides sides, std::uint32_t first, std::uint32_t end, bool 
   };
   for (std::uint32_t v = first, begin = 0; v < end; begin = places_[v++ - first]) {
     if (places_[v - first] - begin < 2) continue;
-    std::sort(order_.begin() + begin, order_.begin() + places_[v - first], isBefore);
+    std::sort(order_.data() + begin, order_.data() + places_[v - first], isBefore);
   }
 
   const auto permute = [&](std::span<std::uint32_t> values, auto valueOf) {

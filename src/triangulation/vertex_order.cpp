@@ -76,7 +76,7 @@ std::span<std::uint32_t> VertexOrder::Sort(std::span<const SweepVertex> vertices
   for (std::uint32_t begin = 0, end = 0; begin < n; begin = end) {
     const auto prefix = [&](std::uint32_t i) { return restBits < 64 ? words_[i] >> restBits : 0; };
     for (end = begin + 1; end < n && prefix(end) == prefix(begin);) ++end;
-    if (end > begin + 1) std::sort(words_.begin() + begin, words_.begin() + end, isBefore);
+    if (end > begin + 1) std::sort(words_.data() + begin, words_.data() + end, isBefore);
   }
   order_.resize(n);
   for (std::uint32_t i = 0; i < n; ++i) order_[i] = numberOf(words_[i]);

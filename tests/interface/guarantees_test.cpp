@@ -149,7 +149,7 @@ TEST(Guarantee, ContoursThatDoNotCrossHaveTriangles) {
     Random random(seed);
     const bool isExact = seed >= given.size() && seed % 8 != 0;
     const int size = random.Pick(lattices);
-    const Xyz xyz = seed < given.size() ? given[seed]
+    const Xyz xyz = seed < given.size() ? given[static_cast<std::size_t>(seed)]
                     : isExact           ? OnALattice(random, size)
                                         : FinerThanTheGrid(random);
     if (SetMain(xyz) == 0) continue;

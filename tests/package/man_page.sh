@@ -3,7 +3,7 @@
 # no others. usage: man_page.sh PROGRAM MAN-PAGE
 set -euo pipefail
 help="$("$1" --help)"
-commands="$(sed -n '/^Subcommands:/,$s/^  \([a-z]*\)  .*/\1/p' <<<"$help")"
+commands="$(sed -n '/^Commands:/,$s/^  \([a-z]*\)  .*/\1/p' <<<"$help")"
 for command in $commands; do
   grep -q "^\.B $command$" "$2" || { echo "no command $command in the man page"; exit 1; }
   help+=$'\n'"$("$1" "$command" --help)"

@@ -269,7 +269,7 @@ test('what the step loses is said; no mesh is made where none is wanted', async 
   await drop(['small.wkt', 'POLYGON ((0 0, 100 0, 100 100, 0 0)) POLYGON ((200 0, 201 0, 201 1, 200 0))']);
   await shows('triangles', /^2$/);
   assert.equal(await page.isVisible('#answer-notice'), false);
-  await page.fill('#doublings', '16');
+  await page.fill('#doublings', '27');
   await shows('answer-notice', /^1 ring is smaller than the grid's step of 2⁴/);
   await page.click('#answer-notice button');
   await page.check('input[value=none]');
