@@ -4,9 +4,7 @@
 
 #include <cstdlib>
 
-#include "boolean/boolean.h"
 #include "overlay/ring_cases.h"
-#include "polygon/area_builder.h"
 
 namespace {
 
@@ -33,32 +31,9 @@ FlatRegion ByOracle(std::span<const Ring> a, FillRule ruleA, std::span<const Rin
   return oracle::RegionOf(oracle::BoundaryOf(snapped, op, {ruleA, ruleB}));
 }
 
-FlatRegion ByBooleans(std::span<const Ring> a, FillRule ruleA, std::span<const Ring> b,
-                      FillRule ruleB, int op) {
-  zelvan::SweepRecords records;  // outlive the operands
-  zelvan::AreaBuilder areas[2];
-  for (const auto side : {0, 1}) {
-    for (Ring ring : side == 0 ? a : b) {
-      if (areas[side].Add(ring) != nullptr) continue;
-      const Ring once = ring;  // of two points: left out unless it goes around twice
-      ring.insert(ring.end(), once.begin(), once.end());
-      areas[side].Add(ring);
-    }
-  }
-  zelvan::OwnedRing result;
-  EXPECT_EQ(zelvan::CombineCopies(areas[0].get(), areas[1].get(), result.first, zelvan::BoolOp{op},
-                                  records, {ruleA, ruleB}, zelvan::ResultForm::kWalks),
-            ERR::OK);
-  return zelvan::FlattenWalks(result.first);
-}
-
 // What is bent where needed alone is bent once and for all.
 TEST(OverlayRandom, TheOraclesRegionsMadeAgainAreThemselves) {
   ExpectRight(2000, ByOracle);
-}
-
-TEST(OverlayRandom, BooleansGiveTheRegionsWithEveryEdgeBent) {
-  ExpectRight(5000, ByBooleans, oracle::Bends::kAll, 20);
 }
 
 }  // namespace
