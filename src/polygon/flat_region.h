@@ -45,9 +45,6 @@ struct FlatRegion {
 template <class Visit>
 void ForEachTouch(const FlatRegion& region, std::size_t polygon, Visit visit);
 
-/// Twice the region's area in squared grid steps.
-[[nodiscard]] std::int64_t TwiceArea(const FlatRegion& region) noexcept;
-
 template <class Visit>
 void ForEachTouch(const FlatRegion& region, std::size_t polygon, Visit visit) {
   const std::uint32_t first = region.FirstPoint(polygon);
