@@ -155,7 +155,7 @@ bool IsSoundContour(const Area* area, bool chainIsApart) {
 void ReplaceByRegion(Shape& shape) {
   const bool isTurned = TwiceArea(shape.areas->contours->head) < 0;  // by the grid
   const WindingRule rule = isTurned ? WindingRule::kNegative : WindingRule::kPositive;
-  SweepRecords records;
+  SweepRecords records;  // outlive the copy
   const OwnedRing copy(CopyOperand(shape.areas));
   OwnedRing region;
   const ERR::CODE code = CombineCopies(copy.first, nullptr, region.first, UNION, records, rule);
