@@ -4,6 +4,7 @@
 #include "bench/boolean.h"
 #include "bench/grid.h"
 #include "boolean/boolean.h"
+#include "boolean/operand.h"
 
 namespace {
 
@@ -22,9 +23,11 @@ bench::Job MakeJob(const bench::Work& work) {
   bench::Job job;
   job.prepare = [data](std::size_t) { zelvan::FreeAreas(data->result.first); };
   job.work = [data, operation](std::size_t) {
-    const zelvan::RingSet a{data->main.first, zelvan::FillRule::NonZero};
-    const zelvan::RingSet b{data->others.first, zelvan::FillRule::NonZero};
-    bench::Require(zelvan::CombineRings(a, b, data->result.first, operation) == ERR::OK,
+    zelvan::SweepRecords records;  // outlive the copies
+    const zelvan::OwnedRing a(zelvan::CopyOperand(data->main.first));
+    const zelvan::OwnedRing b(zelvan::CopyOperand(data->others.first));
+    bench::Require(zelvan::CombineCopies(a.first, b.first, data->result.first, operation, records,
+                                         zelvan::WindingRule::kPositive) == ERR::OK,
                    "the operation failed");
   };
   job.area = [data, step = grid.step()](std::size_t) {

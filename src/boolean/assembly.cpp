@@ -52,19 +52,16 @@ Step WalkEdge(Step at, BoolOp op) noexcept {
 }
 
 // Every step uses up one edge, so a trace is no longer than there are edges.
-OwnedContour TraceContour(Step at, BoolOp op, std::vector<const VertexNode*>& trace) {
+OwnedContour TraceContour(Step at, BoolOp op, std::vector<GridPoint>& trace) {
   trace.clear();
   do {
-    trace.push_back(at.vertex);
+    trace.push_back(at.vertex->grid);
     MarkVisited(at.Holder());
     at = WalkEdge(at, op);
   } while ((at.Holder()->flags & VISITED) == 0);
   OwnedContour contour(NewContourInBlock(static_cast<std::uint32_t>(trace.size())));
   if (contour == nullptr) ERR::Raise(ERR::NOMEM);
-  for (std::size_t i = 0; i < trace.size(); ++i) {
-    contour->block[i].grid = trace[i]->grid;
-    if (trace[i]->crossNext != nullptr) contour->block[i].flags = VERTEX_MAY_TOUCH;
-  }
+  for (std::size_t i = 0; i < trace.size(); ++i) contour->block[i].grid = trace[i];
   return contour;
 }
 
@@ -77,18 +74,16 @@ void DeliverContour(OwnedContour contour, OwnedRing& result, PendingHoles& pendi
   static_cast<void>(contour.release());
 }
 
-void CollectEdges(const Contour* contour, OwnedRing& result, PendingHoles& pendingHoles, BoolOp op,
-                  ResultForm form) {
-  std::vector<const VertexNode*> trace;  // one after the other
+void CollectEdges(const Contour* contour, OwnedRing& result, PendingHoles& pendingHoles,
+                  BoolOp op) {
+  std::vector<GridPoint> trace;  // one after the other
   ForEachVertex(contour, [&](VertexNode* v) {
     if ((v->flags & VISITED) != 0) return;
     const auto direction = StartRule(op, v);
     if (!direction) return;
     OwnedContour traced =
         TraceContour({*direction == Direction::FORWARD ? v : v->next, *direction}, op, trace);
-    const bool hasArea =
-        form == ResultForm::kWalks ? MeasureContour(traced.get()) : FinishContour(traced.get());
-    if (hasArea) DeliverContour(std::move(traced), result, pendingHoles);
+    if (FinishContour(traced.get())) DeliverContour(std::move(traced), result, pendingHoles);
   });
 }
 
@@ -114,10 +109,9 @@ bool RemoveIfRedundant(Contour* contour, VertexNode* v) noexcept {
 
 }  // namespace
 
-void CollectContour(Contour* contour, OwnedRing& result, PendingHoles& pendingHoles, BoolOp op,
-                    ResultForm form) {
+void CollectContour(Contour* contour, OwnedRing& result, PendingHoles& pendingHoles, BoolOp op) {
   if (LabelOf(contour) == CONTOUR_CROSSED) {
-    CollectEdges(contour, result, pendingHoles, op, form);
+    CollectEdges(contour, result, pendingHoles, op);
     return;
   }
   const auto direction = ContourRule(op, contour);
@@ -142,7 +136,8 @@ void SimplifyContour(Contour* contour) noexcept {
   while (head->next != head && head->next->grid == head->grid) RemoveVertex(contour, head->next);
 }
 
-bool MeasureContour(Contour* contour) noexcept {
+bool FinishContour(Contour* contour) noexcept {
+  SimplifyContour(contour);
   contour->count = 0;
   contour->gridBox = {contour->head->grid, contour->head->grid};
   ForEachVertex(contour, [&](const VertexNode* v) {
@@ -153,11 +148,6 @@ bool MeasureContour(Contour* contour) noexcept {
   if (contour->count < 3 || twiceArea == 0) return false;
   contour->flags = twiceArea > 0 ? contour->flags | CONTOUR_CCW : contour->flags & ~CONTOUR_CCW;
   return true;
-}
-
-bool FinishContour(Contour* contour) noexcept {
-  SimplifyContour(contour);
-  return MeasureContour(contour);
 }
 
 }  // namespace zelvan

@@ -8,7 +8,6 @@
 // ones the holes of the innermost area around them.
 #pragma once
 
-#include "boolean/boolean.h"
 #include "boolean/hole_placement.h"
 #include "boolean/labels.h"
 #include "polygon/area.h"
@@ -18,17 +17,13 @@ namespace zelvan {
 
 /// Adds to the result what operation `op` takes of one labelled contour.
 /// Raises ERR::NOMEM.
-void CollectContour(Contour* contour, OwnedRing& result, PendingHoles& pendingHoles, BoolOp op,
-                    ResultForm form);
+void CollectContour(Contour* contour, OwnedRing& result, PendingHoles& pendingHoles, BoolOp op);
 
 /// Removes vertices that equal their predecessor or lie on a line with their
 /// neighbours, tips of spikes included. Leaves no two equal neighbours.
 void SimplifyContour(Contour* contour) noexcept;
 
-/// Sets a contour's count, box and orientation. @return false when it has no area
-bool MeasureContour(Contour* contour) noexcept;
-
-/// Simplifies a contour, then measures it.
+/// Simplifies a contour, then sets its count, box and orientation.
 /// @return false when fewer than 3 vertices or no area are left
 bool FinishContour(Contour* contour) noexcept;
 

@@ -27,12 +27,10 @@ ERR::CODE Guarded(Work work) noexcept {
   }
 }
 
-Area* Assemble(const Area* a, const Area* b, BoolOp op, ResultForm form) {
+Area* Assemble(const Area* a, const Area* b, BoolOp op) {
   OwnedRing result;
   PendingHoles pendingHoles;
-  const auto collect = [&](Contour* contour) {
-    CollectContour(contour, result, pendingHoles, op, form);
-  };
+  const auto collect = [&](Contour* contour) { CollectContour(contour, result, pendingHoles, op); };
   ForEachContour(const_cast<Area*>(a), collect);
   ForEachContour(const_cast<Area*>(b), collect);
   PlaceHoles(result, pendingHoles);
@@ -46,7 +44,7 @@ bool KeepsLoneOperand(bool isFirst, BoolOp op) noexcept {
 
 }  // namespace
 
-void LabelCopies(Area* a, Area* b, SweepRecords& records, FillRules rules) {
+void LabelCopies(Area* a, Area* b, SweepRecords& records, WindingRule rule) {
   MarkOperand(a, true);
   MarkOperand(b, false);
   SegmentTable table;
@@ -56,17 +54,17 @@ void LabelCopies(Area* a, Area* b, SweepRecords& records, FillRules rules) {
   Sweep sweep(records);
   sweep.Run(table);
   AnalysePixels(sweep.Pixels(), a, b, records.entries);
-  LabelEdges(sweep.Seeds(), rules);
+  LabelEdges(sweep.Seeds(), rule);
   LabelContours(a);
   LabelContours(b);
 }
 
 ERR::CODE CombineCopies(Area* a, Area* b, Area*& result, BoolOp op, SweepRecords& records,
-                        FillRules rules, ResultForm form) noexcept {
+                        WindingRule rule) noexcept {
   result = nullptr;
   return Guarded([&] {
-    LabelCopies(a, b, records, rules);
-    result = Assemble(a, b, op, form);
+    LabelCopies(a, b, records, rule);
+    result = Assemble(a, b, op);
   });
 }
 
@@ -82,18 +80,6 @@ ERR::CODE Boolean(const Area* a, const Area* b, Area*& result, BoolOp op) noexce
     const OwnedRing copyA(CopyOperand(a));
     const OwnedRing copyB(CopyOperand(b));
     const ERR::CODE code = CombineCopies(copyA.first, copyB.first, result, op, records);
-    if (code != ERR::OK) ERR::Raise(code);
-  });
-}
-
-ERR::CODE CombineRings(const RingSet& a, const RingSet& b, Area*& result, BoolOp op) noexcept {
-  result = nullptr;
-  return Guarded([&] {
-    SweepRecords records;
-    const OwnedRing copyA(CopyRings(a.areas));
-    const OwnedRing copyB(CopyRings(b.areas));
-    const ERR::CODE code =
-        CombineCopies(copyA.first, copyB.first, result, op, records, {a.rule, b.rule});
     if (code != ERR::OK) ERR::Raise(code);
   });
 }

@@ -75,7 +75,7 @@ CrossEntry* FirstCopy(CrossEntry* e) noexcept {
 
 class Flood {
  public:
-  explicit Flood(FillRules rules) noexcept : rules_(rules) {}
+  explicit Flood(WindingRule rule) noexcept : rule_(rule) {}
 
   void From(const Seed& seed) {
     VertexNode* v = seed.vertex;
@@ -131,7 +131,7 @@ class Flood {
     const Winding step = StepOf(OperandOf(v));
     const Winding left = nextIsLower ? outside + step : outside;
     const std::uint32_t bits =
-        EdgeBits(OperandOf(v), rules_.Inside(left), rules_.Inside(left - step));
+        EdgeBits(OperandOf(v), OperandsAround(left, rule_), OperandsAround(left - step, rule_));
     Forward(v, bits, left);
     Backward(v, bits, left);
   }
@@ -145,12 +145,12 @@ class Flood {
   // What Pixel does, where each edge is a bundle of its own.
   void PixelWithoutCopies(CrossEntry* start, Winding after) {
     CrossEntry* e = start;
-    Sector sector{after, rules_.Inside(after)};
+    Sector sector{after, OperandsAround(after, rule_)};
     do {
       e = e->next;
       const Sector clockwise = sector;
       sector.winding += StepAcross(e);
-      sector.inside = rules_.Inside(sector.winding);
+      sector.inside = OperandsAround(sector.winding, rule_);
       LabelEdge(e, clockwise, sector);
       e->flags |= FLOODED;
     } while (e != start);
@@ -161,12 +161,12 @@ class Flood {
   void Pixel(const Bundle& start, Winding after) {
     CrossEntry* const begin = start.last->next;
     CrossEntry* e = begin;
-    Sector sector{after, rules_.Inside(after)};
+    Sector sector{after, OperandsAround(after, rule_)};
     do {
       const Bundle b = BundleFrom(e);
       const Sector clockwise = sector;
       sector.winding += b.step;
-      sector.inside = rules_.Inside(sector.winding);
+      sector.inside = OperandsAround(sector.winding, rule_);
       LabelBundle(b, clockwise, sector);
       e = b.last->next;
     } while (e != begin);
@@ -226,7 +226,7 @@ class Flood {
     if (v->crossNext != nullptr) open_.push_back({v->crossNext, left});
   }
 
-  FillRules rules_;
+  WindingRule rule_;
   // Wave by wave, so that all arrivals at a pixel find it still at hand.
   std::vector<Arrival> wave_;
   std::vector<Arrival> open_;  // the next wave
@@ -234,8 +234,8 @@ class Flood {
 
 }  // namespace
 
-void LabelEdges(const std::vector<Seed>& seeds, FillRules rules) {
-  Flood flood(rules);
+void LabelEdges(const std::vector<Seed>& seeds, WindingRule rule) {
+  Flood flood(rule);
   for (const Seed& seed : seeds) flood.From(seed);
 }
 

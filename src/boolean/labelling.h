@@ -1,8 +1,7 @@
 // Labelling: where every edge lies with respect to both operands.
 //
-// A point lies in an operand when the operand's fill rule says so of its winding
-// number (winding.h); for a stored polygon every rule but the negative one gives its
-// region. Across an edge the number of an operand changes by the operand's copies of
+// A point lies in an operand when the rule says so of its winding number there
+// (winding.h). Across an edge the number of an operand changes by the operand's copies of
 // it, counted with their directions. So from one known place the numbers on both
 // sides of every edge that hangs together with it follow: around each pixel, sector
 // by sector, and along each chain of edges to the next pixel. An edge whose two sides
@@ -26,7 +25,7 @@ namespace zelvan {
 
 /// Labels every edge that is not dropped, and links the two copies of each shared
 /// edge. Seeds in (x, then y) order. Throws std::bad_alloc.
-void LabelEdges(const std::vector<Seed>& seeds, FillRules rules);
+void LabelEdges(const std::vector<Seed>& seeds, WindingRule rule);
 
 /// Labels every contour of an operand from its labelled edges: crossed when one
 /// of its vertices has entries, else as its head's edge, and not where that bounds

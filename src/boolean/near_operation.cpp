@@ -52,7 +52,7 @@ std::int64_t SizeOf(const Contour* contour) noexcept {
 std::vector<OwnedContour> Collect(Contour* contour, BoolOp op) {
   OwnedRing areas;
   PendingHoles holes;
-  CollectContour(contour, areas, holes, op, ResultForm::kContours);
+  CollectContour(contour, areas, holes, op);
   std::vector<OwnedContour> made;
   ForEachArea(areas.first, [&](Area* area) {
     OwnedContour outer(std::exchange(area->contours, nullptr));

@@ -45,19 +45,6 @@ Area* CopyRing(const Area* ring, bool withTriangles) {
   return copy.release();
 }
 
-// @return whether three vertices are left
-bool DropRepeats(Contour* contour) noexcept {
-  VertexNode* const head = contour->head;
-  for (VertexNode* v = head->next; v != head;) {
-    VertexNode* const next = v->next;
-    if (v->grid == v->prev->grid || (next == head && v->grid == head->grid)) {
-      RemoveVertex(contour, v);
-    }
-    v = next;
-  }
-  return contour->count >= 3;
-}
-
 }  // namespace
 
 Contour* CopyContour(const Contour* contour, bool link) {
@@ -90,18 +77,6 @@ Area* CopyAreas(const Area* ring) {
 
 Area* CopyOperand(const Area* ring) {
   return CopyRing(ring, false);
-}
-
-Area* CopyRings(const Area* ring) {
-  OwnedRing copy(NewArea());
-  Contour** end = &copy.first->contours;
-  ForEachContour(ring, [&](const Contour* contour) {
-    OwnedContour one(CopyContour(contour, false));
-    if (!DropRepeats(one.get())) return;
-    *end = one.release();
-    end = &(*end)->next;
-  });
-  return copy.first->contours != nullptr ? copy.release() : nullptr;
 }
 
 void MarkOperand(Area* ring, bool isFirst) noexcept {

@@ -24,11 +24,6 @@ namespace zelvan {
 /// works on.
 [[nodiscard]] Area* CopyOperand(const Area* ring);
 
-/// The same of any closed rings, all contours in one area: without points that equal
-/// their predecessor, and without rings of less than three points. Null when none is
-/// left.
-[[nodiscard]] Area* CopyRings(const Area* ring);
-
 /// Sets the engine's bits to those of a new operation: every contour unlabelled,
 /// every edge unknown and of operand A or B, no entries.
 void MarkOperand(Area* ring, bool isFirst) noexcept;

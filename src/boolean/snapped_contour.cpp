@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "boolean/boolean.h"
+#include "boolean/operand.h"
 #include "boolean/shape_boolean.h"
 #include "boolean/soundness.h"
 #include "polygon/area.h"
@@ -153,9 +154,11 @@ bool IsSoundContour(const Area* area, bool chainIsApart) {
 
 void ReplaceByRegion(Shape& shape) {
   const bool isTurned = TwiceArea(shape.areas->contours->head) < 0;  // by the grid
-  const FillRule rule = isTurned ? FillRule::Negative : FillRule::Positive;
+  const WindingRule rule = isTurned ? WindingRule::kNegative : WindingRule::kPositive;
+  SweepRecords records;  // outlive the copy
+  const OwnedRing copy(CopyOperand(shape.areas));
   OwnedRing region;
-  const ERR::CODE code = RegionOf({shape.areas, rule}, region.first);
+  const ERR::CODE code = CombineCopies(copy.first, nullptr, region.first, UNION, records, rule);
   if (code != ERR::OK) ERR::Raise(code);
   TakeOver(shape, region, MakeTables(region.first), BoxOf(shape));
 }

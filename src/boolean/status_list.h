@@ -75,7 +75,7 @@ class StatusList {
 
   /// The operands that have an odd number of segments below s.
   [[nodiscard]] OperandSet ParityBelow(const Segment* s) const noexcept {
-    return FillRules{}.Inside(WindingBelow(s));
+    return OperandsAround(WindingBelow(s), WindingRule::kOdd);
   }
 
  private:

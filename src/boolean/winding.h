@@ -1,12 +1,10 @@
-// Winding numbers, and the fill rules that turn them into inside or outside.
+// Winding numbers, and the rules that turn them into inside or outside.
 //
 // The winding number of a point in an operand is how often the operand's rings run
 // around it counter-clockwise, less how often clockwise. It changes only across
 // edges: from the right of an edge to its left it grows by one. Edges that coincide
-// add up. A rule (zelvan/fill_rule.h) makes a region of any set of closed rings.
+// add up. A rule makes a region of any set of closed rings.
 #pragma once
-
-#include <zelvan/fill_rule.h>
 
 #include <cstdint>
 
@@ -32,28 +30,20 @@ struct Winding {
   return operand == OPERAND_A ? Winding{1, 0} : Winding{0, 1};
 }
 
-[[nodiscard]] constexpr bool IsInside(FillRule rule, std::int32_t winding) noexcept {
-  switch (rule) {
-    case FillRule::EvenOdd:
-      return winding % 2 != 0;
-    case FillRule::NonZero:
-      return winding != 0;
-    case FillRule::Positive:
-      return winding > 0;
-    default:
-      return winding < 0;
-  }
-}
-
-/// The rules of both operands.
-struct FillRules {
-  FillRule a = FillRule::EvenOdd;
-  FillRule b = FillRule::EvenOdd;
-
-  /// The operands that contain a point with these winding numbers.
-  [[nodiscard]] constexpr OperandSet Inside(Winding w) const noexcept {
-    return (IsInside(a, w.a) ? OPERAND_A : 0) | (IsInside(b, w.b) ? OPERAND_B : 0);
-  }
+/// The winding numbers of the points inside an operand.
+enum class WindingRule : std::uint8_t {
+  kOdd,       ///< of operations: what an operand covers twice is outside
+  kPositive,  ///< of a contour that its grid made meet itself, counter-clockwise
+  kNegative   ///< of such a one that runs clockwise
 };
+
+/// The operands that contain a point with these winding numbers.
+[[nodiscard]] constexpr OperandSet OperandsAround(Winding w, WindingRule rule) noexcept {
+  const auto isInside = [rule](std::int32_t n) {
+    if (rule == WindingRule::kOdd) return n % 2 != 0;
+    return rule == WindingRule::kPositive ? n > 0 : n < 0;
+  };
+  return (isInside(w.a) ? OPERAND_A : 0) | (isInside(w.b) ? OPERAND_B : 0);
+}
 
 }  // namespace zelvan

@@ -5,6 +5,8 @@
 #include <zelvan/region_c.h>
 
 #include <atomic>
+#include <cstdint>
+#include <memory>
 #include <vector>
 
 #include "interface/region_grid.h"

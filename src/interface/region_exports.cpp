@@ -10,6 +10,7 @@
 #include "interface/region_operations.h"
 #include "interface/region_refusal.h"
 #include "interface/region_rings.h"
+#include "interface/ring_area.h"
 #include "triangulation/region_triangles.h"
 
 namespace {
@@ -204,7 +205,7 @@ void ZELVAN_CALL zelvan_region_grid(const zelvan_region* region, zelvan_grid* gr
 double ZELVAN_CALL zelvan_region_area(const zelvan_region* region) {
   if (region == nullptr) return 0.0;
   const double step = region->grid.Step();
-  return DoubleOf(TwiceArea(region->flat)) * 0.5 * step * step;
+  return TwiceAreaOf(region->flat).Double() * 0.5 * step * step;
 }
 
 int32_t ZELVAN_CALL zelvan_region_bounds(const zelvan_region* region, double* box) {

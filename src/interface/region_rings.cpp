@@ -92,7 +92,7 @@ bool HasArea(const RingInput& rings, std::uint32_t ring) {
   if (std::fabs(twice) > (count + 4.0) * 0x1p-52 * size) return true;
   std::vector<GridPoint> snapped;
   SnapRing(alone, 0, 0, grid, snapped);
-  return DoubleOf(TwiceArea(Enclosed(snapped))) > 2.0 * (length + count);
+  return TwiceAreaOf(Enclosed(snapped)).Double() > 2.0 * (length + count);
 }
 
 // Calls visit(ring) for each ring on the grid, turned round where it must be.

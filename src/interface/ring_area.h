@@ -1,10 +1,12 @@
-// Twice the signed area of a ring on the grid, which may cross itself and run round and round.
+// Twice the signed area of a ring on the grid, which may cross itself and run round and round;
+// of a region.
 #pragma once
 
 #include <cstdint>
 #include <span>
 
 #include "interface/region_grid.h"
+#include "polygon/flat_region.h"
 #include "polygon/grid.h"
 
 namespace zelvan {
@@ -46,6 +48,12 @@ class WideSum {
     const GridPoint p = i > 0 ? ring[i - 1] : ring.back();
     sum.Add(std::int64_t{p.gx} * ring[i].gy - std::int64_t{p.gy} * ring[i].gx);
   }
+  return sum;
+}
+
+[[nodiscard]] inline WideSum TwiceAreaOf(const FlatRegion& region) noexcept {
+  WideSum sum;
+  for (std::size_t i = 0; i < region.Rings(); ++i) sum.Add(TwiceAreaOf(region.Ring(i)));
   return sum;
 }
 

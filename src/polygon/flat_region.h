@@ -16,9 +16,7 @@
 #include <span>
 #include <vector>
 
-#include "polygon/area.h"
 #include "polygon/grid.h"
-#include "polygon/records.h"
 
 namespace zelvan {
 
@@ -43,16 +41,9 @@ struct FlatRegion {
   friend bool operator==(const FlatRegion&, const FlatRegion&) = default;
 };
 
-/// The region of a ring of areas whose contours are whole boundary walks of its faces: a vertex
-/// with VERTEX_MAY_TOUCH wherever a walk touches itself. Throws std::bad_alloc.
-[[nodiscard]] FlatRegion FlattenWalks(const Area* ring);
-
 /// Calls visit(points) for each touch of a polygon, with the numbers of the points there.
 template <class Visit>
 void ForEachTouch(const FlatRegion& region, std::size_t polygon, Visit visit);
-
-/// Twice the region's area in squared grid steps.
-[[nodiscard]] std::int64_t TwiceArea(const FlatRegion& region) noexcept;
 
 template <class Visit>
 void ForEachTouch(const FlatRegion& region, std::size_t polygon, Visit visit) {

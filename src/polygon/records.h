@@ -33,9 +33,6 @@ inline constexpr std::uint32_t CONTOUR_CCW = 0x100;
 /// Set in a vertex's flags where its ring does not own it.
 inline constexpr std::uint32_t VERTEX_LENT = 0x100;
 
-/// Set in the flags of a traced vertex (boolean/assembly.h) where something may touch it.
-inline constexpr std::uint32_t VERTEX_MAY_TOUCH = 0x200;
-
 struct VertexNode {
   VertexNode* next;  ///< in the direction of the contour
   VertexNode* prev;

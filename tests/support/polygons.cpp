@@ -256,8 +256,8 @@ Rings Mess(Random& random, std::int32_t size, std::int32_t n, const Rings& other
     if (kind == 2) ring = Rectilinear(random, std::min(size, 6))[0];
     const int change = random.Below(6);
     if (change < 2) std::reverse(ring.begin(), ring.end());
-    if (change == 2) ring.insert(ring.end(), {ring[0], ring[1], ring[0]});  // a spike
-    if (change == 3) ring.insert(ring.end(), ring.begin(), ring.end());     // twice around
+    if (change == 2) ring.insert(ring.end(), {ring[0], ring[1]});        // a spike
+    if (change == 3) ring.insert(ring.end(), ring.begin(), ring.end());  // twice around
     rings.push_back(ring);
   }
   return rings;

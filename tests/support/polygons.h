@@ -48,7 +48,7 @@ struct Family {
 extern const std::vector<Family> kFamilies;
 
 /// Up to n rings of three and more points that cross, repeat and turn back on
-/// themselves and on each other, and on `other`, in any direction.
+/// themselves and on each other, and on `other`, in any direction. No two neighbours are equal.
 [[nodiscard]] Rings Mess(Random& random, std::int32_t size, std::int32_t n, const Rings& other);
 /// A simple polygon of at most n vertices: random points, untangled.
 [[nodiscard]] Ring SimplePolygon(Random& random, std::int32_t size, std::int32_t n);
