@@ -37,6 +37,10 @@ zelvan_region::zelvan_region(const zelvan::RegionGrid& onGrid, zelvan::FlatRegio
   triangles = CountTriangles(flat);
 }
 
+zelvan_region::~zelvan_region() {
+  delete locator.load(std::memory_order_acquire);
+}
+
 namespace zelvan {
 
 namespace {
@@ -75,6 +79,25 @@ int SideOfRing(const RegionGrid& grid, std::span<const GridPoint> ring, WorldPoi
     a = b;
   }
   return side;
+}
+
+// To make an index takes as long as to scan about so many times.
+constexpr std::uint32_t kScansOfIndex = 64;
+// A scan of fewer vertices is as fast as the index.
+constexpr std::size_t kFewVertices = 16;
+
+// Null while there is none. The thread that counts to the limit makes it; where memory runs out,
+// the count begins anew.
+const RegionLocator* LocatorOf(const zelvan_region& region) noexcept {
+  const RegionLocator* const locator = region.locator.load(std::memory_order_acquire);
+  if (locator != nullptr || region.flat.points.size() < kFewVertices) return locator;
+  if (region.unaided.fetch_add(1, std::memory_order_relaxed) + 1 != kScansOfIndex) return nullptr;
+  try {
+    Prepare(region);
+  } catch (...) {
+    region.unaided.store(0, std::memory_order_relaxed);
+  }
+  return region.locator.load(std::memory_order_acquire);
 }
 
 }  // namespace
@@ -123,6 +146,12 @@ zelvan_counts CountsOf(const zelvan_region* region) noexcept {
 }
 
 int SideOf(const zelvan_region& region, WorldPoint p) noexcept {
+  const RegionLocator* const locator = LocatorOf(region);
+  if (locator == nullptr) return SideByScan(region, p);
+  return std::isfinite(p.x) && std::isfinite(p.y) ? locator->SideOf(region.grid.StepsOf(p)) : -1;
+}
+
+int SideByScan(const zelvan_region& region, WorldPoint p) noexcept {
   if (!std::isfinite(p.x) || !std::isfinite(p.y)) return -1;
   const WorldPoint steps = region.grid.StepsOf(p);
   int side = -1;
@@ -133,6 +162,16 @@ int SideOf(const zelvan_region& region, WorldPoint p) noexcept {
     if (ring > 0) side = -side;
   }
   return side;
+}
+
+void Prepare(const zelvan_region& region) {
+  if (IsEmpty(&region) || region.locator.load(std::memory_order_acquire) != nullptr) return;
+  const WorldPoint middle = region.grid.StepsOf(GridPoint{0, 0});
+  auto made = std::make_unique<const RegionLocator>(region.flat, middle);
+  const RegionLocator* none = nullptr;
+  if (region.locator.compare_exchange_strong(none, made.get(), std::memory_order_acq_rel)) {
+    static_cast<void>(made.release());
+  }
 }
 
 WorldBox BoundsOf(const zelvan_region& region) noexcept {

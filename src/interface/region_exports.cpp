@@ -217,6 +217,12 @@ int32_t ZELVAN_CALL zelvan_region_bounds(const zelvan_region* region, double* bo
   return 1;
 }
 
+zelvan_status ZELVAN_CALL zelvan_region_prepare(const zelvan_region* region) {
+  return Guarded(nullptr, [&] {
+    if (region != nullptr) Prepare(*region);
+  });
+}
+
 zelvan_status ZELVAN_CALL zelvan_region_contains(const zelvan_region* region, const double* xy,
                                                  uint32_t count, int8_t* sides) {
   return Guarded(nullptr, [&] {
