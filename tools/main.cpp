@@ -31,8 +31,9 @@ constexpr const char* kFooter =
 
 constexpr const char* kCombinations =
     "Writes the region as .geojson, .wkt and .svg, or its triangles as .obj (and in the\n"
-    "others with --triangles). All polygons share one grid, the finest that holds them. Its\n"
-    "step is a power of two: whole numbers come out as they went in where it is 1 or less.\n"
+    "others with --triangles). All polygons share one grid of 2^31 steps along each axis,\n"
+    "the finest that holds them. Its step is a power of two: whole numbers come out as they\n"
+    "went in where it is 1 or less.\n"
     "What is smaller than a step vanishes.\n";
 
 using Validator = std::function<std::string(const std::string&)>;

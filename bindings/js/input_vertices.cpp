@@ -42,7 +42,8 @@ class Room {
 // Places and the first point at each, in a table with open addresses.
 class FirstPoints {
  public:
-  explicit FirstPoints(std::uint32_t count) : entries_(SizeFor(count)), size_(SizeFor(count)) {}
+  explicit FirstPoints(std::uint32_t count)
+      : bits_(BitsFor(count)), entries_(std::size_t{1} << bits_) {}
 
   [[nodiscard]] bool HasMemory() const { return entries_.Data() != nullptr; }
 
@@ -61,21 +62,24 @@ class FirstPoints {
     std::uint32_t behind;  // the point's number and 1; 0 where the entry is free
   };
 
-  static std::size_t SizeFor(std::uint32_t count) {
-    std::size_t size = 16;
-    while (size < 2 * std::size_t{count}) size *= 2;
-    return size;
+  static int BitsFor(std::uint32_t count) {
+    int bits = 4;
+    while ((std::uint64_t{1} << bits) < 2 * std::uint64_t{count}) ++bits;
+    return bits;
   }
 
+  // The upper bits of the product tell, for those alone depend on all bits of a place: the lower
+  // bits of columns and rows are 0 where the input is whole numbers.
   [[nodiscard]] Entry& At(std::uint64_t place) const {
     Entry* entries = entries_.Data();
-    std::size_t at = static_cast<std::size_t>((place * 0x9E3779B97F4A7C15u) >> 32) & (size_ - 1);
-    while (entries[at].behind != 0 && entries[at].place != place) at = (at + 1) & (size_ - 1);
+    const std::size_t last = (std::size_t{1} << bits_) - 1;
+    std::size_t at = static_cast<std::size_t>((place * 0x9E3779B97F4A7C15u) >> (64 - bits_));
+    while (entries[at].behind != 0 && entries[at].place != place) at = (at + 1) & last;
     return entries[at];
   }
 
+  int bits_;
   Room<Entry> entries_;
-  std::size_t size_;
 };
 
 // The point nearest to another: points are sorted along the longer side of their box and

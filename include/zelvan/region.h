@@ -18,19 +18,20 @@
 ///     refused, and the region is what the fill rule says.
 ///  2. GridPointsAreExact. A point goes to the nearest one of the grid, at most half a step
 ///     away along each axis, once, on the way in; one that is on the grid stays and comes
-///     out to the bit (-0.0 as 0). Where edges cross, the crossing goes to the nearest point as
-///     well, and edges move by at most half a step (snap rounding).
+///     out to the bit (-0.0 as 0). A crossing off the grid goes to the nearest point as well:
+///     the edges that cross there lead through every vertex and rounded crossing that they pass
+///     within half a step, so do edges that pass one of those, and none moves farther (snap
+///     rounding). All other edges stay as they are.
 ///  3. ResultsAreValid. Every region's polygons are valid simple features: rings do not touch
 ///     themselves, meet others in single points alone, and holes lie inside.
 ///  4. EqualReadsTheSame. Regions of the same points on the same grid compare equal and read
-///     the same, however they were made. The same calls give the same bytes on every machine.
+///     the same, however they were made. A region made again of the rings it reads, by any rule
+///     that fits, is that region. The same calls give the same bytes on every machine.
 ///  5. LawsHold. Always: a | b == b | a, and so for & and ^; a union of many does not depend on
 ///     their order; a | a == a, a - a is empty, and an empty region changes nothing. Where
 ///     nothing is rounded, the operations are those of sets: a - b == a - (a & b),
 ///     (a ^ b) == (a - b) | (b - a), (a | b) | c == a | (b | c), and so on. What is rounded are
-///     crossings off the grid, and edges that pass the vertex of another edge within half a
-///     step: they go through it; so a region that is made again of the rings it reads may move
-///     there.
+///     crossings off the grid, and nothing else.
 ///  6. MeshIsConsistent. A polygon of n vertices and h holes has n + 2h - 2 triangles, two less
 ///     for each ring that touches others in one place; all run strictly counter-clockwise, their
 ///     areas sum to the polygon's, and neighbours name each other.
@@ -43,9 +44,12 @@
 ///      where it loses a polygon, a hole or 2^-10 of the area of one is refused; OnGrid moves all
 ///      the same. A region says how many rings are gone below its step (Lost).
 ///
-/// An operation on n vertices takes of the order of (n + k) log n, with k crossings, and n sqrt n
-/// at most for the columns of the grid that long edges pass. A triangulation takes n log n, and
-/// one more step for each flip that makes it Delaunay: about n of them, n (n - 1) / 2 at most.
+/// An operation on n vertices whose edges cross in k places takes of the order of (n + k) log n
+/// (edges that run on each other are one). Columns of the grid in which a vertex or a crossing
+/// comes near another edge take more: one step for each edge that passes a vertex or a crossing
+/// within half a step, and (n + k) sqrt n at most to find these edges. A triangulation takes
+/// n log n, and one more step for each flip that makes it Delaunay: about n of them,
+/// n (n - 1) / 2 at most.
 /// Copies of a region share it and cost nothing.
 #ifndef ZELVAN_REGION_H
 #define ZELVAN_REGION_H
@@ -164,9 +168,9 @@ class Grid {
     detail::Check(zelvan_grid_check(&grid_));
   }
 
-  /// The grid with the least step that holds a box.
-  /// Throws std::invalid_argument for numbers that are not finite or beyond 2^500, and for a
-  /// box that is larger than every grid.
+  /// The grid with the least step that holds a box; one of any extent has one.
+  /// Throws std::invalid_argument for numbers that are not finite, or beyond 2^500 to either
+  /// side of 0.
   static Grid Covering(const Box& box) {
     const double corners[] = {box.min.x, box.min.y, box.max.x, box.max.y};
     Grid grid;
@@ -218,6 +222,15 @@ struct Mesh {
   /// For each triangle the one across the edge from its first corner to its second, then from
   /// the second to the third, then from there to the first; -1 on a contour.
   std::vector<std::array<std::int32_t, 3>> neighbours;
+};
+
+/// An operation on two sets of points: what lies in one or both of them, in both, in the first
+/// alone, in one alone.
+enum class Operation {
+  Unite = ZELVAN_UNITE,
+  Intersect = ZELVAN_INTERSECT,
+  Subtract = ZELVAN_SUBTRACT,
+  Xor = ZELVAN_XOR
 };
 
 /// A set of points bounded by rings: polygons with holes on a grid. A regular value, empty by
@@ -411,10 +424,16 @@ inline void CheckOperation(zelvan_status status, const zelvan_region* const* reg
   throw std::domain_error(zelvan_status_message(status) + std::string(steps));
 }
 
-inline Region Combine(std::int32_t operation, const Region& a, const Region& b) {
+// On the grid that covers all rings where none is given.
+inline Region CombineRings(Operation operation, const FlatRings& a, FillRule ruleA,
+                           const FlatRings& b, FillRule ruleB, const zelvan_grid* grid) {
+  zelvan_fault fault{};
   const zelvan_region* result = nullptr;
-  const zelvan_region* const both[] = {a.Handle(), b.Handle()};
-  CheckOperation(zelvan_region_combine(operation, both[0], both[1], &result), both, 2);
+  Check(zelvan_rings_combine(static_cast<std::int32_t>(operation), a.Coordinates(), a.Offsets(),
+                             a.Rings(), static_cast<std::int32_t>(ruleA), b.Coordinates(),
+                             b.Offsets(), b.Rings(), static_cast<std::int32_t>(ruleB), grid,
+                             &result, &fault),
+        &fault);
   return Region::Adopt(result);
 }
 
@@ -446,7 +465,7 @@ inline Grid CommonGrid(const Region& a, const Region& b) {
   return detail::CommonGrid(both, 2);
 }
 
-/// What lies in one of two regions or in both. The result is on the grid of both; where they
+/// An operation on two regions. The result is on the grid of both; where they
 /// differ, both go first to the grid of one of them, if its step is the coarser one and it holds
 /// both regions; if not, to the grid that covers both, with the coarser of the two steps at
 /// least.
@@ -460,20 +479,29 @@ inline Grid CommonGrid(const Region& a, const Region& b) {
 ///
 /// Throws std::invalid_argument where no grid holds both; std::bad_alloc, std::length_error. So
 /// for all operations.
+inline Region Combine(Operation operation, const Region& a, const Region& b) {
+  const zelvan_region* result = nullptr;
+  const zelvan_region* const both[] = {a.Handle(), b.Handle()};
+  detail::CheckOperation(
+      zelvan_region_combine(static_cast<std::int32_t>(operation), both[0], both[1], &result), both,
+      2);
+  return Region::Adopt(result);
+}
+/// What lies in one of two regions or in both.
 inline Region Unite(const Region& a, const Region& b) {
-  return detail::Combine(ZELVAN_UNITE, a, b);
+  return Combine(Operation::Unite, a, b);
 }
 /// What lies in both regions.
 inline Region Intersect(const Region& a, const Region& b) {
-  return detail::Combine(ZELVAN_INTERSECT, a, b);
+  return Combine(Operation::Intersect, a, b);
 }
 /// What lies in the first region, but not in the second.
 inline Region Subtract(const Region& a, const Region& b) {
-  return detail::Combine(ZELVAN_SUBTRACT, a, b);
+  return Combine(Operation::Subtract, a, b);
 }
 /// What lies in one of two regions, but not in both.
 inline Region Xor(const Region& a, const Region& b) {
-  return detail::Combine(ZELVAN_XOR, a, b);
+  return Combine(Operation::Xor, a, b);
 }
 
 /// Unite.
@@ -547,6 +575,26 @@ inline Region Unite(const std::vector<Ring>& rings) {
 /// The same on a given grid.
 inline Region Unite(const std::vector<Ring>& rings, const Grid& grid) {
   return detail::UniteRings(rings, &grid.Data());
+}
+
+/// An operation on the regions that two sets of rings bound, in one sweep, on the grid that covers
+/// all of them: the same region as that of Combine on two regions on this grid wherever no crossing
+/// is rounded, else rounded once, not twice.
+///
+///     const Region dry = Combine(Operation::Subtract, land, FillRule::NonZero, lakes,
+///                                FillRule::EvenOdd);
+///
+/// Failures as for Region; where a point is refused, the rings of b are counted on from those of a.
+inline Region Combine(Operation operation, const std::vector<Ring>& a, FillRule ruleA,
+                      const std::vector<Ring>& b, FillRule ruleB) {
+  return detail::CombineRings(operation, detail::FlatRings(a), ruleA, detail::FlatRings(b), ruleB,
+                              nullptr);
+}
+/// The same on a given grid.
+inline Region Combine(Operation operation, const std::vector<Ring>& a, FillRule ruleA,
+                      const std::vector<Ring>& b, FillRule ruleB, const Grid& grid) {
+  return detail::CombineRings(operation, detail::FlatRings(a), ruleA, detail::FlatRings(b), ruleB,
+                              &grid.Data());
 }
 
 /// Cuts a region into triangles of its own vertices. Throws std::bad_alloc.

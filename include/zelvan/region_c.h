@@ -52,8 +52,8 @@ enum {
   ZELVAN_OK = 0,
   ZELVAN_NO_MEMORY = 1,
   ZELVAN_NOT_FINITE = 2, /**< a coordinate is infinite or no number */
-  /** A point lies outside the grid. Where no grid is given: it is beyond 2^500, or no grid
-   * holds it together with the points before it. */
+  /** A point lies outside the grid; where no grid is given, beyond 2^500 to either side of 0,
+   * within which there is a grid for all points. */
   ZELVAN_OUTSIDE_GRID = 3,
   ZELVAN_BAD_GRID = 4, /**< see zelvan_grid */
   /** A null pointer, descending offsets, an unknown rule or operation, or counts that are not
@@ -150,7 +150,8 @@ ZELVAN_API zelvan_status ZELVAN_CALL zelvan_grid_common(const zelvan_region* con
  * The region that rings bound. Rings may run in any direction and cross, touch and repeat
  * themselves and each other; spikes, repeated points and rings without area are ignored. Each
  * point goes to the nearest one of the grid, half a step at most along each axis (up where
- * two are as near); multiples of the step stay as they are.
+ * two are as near); multiples of the step stay as they are. Rings that a region reads make the
+ * same region again.
  *
  * @param xy            the points of all rings; a ring need not repeat its first point
  * @param ring_offsets  ring_count + 1 offsets into them, in points
@@ -179,8 +180,8 @@ ZELVAN_API zelvan_status ZELVAN_CALL zelvan_region_unite_rings(
 /**
  * An operation on the regions that two sets of rings bound, in one sweep: the same region as
  * that of zelvan_region_combine on two of zelvan_region_create, but that crossings are rounded
- * once, in half the time. Arguments as there. The rings of b are counted on from those of a
- * where a coordinate is refused. */
+ * once. Arguments as there; without a grid the one that covers all rings is taken. The rings of
+ * b are counted on from those of a where a coordinate is refused. */
 ZELVAN_API zelvan_status ZELVAN_CALL zelvan_rings_combine(
     int32_t operation, const double* xy_a, const uint32_t* offsets_a, uint32_t rings_a,
     int32_t rule_a, const double* xy_b, const uint32_t* offsets_b, uint32_t rings_b, int32_t rule_b,
@@ -297,7 +298,8 @@ ZELVAN_API zelvan_status ZELVAN_CALL zelvan_region_read(const zelvan_region* reg
  * Cuts a region into triangles of its own vertices, numbered as zelvan_region_read gives
  * them. A polygon of n vertices with h holes has n + 2h - 2 triangles, two less for each ring
  * that touches others in one place; where rings touch, each wedge between them has one vertex
- * of those in that place. Triangles come polygon by polygon.
+ * of those in that place. Triangles come polygon by polygon. Which ones they are is free but for
+ * ZELVAN_DELAUNAY: the same region gives the same triangles, another version may give others.
  *
  * @param options     0 or ZELVAN_DELAUNAY: of all ways to cut the region the one in which no
  *                    triangle's circle holds a vertex that its inside sees; where four

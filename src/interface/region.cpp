@@ -31,9 +31,13 @@ std::uint32_t CountTriangles(const zelvan::FlatRegion& flat) noexcept {
 zelvan_region::zelvan_region(const zelvan::RegionGrid& onGrid, zelvan::FlatRegion&& region,
                              std::uint32_t lostRings)
     : grid(onGrid), flat(std::move(region)), lost(lostRings) {
-  if (!flat.points.empty()) box = BoxOf(flat.points);
   ringBoxes.reserve(flat.Rings());
-  for (std::size_t i = 0; i < flat.Rings(); ++i) ringBoxes.push_back(BoxOf(flat.Ring(i)));
+  for (std::size_t i = 0; i < flat.Rings(); ++i) {
+    ringBoxes.push_back(BoxOf(flat.Ring(i)));
+    if (i == 0) box = ringBoxes.front();
+    GrowBox(box, ringBoxes.back().min);
+    GrowBox(box, ringBoxes.back().max);
+  }
   triangles = CountTriangles(flat);
 }
 

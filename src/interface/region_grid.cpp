@@ -59,7 +59,7 @@ int LeastExponent(double extent, double farthest, int least) noexcept {
 }
 
 std::int64_t OriginAround(double low, double high, double perUnit) noexcept {
-  const double middle = std::floor((low / 2 + high / 2) * perUnit);
+  const double middle = std::ceil((low / 2 + high / 2) * perUnit);
   return WholeOf(middle) - kRegionGridOffset;
 }
 
@@ -162,17 +162,8 @@ GridPoint RegionGrid::Move(GridPoint p, const RegionGrid& from) const noexcept {
           CoordinateOf(Rescale(from.y_ + kRegionGridOffset + p.gy, coarser), y_)};
 }
 
-WorldPoint RegionGrid::PlaceOf(GridPoint p) const noexcept {
-  const WorldPoint steps = StepsOf(p);
-  return {steps.x * step_, steps.y * step_};
-}
-
 WorldPoint RegionGrid::StepsOf(WorldPoint p) const noexcept {
   return {AwayFromZero(p.x * perUnit_, p.x), AwayFromZero(p.y * perUnit_, p.y)};
-}
-
-WorldPoint RegionGrid::StepsOf(GridPoint p) const noexcept {
-  return {middle_.x + p.gx, middle_.y + p.gy};
 }
 
 bool RegionGrid::Holds(const WorldBox& box) const noexcept {

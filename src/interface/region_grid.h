@@ -50,12 +50,17 @@ class RegionGrid {
   /// The same of a point of another grid, which this one must hold. Exact in whole numbers.
   [[nodiscard]] GridPoint Move(GridPoint p, const RegionGrid& from) const noexcept;
 
-  [[nodiscard]] WorldPoint PlaceOf(GridPoint p) const noexcept;
+  [[nodiscard]] WorldPoint PlaceOf(GridPoint p) const noexcept {
+    const WorldPoint steps = StepsOf(p);
+    return {steps.x * step_, steps.y * step_};
+  }
 
   /// A place in steps, for comparisons with StepsOf. Numbers less than 2^-400 steps from 0,
   /// but not 0, count as that far, on the side where they are.
   [[nodiscard]] WorldPoint StepsOf(WorldPoint p) const noexcept;
-  [[nodiscard]] WorldPoint StepsOf(GridPoint p) const noexcept;
+  [[nodiscard]] WorldPoint StepsOf(GridPoint p) const noexcept {
+    return {middle_.x + p.gx, middle_.y + p.gy};
+  }
 
   [[nodiscard]] bool Holds(const WorldBox& box) const noexcept;
 

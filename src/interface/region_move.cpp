@@ -106,9 +106,9 @@ RegionHandle OnGrid(const zelvan_region* region, const RegionGrid& grid, MoveCos
   const int exponents = grid.Exponent() - region->grid.Exponent();
   const MoveLoss loss = LossCount(region->flat, moved, exponents).Run();
   Require(cost == MoveCost::kAny || loss.isFaithful, ZELVAN_TOO_COARSE);
-  Operation operation;
-  operation.AddFirst(moved);
-  FlatRegion result = operation.Run(FillRule::Positive);
+  RegionSweep sweep;
+  sweep.AddFirst(moved);
+  FlatRegion result = sweep.Run(FillRule::Positive);
   Require(cost == MoveCost::kAny || HasAllOf(result, region->flat), ZELVAN_TOO_COARSE);
   return MakeRegion(grid, std::move(result), AddLosses(region->lost, loss.rings));
 }

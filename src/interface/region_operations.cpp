@@ -27,7 +27,7 @@ RegionHandle Combine(overlay::Operation operation, const zelvan_region* a, const
   const RegionGrid grid = GridFor(both);
   const RegionHandle first = OnGrid(a, grid, MoveCost::kFaithful);
   const RegionHandle second = OnGrid(b, grid, MoveCost::kFaithful);
-  Operation sweep;
+  RegionSweep sweep;
   sweep.Reserve(first->flat.points.size() + second->flat.points.size());
   sweep.AddFirst(first->flat);
   sweep.AddSecond(second->flat);
@@ -49,12 +49,12 @@ RegionHandle UniteRegions(std::span<const zelvan_region* const> regions) {
   if (isOne) return Share(last, lost);
   Require(points <= std::numeric_limits<std::int32_t>::max(), ZELVAN_TOO_LARGE);
   const RegionGrid grid = GridFor(regions);
-  Operation operation;
-  operation.Reserve(points);
+  RegionSweep sweep;
+  sweep.Reserve(points);
   for (const zelvan_region* region : regions) {
-    if (!IsEmpty(region)) operation.AddFirst(OnGrid(region, grid, MoveCost::kFaithful)->flat);
+    if (!IsEmpty(region)) sweep.AddFirst(OnGrid(region, grid, MoveCost::kFaithful)->flat);
   }
-  return MakeRegion(grid, operation.Run(FillRule::Positive), lost);
+  return MakeRegion(grid, sweep.Run(FillRule::Positive), lost);
 }
 
 }  // namespace zelvan

@@ -63,9 +63,9 @@ void SnapRing(const RingInput& rings, std::uint32_t before, std::uint32_t ring,
 // What a ring winds around that runs round as much to the left as to the right.
 FlatRegion Enclosed(std::span<const GridPoint> balanced) {
   if (balanced.size() < 4) return {};
-  Operation operation;
-  operation.AddFirst(balanced);
-  return operation.Run(FillRule::NonZero);
+  RegionSweep sweep;
+  sweep.AddFirst(balanced);
+  return sweep.Run(FillRule::NonZero);
 }
 
 // Has a ring of at least one point an area in the host's units, more than rounding can make?
@@ -135,16 +135,16 @@ RegionGrid GridCovering(std::span<const RingInput> inputs) {
 
 RegionHandle RegionOfRings(const RingInput& rings, FillRule rule, RingTurns turns,
                            const RegionGrid& grid) {
-  Operation operation;
-  operation.Reserve(rings.Points());
+  RegionSweep sweep;
+  sweep.Reserve(rings.Points());
   const std::uint32_t lost =
-      ForEachSnapped(rings, 0, grid, turns, [&](const auto& ring) { operation.AddFirst(ring); });
-  return MakeRegion(grid, operation.Run(rule), lost);
+      ForEachSnapped(rings, 0, grid, turns, [&](const auto& ring) { sweep.AddFirst(ring); });
+  return MakeRegion(grid, sweep.Run(rule), lost);
 }
 
 RegionHandle CombineRings(overlay::Operation operation, const RingOperand& a, const RingOperand& b,
                           const RegionGrid& grid) {
-  Operation sweep;
+  RegionSweep sweep;
   sweep.Reserve(std::size_t{a.rings.Points()} + b.rings.Points());
   const std::uint32_t lostOfFirst = ForEachSnapped(a.rings, 0, grid, RingTurns::kAsGiven,
                                                    [&](const auto& ring) { sweep.AddFirst(ring); });

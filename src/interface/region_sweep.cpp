@@ -7,15 +7,15 @@
 
 namespace zelvan {
 
-void Operation::AddFirst(const FlatRegion& region) {
+void RegionSweep::AddFirst(const FlatRegion& region) {
   for (std::size_t i = 0; i < region.Rings(); ++i) AddFirst(region.Ring(i));
 }
 
-void Operation::AddSecond(const FlatRegion& region) {
+void RegionSweep::AddSecond(const FlatRegion& region) {
   for (std::size_t i = 0; i < region.Rings(); ++i) AddSecond(region.Ring(i));
 }
 
-FlatRegion Operation::Run(overlay::Operation operation, FillRule first, FillRule second) {
+FlatRegion RegionSweep::Run(overlay::Operation operation, FillRule first, FillRule second) {
   FlatRegion region = overlay_.Run({operation, first, second});
   Require(region.points.size() <= std::numeric_limits<std::int32_t>::max(), ZELVAN_TOO_LARGE);
   return region;

@@ -11,7 +11,7 @@
 namespace zelvan {
 
 /// One overlay of the rings of two operands, which it uses up. All throw std::bad_alloc.
-class Operation {
+class RegionSweep {
  public:
   /// Makes room for that many points of both operands.
   void Reserve(std::size_t points) { overlay_.Edges().Reserve(points); }

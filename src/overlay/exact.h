@@ -9,7 +9,6 @@
 //   crossing: 0 < n < den, determinants both; the remainder d n - q den, |.| <= den, modulo 2^64
 #pragma once
 
-#include <cmath>
 #include <cstdint>
 
 #include "overlay/edges.h"
@@ -38,11 +37,12 @@ struct Rounded {
 };
 
 /// from + extent n / d to the nearest whole number, halves upward, for 0 < n < d.
-/// The quotient of doubles is off by less than one; the remainder, exact modulo 2^64, tells.
+/// The quotient of doubles is off by one at most; the remainder, exact modulo 2^64, tells.
 [[nodiscard]] inline Rounded RoundedPlace(std::int32_t from, std::int32_t extent, std::int64_t n,
                                           std::int64_t d) noexcept {
   const double ratio = static_cast<double>(n) / static_cast<double>(d);
-  auto q = static_cast<std::int32_t>(std::floor(static_cast<double>(extent) * ratio + 0.5));
+  constexpr double noFraction = 0x1.8p52;  // a sum with it has no room for fractions
+  auto q = static_cast<std::int32_t>(static_cast<double>(extent) * ratio + noFraction - noFraction);
   const auto product = [](std::int64_t a, std::int64_t b) {
     return static_cast<std::uint64_t>(a) * static_cast<std::uint64_t>(b);
   };

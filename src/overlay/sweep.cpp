@@ -2,6 +2,7 @@
 #include "overlay/sweep.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace zelvan::overlay {
 
@@ -174,7 +175,10 @@ void Sweep::CollectStarts(GridPoint p) {
   }
   while (EventIsAt(p)) {
     const Event event = PopEvent();
-    if (event.second != kReturns) continue;
+    if (event.second == kStop) {
+      if (slotOf_[event.first] < kGone) below_ = slotOf_[event.first];
+      continue;
+    }
     Windings gone;
     const std::uint32_t rest = bundles_.DropEnding(event.first, p, gone);
     if (rest != kNone) {
@@ -184,7 +188,7 @@ void Sweep::CollectStarts(GridPoint p) {
 }
 
 // The active edges that end at p or go through, which are neighbours, and those next to them.
-// One that ends there is in below_ where one is known.
+// One of them is in below_ where one is known.
 void Sweep::CollectThrough(GridPoint p) {
   // Pieces do not go through places.
   const auto isThrough = [&](Slot slot) {
@@ -237,10 +241,13 @@ void Sweep::CutLineAlong(GridPoint low, GridPoint p) {
 // By slope, what runs on each other as one.
 void Sweep::SortLeaving(GridPoint p) {
   departing_.clear();
-  if (leaving_.size() > 1) {
-    std::sort(leaving_.begin(), leaving_.end(), [p](const Leaving& a, const Leaving& b) {
-      return overlay::SideOf(p, a.high, b.high) > 0;
-    });
+  const auto isBelow = [p](const Leaving& a, const Leaving& b) {
+    return overlay::SideOf(p, a.high, b.high) > 0;
+  };
+  if (leaving_.size() == 2) {
+    if (isBelow(leaving_[1], leaving_[0])) std::swap(leaving_[0], leaving_[1]);
+  } else if (leaving_.size() > 2) {
+    std::sort(leaving_.begin(), leaving_.end(), isBelow);
   }
   for (auto begin = leaving_.begin(); begin != leaving_.end();) {
     auto end = begin + 1;
@@ -359,9 +366,12 @@ void Sweep::NotePixel(GridPoint p) {
     columns_.AddArm(e.low);
   }
   for (const ActiveEdge& e : departing_) {
-    columns_.AddLine(e.line);
-    columns_.AddArm(e.high);
-    if (input_->edges[e.line].low < p) columns_.AddPass(e.line, p);
+    if (input_->edges[e.line].low < p) {
+      columns_.AddPass(e.line, p);  // its line and arm are noted
+    } else {
+      columns_.AddLine(e.line);
+      columns_.AddArm(e.high);
+    }
   }
   columns_.CloseVertex(p);
 }

@@ -153,13 +153,6 @@ void ReverseContour(Contour* contour) noexcept {
   contour->flags ^= CONTOUR_CCW;
 }
 
-void GrowBox(GridBox& box, GridPoint point) noexcept {
-  if (point.gx < box.min.gx) box.min.gx = point.gx;
-  if (point.gy < box.min.gy) box.min.gy = point.gy;
-  if (point.gx > box.max.gx) box.max.gx = point.gx;
-  if (point.gy > box.max.gy) box.max.gy = point.gy;
-}
-
 std::int64_t TwiceArea(const VertexNode* head) noexcept {
   std::int64_t sum = 0;
   const VertexNode* v = head;

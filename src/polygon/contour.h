@@ -54,9 +54,6 @@ void FreeContour(Contour*& contour) noexcept;
 /// Turns the ring round and toggles CONTOUR_CCW; `head` stays the head.
 void ReverseContour(Contour* contour) noexcept;
 
-/// Grows a box by one point.
-void GrowBox(GridBox& box, GridPoint point) noexcept;
-
 /// Twice the signed area of a ring in grid form, positive when it runs
 /// counter-clockwise. Exact: up to 2^42 for every ring that does not wind more
 /// than once round a point, and summed in 64 bits for every other.

@@ -31,14 +31,14 @@ GridPoint PointOf(GridPoint p) noexcept {
 
 template <class Points>
 std::int64_t TwiceAreaOf(const Points& ring) noexcept {
-  std::int64_t sum = 0;
+  std::uint64_t sum = 0;  // as that of a region below: partial sums go round and round
   GridPoint p = PointOf(ring.back());
   for (const auto& point : ring) {
     const GridPoint q = PointOf(point);
-    sum += std::int64_t{p.gx} * q.gy - std::int64_t{q.gx} * p.gy;
+    sum += static_cast<std::uint64_t>(std::int64_t{p.gx} * q.gy - std::int64_t{q.gx} * p.gy);
     p = q;
   }
-  return sum;
+  return static_cast<std::int64_t>(sum);
 }
 
 // The simple rings of all areas, and their order in the region.
@@ -141,9 +141,11 @@ FlatRegion FlattenWalks(const Area* ring) {
 }
 
 std::int64_t TwiceArea(const FlatRegion& region) noexcept {
-  std::int64_t sum = 0;
-  for (std::size_t i = 0; i < region.Rings(); ++i) sum += TwiceAreaOf(region.Ring(i));
-  return sum;
+  std::uint64_t sum = 0;
+  for (std::size_t i = 0; i < region.Rings(); ++i) {
+    sum += static_cast<std::uint64_t>(TwiceAreaOf(region.Ring(i)));
+  }
+  return static_cast<std::int64_t>(sum);
 }
 
 }  // namespace zelvan

@@ -8,6 +8,7 @@
 
 #include <compare>
 #include <cstdint>
+#include <initializer_list>
 
 namespace zelvan {
 
@@ -36,6 +37,25 @@ struct GridBox {
   GridPoint min;
   GridPoint max;
 };
+
+/// Makes a box hold a point.
+constexpr void GrowBox(GridBox& box, GridPoint p) noexcept {
+  if (p.gx < box.min.gx) box.min.gx = p.gx;
+  if (p.gy < box.min.gy) box.min.gy = p.gy;
+  if (p.gx > box.max.gx) box.max.gx = p.gx;
+  if (p.gy > box.max.gy) box.max.gy = p.gy;
+}
+
+/// Grows a box by the points a and b.
+constexpr void MergeBoxes(WorldPoint& boxMin, WorldPoint& boxMax, WorldPoint a,
+                          WorldPoint b) noexcept {
+  for (const WorldPoint p : {a, b}) {
+    if (p.x < boxMin.x) boxMin.x = p.x;
+    if (p.y < boxMin.y) boxMin.y = p.y;
+    if (p.x > boxMax.x) boxMax.x = p.x;
+    if (p.y > boxMax.y) boxMax.y = p.y;
+  }
+}
 
 /// (b - a) x (c - a): twice the signed area of the triangle a, b, c, positive
 /// when it runs counter-clockwise. Exact for grid points.

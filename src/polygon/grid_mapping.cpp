@@ -111,13 +111,4 @@ void UnsnapShape(Area* ring, WorldPoint boxMin, WorldPoint boxMax) noexcept {
   ForEachContour(ring, [&](Contour* contour) { UnsnapContour(contour, boxMin, boxMax); });
 }
 
-void MergeBoxes(WorldPoint& boxMin, WorldPoint& boxMax, WorldPoint a, WorldPoint b) noexcept {
-  for (const WorldPoint p : {a, b}) {
-    if (p.x < boxMin.x) boxMin.x = p.x;
-    if (p.y < boxMin.y) boxMin.y = p.y;
-    if (p.x > boxMax.x) boxMax.x = p.x;
-    if (p.y > boxMax.y) boxMax.y = p.y;
-  }
-}
-
 }  // namespace zelvan

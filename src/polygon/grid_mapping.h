@@ -30,7 +30,4 @@ void SnapShape(Shape& shape, WorldPoint boxMin, WorldPoint boxMax) noexcept;
 void UnsnapContour(Contour* contour, WorldPoint boxMin, WorldPoint boxMax) noexcept;
 void UnsnapShape(Area* ring, WorldPoint boxMin, WorldPoint boxMax) noexcept;
 
-/// Grows a box by the points a and b.
-void MergeBoxes(WorldPoint& boxMin, WorldPoint& boxMax, WorldPoint a, WorldPoint b) noexcept;
-
 }  // namespace zelvan

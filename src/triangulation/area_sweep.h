@@ -9,9 +9,9 @@
 //
 // What holds between two vertices:
 //  - The intervals of the sweep line inside the area stand in an IntervalList. Each knows
-//    its two edges and what is not cut yet above it. Two cutters are there: chains
-//    (chains.h), which end in the last vertex that it met, the top vertex of the trapezoid that
-//    is open there, and give the triangles of the insertion; and fronts (fronts.h).
+//    its two edges and what is not cut yet above it: chains (chains.h), which end in the last
+//    vertex that it met, the top vertex of the trapezoid that is open there, and give the
+//    triangles of the insertion. (Regions are swept with fronts, too; fronts.h.)
 //  - An edge whose upper end was met and whose lower end was not names its interval.
 //
 // A vertex closes the trapezoid of each interval that it meets. The step from the last

@@ -82,7 +82,6 @@ void EarCutter::AddRing(std::span<const GridPoint> ring, std::uint32_t first) no
     ++slots_;
   }
   Join(slots_ - 1, begin);
-  left_ = slots_;
 }
 
 std::uint32_t EarCutter::AddSlot(std::uint32_t copied) noexcept {
@@ -91,7 +90,6 @@ std::uint32_t EarCutter::AddSlot(std::uint32_t copied) noexcept {
   across_[slots_] = across_[copied];
   back_[slots_] = back_[copied];
   if (back_[copied] != kNone) back_[back_[copied]] = slots_;
-  left_ = slots_ + 1;
   return slots_++;
 }
 
@@ -166,6 +164,7 @@ bool EarCutter::OpensTo(std::uint32_t slot, GridPoint p) const noexcept {
 
 // Every second slot is tried, so that no corner gets all triangles.
 bool EarCutter::Run() noexcept {
+  left_ = slots_;
   std::uint32_t slot = 0;
   do {
     if (!IsConvex(slot)) blocking_ |= Bit(slot);
@@ -196,7 +195,6 @@ bool EarCutter::IsEar(std::uint32_t slot) const noexcept {
   const GridPoint a = points_[before];
   const GridPoint b = points_[slot];
   const GridPoint c = points_[after];
-  if (bridged_ && (points_[prev_[before]] == c || points_[next_[after]] == a)) return false;
   for (std::uint64_t rest = blocking_ & ~(Bit(before) | Bit(after)); rest != 0; rest &= rest - 1) {
     const GridPoint p = points_[std::countr_zero(rest)];
     if (zelvan::Cross(a, b, p) >= 0 && zelvan::Cross(b, c, p) >= 0 && zelvan::Cross(c, a, p) >= 0 &&
@@ -217,7 +215,6 @@ void EarCutter::Cut(std::uint32_t slot) noexcept {
   LinkEdge(side, before);
   LinkEdge(side + 1, slot);
   across_[before] = side + 2;
-  back_[before] = kNone;
   Join(before, after);
   --left_;
   for (const std::uint32_t end : {before, after}) {

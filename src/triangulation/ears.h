@@ -5,10 +5,10 @@
 // bridges to and fro, and both of its ends twice.
 //
 // An ear is a vertex with a convex corner whose triangle holds no other place of the ring, on its
-// border neither, and whose third side is none of the ring already (a bridge may be). What such a
-// ring bounds has a triangulation in which no vertex lies inside an edge; where three vertices or
-// more are on a line, too. Its triangles hang together as a tree, the leaves of which are ears; so
-// there is one as long as there are four vertices (Meisters 1975).
+// border neither. (Its third side is none of the ring already: the triangle would be all that hangs
+// together there.) What such a ring bounds has a triangulation in which no vertex lies inside an
+// edge; where three vertices or more are on a line, too. Its triangles hang together as a tree, the
+// leaves of which are ears; so there is one as long as there are four vertices (Meisters 1975).
 #pragma once
 
 #include <cstdint>

@@ -47,7 +47,8 @@ void Flip(Sides sides, std::uint32_t e, std::uint32_t f) noexcept {
 }  // namespace
 
 std::uint64_t Flips::Run(const GridPoint* points, Sides sides) {
-  const auto [corners, twins] = sides;
+  const std::span<std::uint32_t> corners = sides.corners;
+  const std::span<std::uint32_t> twins = sides.twins;
   const auto count = static_cast<std::uint32_t>(corners.size());
   waits_.assign(count, 0);
   waiting_.clear();

@@ -1,5 +1,5 @@
 // The fronts of the sweep: another way to cut what the sweep meets, into triangles that stay
-// close together, as a start for flips (delaunay.h).
+// close together, as a start for flips (flips.h).
 //
 // Chains join a vertex to the last one that its interval met, which may be far to the left or
 // right. A front remembers everything above the interval that is not cut off, and joins a

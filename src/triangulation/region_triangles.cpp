@@ -5,6 +5,7 @@
 
 #include <zelvan/error.h>
 
+#include <new>
 #include <span>
 #include <vector>
 
@@ -45,7 +46,7 @@ class RegionCutter {
 
   void FillVertices(bool turned);
   [[nodiscard]] bool TurningPays() const noexcept;
-  void JoinWalks();
+  std::uint32_t JoinWalks();
   template <class AnySweep>
   void ArrangeShared(std::span<std::uint32_t> order, AnySweep& sweep);
 
@@ -72,7 +73,6 @@ class RegionCutter {
 
   std::vector<SweepVertex> vertices_;
   std::vector<std::uint32_t> touching_;
-  std::vector<std::uint8_t> seen_;
   WalkJoiner joiner_;
   VertexOrder order_;
   RegionWriter writer_;
@@ -106,6 +106,7 @@ void RegionCutter::CutPolygon(std::size_t polygon) {
 
 // Sets up the arrays for a number of triangles. Neighbours are the twins at first.
 void RegionCutter::Prepare(std::uint32_t triangles) {
+  if (triangles > kNone / 3) throw std::bad_alloc();  // sides are numbered in 32 bits
   made_ = triangles;
   const std::size_t sides = 3 * std::size_t{triangles};
   if (delaunay_ && spare_.size() < sides) spare_.resize(sides);
@@ -133,12 +134,9 @@ void RegionCutter::Finish() {
 
 bool RegionCutter::CutBySweep() {
   FillVertices(TurningPays());
-  std::uint32_t walks = Rings();
-  if (touch_ != touchEnd_) {
-    JoinWalks();
-    walks = CountWalks(vertices_, seen_);
-  }
-  Prepare(Size() + 2 * walks - 4);
+  const std::uint32_t joined = JoinWalks();
+  if (joined >= Rings()) return false;
+  Prepare(Size() + 2 * (Rings() - joined) - 4);
   writer_.Begin(first_, Size(), made_, triangles_, twins_);
   return delaunay_ ? Sweep(delaunaySweep_, fronts_) : Sweep(plainSweep_, chains_);
 }
@@ -190,7 +188,9 @@ void RegionCutter::FillVertices(bool turned) {
   }
 }
 
-void RegionCutter::JoinWalks() {
+// Each touch makes one walk of its rings. @return the number of walks less
+std::uint32_t RegionCutter::JoinWalks() {
+  std::uint32_t joined = 0;
   for (std::size_t i = touch_; i < touchEnd_;) {
     const GridPoint place = region_.points[region_.touches[i]];
     touching_.clear();
@@ -198,7 +198,9 @@ void RegionCutter::JoinWalks() {
       touching_.push_back(region_.touches[i] - first_);
     }
     joiner_.JoinAt(touching_, vertices_);
+    joined += static_cast<std::uint32_t>(touching_.size() - 1);
   }
+  return joined;
 }
 
 template <class AnySweep>

@@ -33,15 +33,4 @@ void WalkJoiner::JoinAt(std::span<const std::uint32_t> touching, std::span<Sweep
   }
 }
 
-std::uint32_t CountWalks(std::span<const SweepVertex> vertices, std::vector<std::uint8_t>& seen) {
-  seen.assign(vertices.size(), 0);
-  std::uint32_t walks = 0;
-  for (std::uint32_t v = 0; v < vertices.size(); ++v) {
-    if (seen[v] != 0) continue;
-    ++walks;
-    for (std::uint32_t i = v; seen[i] == 0; i = vertices[i].next) seen[i] = 1;
-  }
-  return walks;
-}
-
 }  // namespace VORNEX

@@ -30,8 +30,4 @@ class WalkJoiner {
   std::vector<Arm> arms_;
 };
 
-/// The number of closed walks. `seen` is room for a mark a vertex.
-[[nodiscard]] std::uint32_t CountWalks(std::span<const SweepVertex> vertices,
-                                       std::vector<std::uint8_t>& seen);
-
 }  // namespace VORNEX

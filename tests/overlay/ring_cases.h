@@ -23,24 +23,23 @@ using RegionEngine =
                              FillRule ruleB, int operation)>;
 
 /// The same case for a seed on every machine, its coordinates in [-2^(n-1), 2^(n-1)) for some n
-/// from 2 to mostBits. About 20 edges: rings of points anywhere, on lattices, within half a step of
+/// from 2 to 31. About 20 edges: rings of points anywhere, on lattices, within half a step of
 /// edges, to and fro on a line, through one point; boxes, needles, spikes, copies.
-[[nodiscard]] RingCase RandomCase(std::uint64_t seed, int mostBits = 31);
+[[nodiscard]] RingCase RandomCase(std::uint64_t seed);
 
 /// What is wrong with an engine's results, or nothing: each operation gives the oracle's region,
-/// and, where only what must be bent is, the region made again of its rings is that region.
-[[nodiscard]] std::string WrongIn(const RingCase& rings, const RegionEngine& engine,
-                                  oracle::Bends bends = oracle::Bends::kNeeded);
+/// and the region made again of its rings, by any rule that fits, is that region.
+[[nodiscard]] std::string WrongIn(const RingCase& rings, const RegionEngine& engine);
 
 /// A case with fewer points and smaller coordinates that still fails.
 [[nodiscard]] RingCase Shrunk(RingCase rings, const std::function<bool(const RingCase&)>& fails);
+
+[[nodiscard]] Rings RingsOf(const FlatRegion& region);
 
 /// As C++ code.
 [[nodiscard]] std::string Code(const RingCase& rings);
 
 /// WrongIn of the case of a seed; with the case, made small, and the seed where anything is.
-[[nodiscard]] std::string WrongInSeed(std::uint64_t seed, const RegionEngine& engine,
-                                      oracle::Bends bends = oracle::Bends::kNeeded,
-                                      int mostBits = 31);
+[[nodiscard]] std::string WrongInSeed(std::uint64_t seed, const RegionEngine& engine);
 
 }  // namespace zelvan::test

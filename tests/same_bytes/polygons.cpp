@@ -135,7 +135,10 @@ void AddChain(Random& random, Hash& flat, Hash& regions) {
       contours.push_back(Moved(Contour(random), by[0], by[1], by[2]));
     }
     AddStep(contours, random.Below(2) == 0, flat);
-    const zelvan::Region other = RegionOf(contours, zelvan::FillRule(step % 4));
+    zelvan::Region other = RegionOf(contours, zelvan::FillRule(step % 4));
+    const zelvan::Grid grid = CommonGrid(region, other);  // whatever is lost there
+    region = region.OnGrid(grid);
+    other = other.OnGrid(grid);
     region = step % 3 == 0 ? region - other : step % 3 == 1 ? region ^ other : region | other;
     AddRegion(region, regions);
   }

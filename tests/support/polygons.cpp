@@ -242,7 +242,7 @@ FlatRegion FlatRegionOf(const Rings& rings) {
     }
   }
   const double low = -GRID_OFFSET;
-  const Region region(world, zelvan::FillRule::NonZero, zelvan::Grid({low, low}, 1));
+  const Region region(world, zelvan::FillRule::EvenOdd, zelvan::Grid({low, low}, 1));
   return region.IsEmpty() ? FlatRegion() : region.Handle()->flat;
 }
 

@@ -37,7 +37,7 @@ using Areas = std::vector<Rings>;  ///< each the outer ring, then its holes
 /// A shape in grid form, with its tables.
 [[nodiscard]] std::unique_ptr<Shape> ShapeOf(const Areas& areas);
 
-/// The region that these rings bound by the non-zero rule, on a grid with their steps.
+/// The region that these rings bound by the even-odd rule, on a grid with their steps.
 [[nodiscard]] FlatRegion FlatRegionOf(const Rings& rings);
 
 /// A family makes one operand on a grid of `size` steps.

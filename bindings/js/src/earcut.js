@@ -1,7 +1,7 @@
 // The calls of the earcut package, answered by Zelvan: coordinates in a row, the vertices
 // at which holes begin, triangles as numbers of input vertices, counter-clockwise where y
-// points up. The triangles are exact on a grid across the input. Where edges cross there is
-// no vertex to name: such a corner goes to the input vertex nearest to it.
+// points up. The triangles are exact on a grid of 2^31 steps across the input. Where
+// edges cross there is no vertex to name: such a corner goes to the input vertex nearest to it.
 import {
   BAD_ARGUMENT, NOT_FINITE, ZelvanError, check, doublesAt, integersAt, numbersAt, wasm, withMemory,
 } from './module.js';

@@ -14,6 +14,12 @@ const TOO_COARSE = 8;
 
 const forgotten = new FinalizationRegistry((handle) => wasm.zelvan_region_release(handle));
 
+function ruleOf(fill) {
+  const rule = FILLS.indexOf(fill);
+  if (rule < 0) throw new ZelvanError(BAD_ARGUMENT, `fill must be one of ${FILLS.join(', ')}.`);
+  return rule;
+}
+
 // The default grid is that of the C interface, and stands for no grid at all.
 function writeGrid(grid, reserve) {
   if (grid == null) return 0;
@@ -36,14 +42,14 @@ function isCoordinateFault(status) {
   return status === NOT_FINITE || status === OUTSIDE_GRID;
 }
 
-// Rings in, a handle out, by either of the two functions that make regions of rings. `place`
+// Sets of rings in, a handle out, by any of the functions that make regions of rings. `place`
 // is what is known of where the rings come from.
-function makeRegion(rings, grid, make, place) {
+function makeRegion(sets, grid, make, place) {
   return withMemory((reserve) => {
-    const { xy, offsets, count } = writeRings(rings, reserve);
+    const written = sets.map((rings) => writeRings(rings, reserve));
     const gridAt = writeGrid(grid, reserve);
     const [result, fault] = [reserve(4), reserve(8)];
-    const status = make(xy, offsets, count, gridAt, result, fault);
+    const status = make(...written.flatMap(({ xy, offsets, count }) => [xy, offsets, count]), gridAt, result, fault);
     if (isCoordinateFault(status)) {
       const [ring, point] = numbersAt(fault, 2);
       check(status, { ...place, ring, point });
@@ -88,14 +94,23 @@ export class Region {
   }
 
   static #filled(rings, { fill = 'even-odd', grid } = {}, place) {
-    const rule = FILLS.indexOf(fill);
-    if (rule < 0) throw new ZelvanError(BAD_ARGUMENT, `fill must be one of ${FILLS.join(', ')}.`);
-    return makeRegion(rings, grid, (xy, offsets, count, gridAt, result, fault) =>
+    const rule = ruleOf(fill);
+    return makeRegion([rings], grid, (xy, offsets, count, gridAt, result, fault) =>
       wasm.zelvan_region_create(xy, offsets, count, rule, gridAt, result, fault), place);
   }
 
   static uniteRings(rings, { grid } = {}) {
-    return makeRegion(rings, grid, wasm.zelvan_region_unite_rings);
+    return makeRegion([rings], grid, wasm.zelvan_region_unite_rings);
+  }
+
+  static combine(operation, a, b, { fillA = 'even-odd', fillB = 'even-odd', grid } = {}) {
+    if (!Object.hasOwn(OPERATIONS, operation)) {
+      throw new ZelvanError(BAD_ARGUMENT, `operation must be one of ${Object.keys(OPERATIONS).join(', ')}.`);
+    }
+    const [ruleA, ruleB] = [ruleOf(fillA), ruleOf(fillB)];
+    return makeRegion([a, b], grid, (xyA, offsetsA, countA, xyB, offsetsB, countB, gridAt, result, fault) =>
+      wasm.zelvan_rings_combine(OPERATIONS[operation], xyA, offsetsA, countA, ruleA, xyB, offsetsB, countB, ruleB,
+        gridAt, result, fault));
   }
 
   static empty() {

@@ -17,12 +17,13 @@ environment's ``ZELVAN_LIBRARY``.
 """
 
 from ._arrays import Array, Points
-from ._grid import FillRule, Grid
+from ._grid import FillRule, Grid, Operation
 from ._library import TooCoarseError
-from ._region import LossWarning, Mesh, Polygon, Region, common_grid, unite, unite_rings
+from ._region import (
+    LossWarning, Mesh, Polygon, Region, combine, common_grid, unite, unite_rings)
 
 __version__ = "1.0.0"  # the library's, which CMake holds it to
 
 __all__ = [
-    "Array", "FillRule", "Grid", "LossWarning", "Mesh", "Points", "Polygon", "Region",
-    "TooCoarseError", "common_grid", "unite", "unite_rings"]
+    "Array", "FillRule", "Grid", "LossWarning", "Mesh", "Operation", "Points", "Polygon", "Region",
+    "TooCoarseError", "combine", "common_grid", "unite", "unite_rings"]

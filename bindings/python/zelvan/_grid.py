@@ -11,6 +11,15 @@ from ._arrays import POINT_BYTES, Points, flatten
 from ._library import LIBRARY, CGrid, check
 
 
+class Operation(IntEnum):
+    """What lies in ... two sets of points."""
+
+    UNITE = 0  #: one or both of
+    INTERSECT = 1  #: both of
+    SUBTRACT = 2  #: the first alone of
+    XOR = 3  #: one alone of
+
+
 class FillRule(IntEnum):
     """A point is inside where its winding number is ...: the times that rings run around it
     counter-clockwise, less the times clockwise."""
@@ -32,14 +41,14 @@ _AROUND_ZERO = _covering(b"")
 
 @dataclass(frozen=True)
 class Grid:
-    """The points that regions have their vertices on: 2**20 along each axis, one step apart.
+    """The points that regions have their vertices on: 2**31 along each axis, one step apart.
 
     The step is a power of two from 2**-480 to 2**480; the origin, the lowest, leftmost point,
     has multiples of it as its coordinates, at most 2**52 steps from 0. So each point is a
     pair of floats, without rounding. Raises ValueError where that is no grid.
 
     >>> Grid()
-    Grid(origin=(-524288.0, -524288.0), step=1.0)
+    Grid(origin=(-1073741824.0, -1073741824.0), step=1.0)
     >>> Grid((0, 0), 0.1)  # doctest: +ELLIPSIS
     Traceback (most recent call last):
     ValueError: this is no grid: its step is no power of two, ...
@@ -61,7 +70,7 @@ class Grid:
         2**500, and for what extends beyond every grid.
 
         >>> Grid.covering([[(-180, -90), (180, 90)]])
-        Grid(origin=(-256.0, -256.0), step=0.00048828125)
+        Grid(origin=(-256.0, -256.0), step=2.384185791015625e-07)
         """
         return cls._covering(flatten(rings).xy)
 

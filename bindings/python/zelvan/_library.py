@@ -45,6 +45,9 @@ _SIGNATURES: dict[str, tuple[Any, list[Any]]] = {
     "region_create": (
         c_int32, [c_void_p, c_void_p, c_uint32, c_int32, _GRID, _HANDLE, _FAULT]),
     "region_unite_rings": (c_int32, [c_void_p, c_void_p, c_uint32, _GRID, _HANDLE, _FAULT]),
+    "rings_combine": (
+        c_int32, [c_int32, c_void_p, c_void_p, c_uint32, c_int32, c_void_p, c_void_p, c_uint32,
+                  c_int32, _GRID, _HANDLE, _FAULT]),
     "region_release": (None, [c_void_p]),
     "region_combine": (c_int32, [c_int32, c_void_p, c_void_p, _HANDLE]),
     "region_unite": (c_int32, [c_void_p, c_uint32, _HANDLE]),

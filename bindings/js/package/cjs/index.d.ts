@@ -15,8 +15,11 @@ export type Rings =
  * below 0. */
 export type Fill = 'even-odd' | 'non-zero' | 'positive' | 'negative';
 
+/** What lies in one or both of two sets of points, in both, in the first alone, in one alone. */
+export type Operation = 'unite' | 'intersect' | 'subtract' | 'xor';
+
 /** The points that vertices lie on: x + i * step, y + j * step, for i and j from 0 to
- * 2^20 - 1. `step` is a power of two, x and y are multiples of it. */
+ * 2^31 - 1. `step` is a power of two, x and y are multiples of it. */
 export interface Grid {
   readonly x: number;
   readonly y: number;
@@ -103,6 +106,10 @@ export class Region {
   static fromGeoJSON(object: object, options?: { grid?: Grid; warn?: (message: string) => void }): Region;
   /** The union of any number of regions, in one go. */
   static unite(regions: Iterable<Region>): Region;
+  /** An operation on the regions that two sets of rings bound, in one sweep, on the grid that
+   * covers all: the same as on two regions there, but that crossings are rounded once. */
+  static combine(operation: Operation, a: Rings, b: Rings,
+                 options?: { fillA?: Fill; fillB?: Fill; grid?: Grid }): Region;
   static empty(): Region;
   /** The finest grid that holds some points. */
   static gridCovering(points: Ring): Grid;
