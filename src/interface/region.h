@@ -1,6 +1,6 @@
 // What a handle of a region names: a flat region on a grid, never changed. One without polygons
 // has a handle only where it must say what was lost. The index of its edges (region_locator.h) is
-// made when it pays: any thread may make and publish it, others go on without it.
+// made when it pays (region_side.h): any thread may publish it, others go on without it.
 #pragma once
 
 #include <zelvan/region_c.h>
@@ -68,16 +68,6 @@ using RegionHandle = std::unique_ptr<const zelvan_region, RegionReleaser>;
 [[nodiscard]] bool IsSame(const zelvan_region* a, const zelvan_region* b) noexcept;
 
 [[nodiscard]] zelvan_counts CountsOf(const zelvan_region* region) noexcept;
-
-/// 1 inside, 0 on the boundary, -1 outside; exact. By the region's index, which is made after some
-/// dozens of points; by a scan before that, and where there is no memory for it.
-[[nodiscard]] int SideOf(const zelvan_region& region, WorldPoint p) noexcept;
-
-/// The same by a scan of all edges of the rings in whose boxes the point lies.
-[[nodiscard]] int SideByScan(const zelvan_region& region, WorldPoint p) noexcept;
-
-/// Makes the index. Throws std::bad_alloc, std::length_error.
-void Prepare(const zelvan_region& region);
 
 [[nodiscard]] WorldBox BoundsOf(const zelvan_region& region) noexcept;
 

@@ -1,6 +1,4 @@
 // The guarantees of zelvan/region.h, one test each, under its name.
-#include "interface/region.h"
-
 #include <gtest/gtest.h>
 #include <zelvan/region.h>
 
@@ -8,6 +6,7 @@
 #include <cmath>
 #include <thread>
 
+#include "interface/region_side.h"
 #include "overlay/ring_cases.h"
 #include "support/arrangement_oracle.h"
 #include "support/failing_allocator.h"
@@ -414,7 +413,7 @@ TEST(RegionGuarantee, ContainsIsExact) {
     if (vertices.empty()) continue;
     region.Prepare();
     std::vector<Point> points;
-    for (int i = 0; i < 1000; ++i) {
+    for (int i = 0; i < (seed % 8 == 0 ? 5000 : 500); ++i) {
       const std::size_t k = random.Below(vertices.size());
       const Point a = vertices[k], b = vertices[(k + 1) % vertices.size()];
       const double t = random.Below(9) / 8.0, u = random.Below(2) == 0 ? t : random.Unit();
@@ -422,6 +421,7 @@ TEST(RegionGuarantee, ContainsIsExact) {
       if (random.Below(4) == 0) p.x = random.Pick(vertices).x;
       if (random.Below(4) == 0) p.x = std::nextafter(p.x, random.Below(2) * 2e300 - 1e300);
       if (random.Below(4) == 0) p.y = std::nextafter(p.y, random.Below(2) * 2e300 - 1e300);
+      if (random.Below(64) == 0) p.x = random.Pick<double>({-HUGE_VAL, HUGE_VAL, std::nan("")});
       points.push_back(p);
     }
     const std::vector<Side> sides = region.Sides(points);
@@ -519,17 +519,17 @@ TEST(RegionGuarantee, FailureChangesNothing) {
   EXPECT_EQ(session(), expected);
 
   // Where the index fails, the scan goes on to answer.
-  const std::vector<Ring> rings = RingsOf(zelvan::test::LargePolygons(random, 40).front());
-  const std::vector<Point> vertices = Region(rings).Vertices();
+  const std::vector<Ring> outline = RingsOf(zelvan::test::LargePolygons(random, 40).front());
+  const std::vector<Point> vertices = Region(outline).Vertices();
   std::vector<std::int8_t> sides(vertices.size());
   const auto ask = [&] {
     try {
-      const Region region(rings);
+      const Region region(outline);
       for (int i = 0; i < 9; ++i) {
         std::fill(sides.begin(), sides.end(), 9);
         const auto count = static_cast<std::uint32_t>(sides.size());
         zelvan_region_contains(region.Handle(), &vertices[0].x, count, sides.data());
-        EXPECT_EQ(std::count(sides.begin(), sides.end(), 0), sides.size());
+        EXPECT_TRUE(std::all_of(sides.begin(), sides.end(), [](int side) { return side == 0; }));
       }
       region.Prepare();
     } catch (const std::bad_alloc&) {
