@@ -327,6 +327,24 @@ class Region {
     return static_cast<Side>(side);
   }
 
+  /// The same of many points, in their order. Throws std::bad_alloc; std::length_error beyond
+  /// 2^31 - 1 points.
+  std::vector<Side> Sides(const std::vector<Point>& points) const {
+    if (points.size() > (std::numeric_limits<std::int32_t>::max)()) detail::Check(ZELVAN_TOO_LARGE);
+    const auto count = static_cast<std::uint32_t>(points.size());
+    std::vector<std::int8_t> sides(count);
+    const double* const xy = points.empty() ? nullptr : &points[0].x;
+    detail::Check(zelvan_region_contains(handle_, xy, count, sides.data()));
+    std::vector<Side> result;
+    result.reserve(count);
+    for (const std::int8_t side : sides) result.push_back(static_cast<Side>(side));
+    return result;
+  }
+
+  /// Makes the index that finds where a point lies in O(log n), which else is made after some
+  /// dozens of points; copies share it. Throws std::bad_alloc.
+  void Prepare() const { detail::Check(zelvan_region_prepare(handle_)); }
+
   /// The grid of the region; Grid() for an empty one.
   zelvan::Grid Grid() const {
     zelvan_grid grid;

@@ -252,14 +252,27 @@ ZELVAN_API double ZELVAN_CALL zelvan_region_area(const zelvan_region* region);
 ZELVAN_API int32_t ZELVAN_CALL zelvan_region_bounds(const zelvan_region* region, double* box);
 
 /**
+ * Makes the index of a region's edges that zelvan_region_contains uses, if there is none yet, so
+ * that even the first points take O(log n). To make it takes O(n log^2 n) steps at worst, to keep
+ * it O(n log n) memory at worst, and much less where few edges cross the height of many vertices.
+ * All handles of the region share it. Any thread may call this at any time.
+ *
+ * @return ZELVAN_OK, ZELVAN_NO_MEMORY */
+ZELVAN_API zelvan_status ZELVAN_CALL zelvan_region_prepare(const zelvan_region* region);
+
+/**
  * Where points lie, decided exactly (what is less than 2^-400 steps from an axis, but not on
  * it, counts as that far).
  *
  * @param xy     points; those that are not finite lie outside
  * @param count  their number
  * @param sides  receives for each 1 inside, 0 on the boundary, -1 outside
- * @return ZELVAN_OK, ZELVAN_BAD_ARGUMENT. A point takes a look at every ring's box and at the
- *         edges of the rings whose boxes it lies in. */
+ * @return ZELVAN_OK, ZELVAN_BAD_ARGUMENT
+ *
+ * The first 63 points, fewer than 64 of them at once, each take a look at every ring's box and at
+ * the edges of the rings whose boxes they lie in. Then the region makes an index of its edges and
+ * keeps it (zelvan_region_prepare): from there on a point takes O(log n). Where there is no memory
+ * for the index the answers are the same without it. */
 ZELVAN_API zelvan_status ZELVAN_CALL zelvan_region_contains(const zelvan_region* region,
                                                             const double* xy, uint32_t count,
                                                             int8_t* sides);

@@ -2,12 +2,10 @@
 #include "interface/region.h"
 
 #include <algorithm>
-#include <cmath>
 #include <memory>
 #include <utility>
 
 #include "polygon/contour.h"
-#include "polygon/input_predicates.h"
 
 namespace {
 
@@ -41,47 +39,11 @@ zelvan_region::zelvan_region(const zelvan::RegionGrid& onGrid, zelvan::FlatRegio
   triangles = CountTriangles(flat);
 }
 
+zelvan_region::~zelvan_region() {
+  delete locator.load(std::memory_order_acquire);
+}
+
 namespace zelvan {
-
-namespace {
-
-bool IsWithin(const RegionGrid& grid, const GridBox& box, WorldPoint steps) noexcept {
-  const WorldPoint min = grid.StepsOf(box.min);
-  const WorldPoint max = grid.StepsOf(box.max);
-  return min.x <= steps.x && steps.x <= max.x && min.y <= steps.y && steps.y <= max.y;
-}
-
-// What an edge tells of a point: that it lies on it, or whether the ray from the point to the
-// right crosses it. An edge has its lower end and not its upper one.
-enum class Sight { kMisses, kCrosses, kOnEdge };
-
-Sight Look(WorldPoint a, WorldPoint b, WorldPoint p) noexcept {
-  if (p.y < std::min(a.y, b.y) || p.y > std::max(a.y, b.y) || p.x > std::max(a.x, b.x)) {
-    return Sight::kMisses;
-  }
-  const bool isLeft = p.x < std::min(a.x, b.x);
-  const int side = isLeft ? (a.y < b.y ? 1 : -1) : SideSign(b, a, p);
-  if (!isLeft && side == 0) return Sight::kOnEdge;
-  if ((a.y <= p.y) == (b.y <= p.y)) return Sight::kMisses;
-  return (side > 0) == (a.y < b.y) ? Sight::kCrosses : Sight::kMisses;
-}
-
-// 0 where the point lies on the ring, 1 where a ray from it crosses the ring an odd number of
-// times, else -1.
-int SideOfRing(const RegionGrid& grid, std::span<const GridPoint> ring, WorldPoint p) noexcept {
-  int side = -1;
-  WorldPoint a = grid.StepsOf(ring.back());
-  for (const GridPoint vertex : ring) {
-    const WorldPoint b = grid.StepsOf(vertex);
-    const Sight sight = Look(a, b, p);
-    if (sight == Sight::kOnEdge) return 0;
-    if (sight == Sight::kCrosses) side = -side;
-    a = b;
-  }
-  return side;
-}
-
-}  // namespace
 
 void Release(const zelvan_region* region) noexcept {
   if (region != nullptr && region->handles.fetch_sub(1, std::memory_order_acq_rel) == 1) {
@@ -124,19 +86,6 @@ zelvan_counts CountsOf(const zelvan_region* region) noexcept {
   const auto rings = static_cast<std::uint32_t>(region->flat.Rings());
   const auto vertices = static_cast<std::uint32_t>(region->flat.points.size());
   return {polygons, rings, vertices, region->triangles};
-}
-
-int SideOf(const zelvan_region& region, WorldPoint p) noexcept {
-  if (!std::isfinite(p.x) || !std::isfinite(p.y)) return -1;
-  const WorldPoint steps = region.grid.StepsOf(p);
-  int side = -1;
-  for (std::size_t i = 0; i < region.flat.Rings(); ++i) {
-    if (!IsWithin(region.grid, region.ringBoxes[i], steps)) continue;
-    const int ring = SideOfRing(region.grid, region.flat.Ring(i), steps);
-    if (ring == 0) return 0;
-    if (ring > 0) side = -side;
-  }
-  return side;
 }
 
 WorldBox BoundsOf(const zelvan_region& region) noexcept {

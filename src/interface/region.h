@@ -1,5 +1,6 @@
 // What a handle of a region names: a flat region on a grid, never changed. One without polygons
-// has a handle only where it must say what was lost.
+// has a handle only where it must say what was lost. The index of its edges (region_locator.h) is
+// made when it pays (region_side.h): any thread may publish it, others go on without it.
 #pragma once
 
 #include <zelvan/region_c.h>
@@ -12,11 +13,13 @@
 #include "interface/region_grid.h"
 #include "polygon/flat_region.h"
 #include "polygon/grid.h"
+#include "polygon/region_locator.h"
 
 struct zelvan_region {
   /// A region with one handle. Throws std::bad_alloc.
   zelvan_region(const zelvan::RegionGrid& onGrid, zelvan::FlatRegion&& region,
                 std::uint32_t lostRings);
+  ~zelvan_region();
 
   const zelvan::RegionGrid grid;
   const zelvan::FlatRegion flat;
@@ -25,6 +28,8 @@ struct zelvan_region {
   zelvan::GridBox box{};
   std::uint32_t triangles;
   mutable std::atomic<std::uint32_t> handles{1};
+  mutable std::atomic<const zelvan::RegionLocator*> locator{nullptr};  ///< made when it pays
+  mutable std::atomic<std::uint32_t> unaided{0};  ///< points that were looked up without it
 };
 
 namespace zelvan {
@@ -64,9 +69,6 @@ using RegionHandle = std::unique_ptr<const zelvan_region, RegionReleaser>;
 [[nodiscard]] bool IsSame(const zelvan_region* a, const zelvan_region* b) noexcept;
 
 [[nodiscard]] zelvan_counts CountsOf(const zelvan_region* region) noexcept;
-
-/// 1 inside, 0 on the boundary, -1 outside; exact.
-[[nodiscard]] int SideOf(const zelvan_region& region, WorldPoint p) noexcept;
 
 [[nodiscard]] WorldBox BoundsOf(const zelvan_region& region) noexcept;
 

@@ -10,6 +10,7 @@
 #include "interface/region_operations.h"
 #include "interface/region_refusal.h"
 #include "interface/region_rings.h"
+#include "interface/region_side.h"
 #include "interface/ring_area.h"
 #include "triangulation/region_triangles.h"
 
@@ -218,13 +219,20 @@ int32_t ZELVAN_CALL zelvan_region_bounds(const zelvan_region* region, double* bo
   return 1;
 }
 
+zelvan_status ZELVAN_CALL zelvan_region_prepare(const zelvan_region* region) {
+  return Guarded(nullptr, [&] {
+    if (region != nullptr) Prepare(*region);
+  });
+}
+
 zelvan_status ZELVAN_CALL zelvan_region_contains(const zelvan_region* region, const double* xy,
                                                  uint32_t count, int8_t* sides) {
   return Guarded(nullptr, [&] {
     Require(count == 0 || (xy != nullptr && sides != nullptr));
-    for (std::size_t i = 0; i < count; ++i) {
-      const WorldPoint p{xy[2 * i], xy[2 * i + 1]};
-      sides[i] = static_cast<std::int8_t>(region != nullptr ? SideOf(*region, p) : -1);
+    if (region == nullptr) {
+      std::fill_n(sides, count, std::int8_t{-1});
+    } else {
+      FindSides(*region, xy, count, sides);
     }
   });
 }

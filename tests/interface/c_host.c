@@ -68,6 +68,7 @@ static void RefusesByName(void) {
   EXPECT(zelvan_region_on_grid(NULL, NULL, &region) == ZELVAN_BAD_ARGUMENT);
   EXPECT(zelvan_grid_common(NULL, 1, &common) == ZELVAN_BAD_ARGUMENT && common.step == 3);
   EXPECT(!zelvan_grid_common(NULL, 0, &common) && common.step == 1 && !zelvan_region_lost(NULL));
+  EXPECT(zelvan_region_prepare(NULL) == ZELVAN_OK);
   EXPECT(strstr(zelvan_status_message(ZELVAN_INTERNAL), "contradiction") != NULL);
 }
 

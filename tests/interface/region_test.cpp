@@ -1,6 +1,4 @@
 // The guarantees of zelvan/region.h, one test each, under its name.
-#include "interface/region.h"
-
 #include <gtest/gtest.h>
 #include <zelvan/region.h>
 
@@ -8,6 +6,7 @@
 #include <cmath>
 #include <thread>
 
+#include "interface/region_side.h"
 #include "overlay/ring_cases.h"
 #include "support/arrangement_oracle.h"
 #include "support/failing_allocator.h"
@@ -393,6 +392,44 @@ TEST(RegionGuarantee, ContainsIsExact) {
     EXPECT_EQ(region.Contains({std::nan(""), -HUGE_VAL}), Side::Outside);
     EXPECT_EQ(region.Contains({least, y}), Side::Inside);
   }
+  // The index answers as the scan does: at vertices, at their heights, on edges, and one unit in
+  // the last place beside them, on coarse and fine grids near and far from 0.
+  for (std::uint64_t seed = 0; seed < 300; ++seed) {
+    SCOPED_TRACE(seed);
+    Random random(seed);
+    const double scale = std::ldexp(1.0, random.Below(2) * 10);
+    const double far = random.Below(2) * 0x1p40;
+    std::vector<Ring> rings = Boxes(random);
+    const auto add = [&](const std::vector<Ring>& more) {
+      rings.insert(rings.end(), more.begin(), more.end());
+    };
+    if (seed % 3 == 0) add(RingsOf(random.Pick(zelvan::test::LargePolygons(random, 500))));
+    if (seed % 3 == 1) add(RingsOf(random.Pick(zelvan::test::kFamilies).make(random, 1000)));
+    for (Ring& ring : rings) {
+      for (Point& p : ring) p = {p.x * scale + far, p.y * scale - far};
+    }
+    const Region region(rings);
+    const std::vector<Point> vertices = region.Vertices();
+    if (vertices.empty()) continue;
+    region.Prepare();
+    std::vector<Point> points;
+    for (int i = 0; i < (seed % 8 == 0 ? 5000 : 500); ++i) {
+      const std::size_t k = random.Below(vertices.size());
+      const Point a = vertices[k], b = vertices[(k + 1) % vertices.size()];
+      const double t = random.Below(9) / 8.0, u = random.Below(2) == 0 ? t : random.Unit();
+      Point p = {a.x + t * (b.x - a.x), a.y + u * (b.y - a.y)};
+      if (random.Below(4) == 0) p.x = random.Pick(vertices).x;
+      if (random.Below(4) == 0) p.x = std::nextafter(p.x, random.Below(2) * 2e300 - 1e300);
+      if (random.Below(4) == 0) p.y = std::nextafter(p.y, random.Below(2) * 2e300 - 1e300);
+      if (random.Below(64) == 0) p.x = random.Pick<double>({-HUGE_VAL, HUGE_VAL, std::nan("")});
+      points.push_back(p);
+    }
+    const std::vector<Side> sides = region.Sides(points);
+    for (std::size_t i = 0; i < points.size(); ++i) {
+      ASSERT_EQ(int(sides[i]), zelvan::SideByScan(*region.Handle(), {points[i].x, points[i].y}))
+          << points[i].x << ", " << points[i].y;
+    }
+  }
 }
 
 Region World(double shift) {
@@ -432,6 +469,10 @@ TEST(RegionGuarantee, ThreadsMayShare) {
     for (std::size_t i = 0; i < 32; ++i) {
       results.push_back(Combine(regions[(first + i / 4) % 8], regions[i / 4], i % 4));
       EXPECT_EQ(zelvan::test::CheckMeshes(results.back()), "");
+      for (const Point p : regions[i / 4].Vertices()) {  // until one thread makes the index
+        EXPECT_EQ(regions[i / 4].Contains(p), Side::Boundary);
+        EXPECT_EQ(regions[i / 4].Contains({p.x, -1}), Side::Outside);
+      }
     }
     return results;
   };
@@ -476,6 +517,27 @@ TEST(RegionGuarantee, FailureChangesNothing) {
       });
   EXPECT_GT(failures, 200u);
   EXPECT_EQ(session(), expected);
+
+  // Where the index fails, the scan goes on to answer.
+  const std::vector<Ring> outline = RingsOf(zelvan::test::LargePolygons(random, 40).front());
+  const std::vector<Point> vertices = Region(outline).Vertices();
+  std::vector<std::int8_t> sides(vertices.size());
+  const auto ask = [&] {
+    try {
+      const Region region(outline);
+      for (int i = 0; i < 9; ++i) {
+        std::fill(sides.begin(), sides.end(), 9);
+        const auto count = static_cast<std::uint32_t>(sides.size());
+        zelvan_region_contains(region.Handle(), &vertices[0].x, count, sides.data());
+        EXPECT_TRUE(std::all_of(sides.begin(), sides.end(), [](int side) { return side == 0; }));
+      }
+      region.Prepare();
+    } catch (const std::bad_alloc&) {
+      return false;
+    }
+    return true;
+  };
+  EXPECT_GT(support::FailEachInTurn(ask, [](bool) {}), 20u);
 }
 
 }  // namespace

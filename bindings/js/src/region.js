@@ -222,6 +222,10 @@ export class Region {
     return typeof side === 'number' ? side >= 0 : Array.from(side, (one) => one >= 0);
   }
 
+  prepare() {
+    check(wasm.zelvan_region_prepare(this.#alive()));
+  }
+
   side(points) {
     return withMemory((reserve) => {
       const isOne = Array.isArray(points) && typeof points[0] === 'number';

@@ -60,6 +60,7 @@ class Binding(unittest.TestCase):
             self.assertEqual({*ways}, {region}, seed)
             points = random_ring(rng) + random_ring(rng, 9) + rings[0]
             sides = [region.sides([point])[0] for point in points]
+            region.prepare()
             self.assertEqual(region.sides(buffer(points)).tolist(), sides, seed)
             self.assertEqual([region.contains(p) for p in points], [s >= 0 for s in sides], seed)
 

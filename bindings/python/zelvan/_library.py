@@ -58,6 +58,7 @@ _SIGNATURES: dict[str, tuple[Any, list[Any]]] = {
     "region_grid": (None, [c_void_p, _GRID]),
     "region_area": (c_double, [c_void_p]),
     "region_bounds": (c_int32, [c_void_p, c_void_p]),
+    "region_prepare": (c_int32, [c_void_p]),
     "region_contains": (c_int32, [c_void_p, c_void_p, c_uint32, c_void_p]),
     "region_read": (c_int32, [c_void_p, _COUNTS, c_void_p, c_void_p, c_void_p]),
     "region_triangulate": (c_int32, [c_void_p, c_uint32, _COUNTS, c_void_p, c_void_p]),

@@ -320,6 +320,14 @@ class Region:
         """
         return flat(self._sides(points), "b")
 
+    def prepare(self) -> None:
+        """Makes the index that finds where a point lies in O(log n), which else is made after
+        some dozens of points. Any thread may call this at any time.
+
+        >>> Region([[(0, 0), (4, 0), (0, 4)]]).prepare()
+        """
+        check(LIBRARY.region_prepare(self._handle))
+
     def _sides(self, points: Any) -> array[int]:
         xy = b"".join([doubles(points, "the sequence of points")])
         sides = blank("b", len(xy) // POINT_BYTES)

@@ -137,6 +137,9 @@ export class Region {
   /** 1 inside, 0 on the boundary, -1 outside. */
   side(point: Point): -1 | 0 | 1;
   side(points: readonly Point[] | Float64Array | Float32Array): Int8Array;
+  /** Makes the index that finds where a point lies in O(log n), which else is made after some
+   * dozens of points. */
+  prepare(): void;
 
   readonly counts: Counts;
   readonly isEmpty: boolean;
