@@ -70,8 +70,8 @@ TEST(Overlay, PredicatesAreExactInTheWholeRange) {
 
 struct Work {
   std::uint64_t stops;
-  std::size_t lines;    // edges, and those that bundles became
-  std::size_t rounded;  // crossings off the grid
+  std::size_t lines;      // edges, and those that bundles became
+  std::uint64_t rounded;  // crossings off the grid
 };
 
 Work WorkOf(const test::Rings& rings) {
