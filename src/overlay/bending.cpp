@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <new>
 
 namespace zelvan::overlay {
 
@@ -15,8 +16,9 @@ bool IsBefore(const Vertex& a, const Vertex& b) noexcept {
 }  // namespace
 
 void Bending::Split(EdgeSet& edges, const Sweep& sweep) {
-  const auto lines = static_cast<std::uint32_t>(edges.edges.size());
   incidences_ = sweep.Incidences();
+  if (edges.edges.size() + incidences_.size() >= kNone) throw std::bad_alloc();
+  const auto lines = static_cast<std::uint32_t>(edges.edges.size());
   SortByLine(edges.edges);
   FindBent(sweep, edges.edges);
   FindFates(sweep, lines);

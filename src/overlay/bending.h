@@ -24,7 +24,7 @@ namespace zelvan::overlay {
 class Bending {
  public:
   /// Splits the edges of a sweep that found crossings off the grid into pieces, in place.
-  /// Throws std::bad_alloc.
+  /// Throws std::bad_alloc, also for 2^32 pieces.
   void Split(EdgeSet& edges, const Sweep& sweep);
 
   [[nodiscard]] std::size_t Bytes() const noexcept;

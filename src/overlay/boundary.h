@@ -13,6 +13,7 @@
 #pragma once
 
 #include <cstdint>
+#include <new>
 #include <span>
 #include <vector>
 
@@ -37,9 +38,10 @@ class Boundary {
 
   [[nodiscard]] std::vector<Piece>& Pieces() noexcept { return pieces_; }
 
-  /// A new piece; one that runs to the right starts a part of its own.
+  /// A new piece; one that runs to the right starts a part of its own. Throws std::bad_alloc, as
+  /// GoOn and Connect do.
   [[nodiscard]] std::uint32_t Add(bool runsRight) {
-    const auto number = static_cast<std::uint32_t>(pieces_.size());
+    const std::uint32_t number = NextNumber();
     pieces_.push_back({{}, 0, 0, runsRight ? number : kNone});
     return number;
   }
@@ -47,7 +49,7 @@ class Boundary {
   /// The boundary turns at p, where it meets nothing else. @return the piece right of p, for
   /// the one left of it
   [[nodiscard]] std::uint32_t GoOn(std::uint32_t piece, GridPoint p) {
-    const auto number = static_cast<std::uint32_t>(pieces_.size());
+    const std::uint32_t number = NextNumber();
     const std::uint32_t parent = pieces_[piece].parent;
     if (parent != kNone) {
       pieces_.push_back({p, 0, 0, parent});
@@ -84,6 +86,12 @@ class Boundary {
   }
 
  private:
+  // Throws std::bad_alloc where numbers end.
+  [[nodiscard]] std::uint32_t NextNumber() const {
+    if (pieces_.size() >= kPieceMask) throw std::bad_alloc();
+    return static_cast<std::uint32_t>(pieces_.size());
+  }
+
   std::vector<Piece> pieces_;
   std::vector<std::uint32_t> around_;
 };
