@@ -37,8 +37,8 @@
 ///     areas sum to the polygon's, and neighbours name each other.
 ///  7. DelaunayIsUnique. The constrained Delaunay triangulation depends on the region alone.
 ///  8. ThreadsMayShare. Threads share nothing but what they are given: distinct values, and the
-///     same const value, may be used in any threads at once. A thread keeps up to 8 MB of
-///     working memory from one operation to the next.
+///     same const value, may be used in any threads at once. The library keeps some
+///     working memory from one operation to the next, up to 8 MB for each of four threads.
 ///  9. FailureChangesNothing. What fails throws and leaves every value as it was; memory that
 ///     runs out is std::bad_alloc; nothing leaks.
 ///  10. NothingIsLostSilently. An operation that would have to move a region to a coarser grid

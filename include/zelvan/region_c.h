@@ -30,10 +30,10 @@
  *    zelvan_region_counts says; the caller hands these counts in, and other ones are refused.
  *  - A function that fails leaves what it should have filled as it was, but for the arrays of
  *    zelvan_region_triangulate, which may then be filled in part. No exception leaves.
- *  - Threads share nothing but what they are given, and each keeps up to 8 MB of working memory
- *    from one operation to the next: any functions may run in any threads at once, on the same
- *    regions, too. A handle that is released in one thread may not be used in another one
- *    that holds no handle of its own.
+ *  - Threads share nothing but what they are given: any functions may run in any threads at
+ *    once, on the same regions, too. A handle that is released in one thread may not be used in
+ *    another one that holds no handle of its own. The library keeps some working memory from
+ *    one operation to the next, up to 8 MB for each of four threads.
  */
 #ifndef ZELVAN_REGION_C_H
 #define ZELVAN_REGION_C_H

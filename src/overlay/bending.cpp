@@ -63,6 +63,7 @@ void Bending::SortByLine(std::span<const Edge> lines) {
 // Goes from bent edges to the pixels that they meet, and from these to the edges that meet them
 // off their centres.
 void Bending::FindBent(const Sweep& sweep, std::span<const Edge> lines) {
+  waiting_.clear();
   isBent_.assign(lines.size(), false);
   isHandled_.assign(incidences_.size(), false);
   for (std::uint32_t line = 0; line < lines.size(); ++line) {

@@ -1,6 +1,8 @@
 // The stages of the overlay engine (overlay.h).
 #include "overlay/overlay.h"
 
+#include <array>
+#include <atomic>
 #include <utility>
 
 #include "overlay/bending.h"
@@ -21,13 +23,40 @@ struct Overlay::Arrays {
   Bending bending;
 };
 
-// Of the thread, while no overlay has them.
-std::unique_ptr<Overlay::Arrays>& Overlay::Kept() noexcept {
-  thread_local std::unique_ptr<Arrays> kept;
-  return kept;
-}
+// The arrays that no overlay has now. Any thread may take a set and give it back without
+// waiting. No thread has storage of its own: a library that is loaded again and again, as
+// hosts on Windows do, would leave it behind.
+class Overlay::Shelf {
+ public:
+  ~Shelf() {
+    while (Take() != nullptr) continue;
+  }
 
-Overlay::Overlay() : arrays_(std::move(Kept())) {
+  [[nodiscard]] std::unique_ptr<Arrays> Take() noexcept {
+    Arrays* arrays = nullptr;
+    for (std::atomic<Arrays*>& place : places_) {
+      arrays = place.exchange(nullptr, std::memory_order_acq_rel);
+      if (arrays != nullptr) break;
+    }
+    return std::unique_ptr<Arrays>(arrays);
+  }
+
+  void Put(std::unique_ptr<Arrays> arrays) noexcept {
+    for (std::atomic<Arrays*>& place : places_) {
+      Arrays* none = nullptr;
+      if (!place.compare_exchange_strong(none, arrays.get(), std::memory_order_acq_rel)) continue;
+      static_cast<void>(arrays.release());
+      return;
+    }
+  }
+
+ private:
+  std::array<std::atomic<Arrays*>, 4> places_{};  // for that many threads at once
+};
+
+Overlay::Shelf Overlay::shelf;
+
+Overlay::Overlay() : arrays_(shelf.Take()) {
   if (arrays_ == nullptr) arrays_ = std::make_unique<Arrays>();
   arrays_->edges.Clear();
 }
@@ -35,7 +64,7 @@ Overlay::Overlay() : arrays_(std::move(Kept())) {
 Overlay::~Overlay() {
   const std::size_t bytes =
       arrays_->edges.Bytes() + arrays_->sweep.Bytes() + arrays_->bending.Bytes();
-  if (bytes <= kMostKept) Kept() = std::move(arrays_);
+  if (bytes <= kMostKept) shelf.Put(std::move(arrays_));
 }
 
 EdgeSet& Overlay::Edges() noexcept {

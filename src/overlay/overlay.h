@@ -13,8 +13,8 @@
 
 namespace zelvan::overlay {
 
-/// One overlay. Its arrays, up to some megabytes, are the thread's, which keeps them from one
-/// overlay to the next; several may be under way in one thread.
+/// One overlay. Its arrays, if they are not too large, are kept for later ones; several overlays
+/// may be under way at once, in one thread or in many.
 class Overlay {
  public:
   /// Throws std::bad_alloc.
@@ -32,7 +32,8 @@ class Overlay {
 
  private:
   struct Arrays;
-  static std::unique_ptr<Arrays>& Kept() noexcept;
+  class Shelf;
+  static Shelf shelf;
 
   std::unique_ptr<Arrays> arrays_;
 };
