@@ -13,6 +13,7 @@
 
 #include "overlay/edges.h"
 #include "polygon/grid.h"
+#include "polygon/nearest_double.h"
 
 namespace zelvan::overlay {
 
@@ -40,7 +41,7 @@ struct Rounded {
 /// The quotient of doubles is off by one at most; the remainder, exact modulo 2^64, tells.
 [[nodiscard]] inline Rounded RoundedPlace(std::int32_t from, std::int32_t extent, std::int64_t n,
                                           std::int64_t d) noexcept {
-  const double ratio = static_cast<double>(n) / static_cast<double>(d);
+  const double ratio = NearestDouble(n) / NearestDouble(d);
   constexpr double noFraction = 0x1.8p52;  // a sum with it has no room for fractions
   auto q = static_cast<std::int32_t>(static_cast<double>(extent) * ratio + noFraction - noFraction);
   const auto product = [](std::int64_t a, std::int64_t b) {

@@ -27,6 +27,7 @@
 #include <cstdint>
 
 #include "polygon/grid.h"
+#include "polygon/nearest_double.h"
 
 namespace VORNEX {
 
@@ -65,8 +66,8 @@ struct ProductSize {
 /// The sign of p q + r s.
 [[nodiscard]] inline int SignOfSum(std::int64_t p, std::int64_t q, std::int64_t r,
                                    std::int64_t s) noexcept {
-  const double pq = static_cast<double>(p) * static_cast<double>(q);
-  const double rs = static_cast<double>(r) * static_cast<double>(s);
+  const double pq = zelvan::NearestDouble(p) * zelvan::NearestDouble(q);
+  const double rs = zelvan::NearestDouble(r) * zelvan::NearestDouble(s);
   if (std::fabs(pq + rs) > 0x1p-49 * (std::fabs(pq) + std::fabs(rs))) return pq + rs > 0 ? 1 : -1;
   const ProductSize first(p, q);
   const ProductSize second(r, s);
