@@ -15,7 +15,7 @@ bool IsBefore(const Vertex& a, const Vertex& b) noexcept {
 
 }  // namespace
 
-void Bending::Split(EdgeSet& edges, const Sweep& sweep) {
+void Bending::Split(EdgeSet& edges, const LineFindings& sweep) {
   incidences_ = sweep.Incidences();
   if (edges.edges.size() + incidences_.size() >= kNone) throw std::bad_alloc();
   const auto lines = static_cast<std::uint32_t>(edges.edges.size());
@@ -62,7 +62,7 @@ void Bending::SortByLine(std::span<const Edge> lines) {
 
 // Goes from bent edges to the pixels that they meet, and from these to the edges that meet them
 // off their centres.
-void Bending::FindBent(const Sweep& sweep, std::span<const Edge> lines) {
+void Bending::FindBent(const LineFindings& sweep, std::span<const Edge> lines) {
   waiting_.clear();
   isBent_.assign(lines.size(), false);
   isHandled_.assign(incidences_.size(), false);
@@ -103,7 +103,7 @@ void Bending::BendAllAt(GridPoint pixel) {
   BendAllAt(static_cast<std::size_t>(i - incidences_.begin()));
 }
 
-void Bending::FindFates(const Sweep& sweep, std::size_t lines) {
+void Bending::FindFates(const LineFindings& sweep, std::size_t lines) {
   fates_.assign(lines, Fate::kKept);
   for (std::uint32_t i = 0; i < lines; ++i) {
     if (!sweep.WasActive(i)) fates_[i] = Fate::kGone;

@@ -25,7 +25,7 @@ class Bending {
  public:
   /// Splits the edges of a sweep that found crossings off the grid into pieces, in place.
   /// Throws std::bad_alloc, also for 2^32 pieces.
-  void Split(EdgeSet& edges, const Sweep& sweep);
+  void Split(EdgeSet& edges, const LineFindings& sweep);
 
   [[nodiscard]] std::size_t Bytes() const noexcept;
 
@@ -41,11 +41,11 @@ class Bending {
   [[nodiscard]] std::span<const std::uint32_t> IncidencesOf(std::uint32_t line) const noexcept {
     return {byLine_.data() + firstOfLine_[line], byLine_.data() + firstOfLine_[line + 1]};
   }
-  void FindBent(const Sweep& sweep, std::span<const Edge> lines);
+  void FindBent(const LineFindings& sweep, std::span<const Edge> lines);
   void Bend(std::uint32_t line);
   void BendAllAt(std::size_t incidence);
   void BendAllAt(GridPoint pixel);
-  void FindFates(const Sweep& sweep, std::size_t lines);
+  void FindFates(const LineFindings& sweep, std::size_t lines);
   void SplitLine(std::uint32_t line, EdgeSet& edges);
   void AddEnd(GridPoint p, const Edge& piece, std::uint32_t number);
   void MoveVertices(EdgeSet& edges);

@@ -39,11 +39,13 @@ class Bundles {
   }
 
   /// Takes the members out that end at p and subtracts them from the sum of all.
+  /// @param drawer  knows the sums of steps (sweep.h); may throw
   /// @return the bundle of the others, or kNone
-  [[nodiscard]] std::uint32_t DropEnding(std::uint32_t bundle, GridPoint p,
-                                         Windings& sum) noexcept {
+  template <class Drawer>
+  [[nodiscard]] std::uint32_t DropEnding(std::uint32_t bundle, GridPoint p, Windings& sum,
+                                         Drawer& drawer) {
     while (bundle != kNone && nodes_[bundle].high == p) {
-      sum += -nodes_[bundle].step;
+      sum = drawer.Sum(sum, -nodes_[bundle].step);
       bundle = Join(nodes_[bundle].left, nodes_[bundle].right);
     }
     return bundle;

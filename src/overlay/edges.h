@@ -22,7 +22,10 @@ template <class T>
   return v.capacity() * sizeof(T);
 }
 
-/// The winding numbers of a place in both operands, or a difference of two such.
+/// The winding numbers of a place in both operands, or a difference of two such. Only the drawer
+/// of a sweep (sweep.h) knows what they mean and how they add up: in an overlay of layers the first
+/// number names a set of layers, or a difference of two sets (layer_sets.h). Where there is no
+/// difference, both are 0; the opposite difference is the negative of both.
 struct Windings {
   std::int32_t first = 0;
   std::int32_t second = 0;

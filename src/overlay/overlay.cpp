@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "overlay/bending.h"
+#include "overlay/region_drawer.h"
 #include "overlay/rings.h"
 #include "overlay/sweep.h"
 
@@ -19,7 +20,8 @@ constexpr std::size_t kMostKept = std::size_t{8} << 20;  // bytes
 
 struct Overlay::Arrays {
   EdgeSet edges;
-  Sweep sweep;
+  Sweep<RegionDrawer> sweep;
+  RegionDrawer drawer;
   Bending bending;
 };
 
@@ -62,8 +64,8 @@ Overlay::Overlay() : arrays_(shelf.Take()) {
 }
 
 Overlay::~Overlay() {
-  const std::size_t bytes =
-      arrays_->edges.Bytes() + arrays_->sweep.Bytes() + arrays_->bending.Bytes();
+  const std::size_t bytes = arrays_->edges.Bytes() + arrays_->sweep.Bytes() +
+                            arrays_->drawer.Bytes() + arrays_->bending.Bytes();
   if (bytes <= kMostKept) shelf.Put(std::move(arrays_));
 }
 
@@ -72,14 +74,15 @@ EdgeSet& Overlay::Edges() noexcept {
 }
 
 FlatRegion Overlay::Run(const Selection& selection) {
-  auto& [edges, sweep, bending] = *arrays_;
+  auto& [edges, sweep, drawer, bending] = *arrays_;
+  drawer.Select(selection);
   edges.SortVertices();
-  sweep.Run(edges, selection, Sweep::Search::kPixels);
+  sweep.Run(edges, drawer, Search::kPixels);
   if (!sweep.IsExact()) {
     bending.Split(edges, sweep);
-    sweep.Run(edges, selection, Sweep::Search::kNothing);
+    sweep.Run(edges, drawer, Search::kNothing);
   }
-  return RegionWithin(sweep.TheBoundary());
+  return RegionWithin(drawer.TheBoundary());
 }
 
 }  // namespace zelvan::overlay

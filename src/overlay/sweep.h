@@ -8,19 +8,18 @@
 //
 // What holds between two stops:
 //  - Neighbours in the list that cross further on have their crossing queued.
-//  - Each active edge knows the winding numbers right below it, so it is known of both its
-//    sides whether they belong to the region; where only one does, it draws a piece of the
-//    boundary.
+//  - Each active edge knows what lies right below it, the winding numbers of both operands or a
+//    set of layers; so both its sides are known, and it draws a piece of a boundary where these
+//    differ. What the numbers mean, how they add up and what is drawn is the drawer's business
+//    (region_drawer.h, layer_drawer.h).
 //  - Edges that run on each other are one active edge, a bundle, which ends where the first of
-//    them does; one whose windings sum to 0 is not in the list, and what is left of it comes
+//    them does; one whose steps sum to none is not in the list, and what is left of it comes
 //    back at its end.
 //  - Each active edge has a line: a number in the table of edges, whose ends are where edges
 //    that run on each other come or go. A line stays one while it goes through places.
 //
-// Crossings off the grid wait by their column (the abscissa, rounded), its side, row and side
-// of the row. So the crossings left of a column's line come before the vertices on it. In half
-// a column they come in some order that exchanges neighbours alone; after the last of them
-// the list is sorted, since each exchange queues what then crosses.
+// Crossings off the grid come, in half a column, in some order that exchanges neighbours alone;
+// after the last of them the list is sorted, since each exchange queues what then crosses.
 //
 // The sweep ends: a place takes each of its edges out once and puts each in once, and two
 // edges change places at most once, for then they diverge.
@@ -30,30 +29,29 @@
 #include <cstdint>
 #include <vector>
 
-#include "overlay/boundary.h"
 #include "overlay/bundles.h"
 #include "overlay/edges.h"
+#include "overlay/events.h"
 #include "overlay/exact.h"
 #include "overlay/hot_columns.h"
-#include "overlay/selection.h"
 #include "overlay/status.h"
 
 namespace zelvan::overlay {
 
-class Sweep {
+/// Where p lies of an active edge: above 0 left of it, which is above.
+[[nodiscard]] inline std::int64_t SideOf(const ActiveEdge& e, GridPoint p) noexcept {
+  return SideOf(e.low, e.high, p);
+}
+
+/// What is looked for besides the boundary: in the edges as they are given, crossings off the
+/// grid and hot pixels that edges meet; in the pieces that these are split into, nothing.
+enum class Search { kPixels, kNothing };
+
+/// What a sweep has found of lines, whatever it drew.
+class LineFindings {
  public:
-  /// What is looked for besides the boundary: in the edges as they are given, crossings off the
-  /// grid and hot pixels that edges meet; in the pieces that these are split into, nothing.
-  enum class Search { kPixels, kNothing };
-
-  /// @param edges  their vertices sorted; changed, and extended by the lines of bundles
-  /// Throws std::bad_alloc. What an earlier run found is gone.
-  void Run(EdgeSet& edges, const Selection& selection, Search search);
-
-  /// Was no crossing off the grid? Then the boundary is that of the region.
+  /// Was no crossing off the grid? Then what was drawn stands.
   [[nodiscard]] bool IsExact() const noexcept { return roundedCrossings_ == 0; }
-
-  [[nodiscard]] Boundary& TheBoundary() noexcept { return boundary_; }
   [[nodiscard]] std::uint64_t RoundedCrossings() const noexcept { return roundedCrossings_; }
 
   /// Has a line a crossing off the grid?
@@ -73,26 +71,43 @@ class Sweep {
     return slotOf_[line] != kNever;
   }
 
+ protected:
+  static constexpr Status::Slot kNever = kNone;     // has not been active yet
+  static constexpr Status::Slot kGone = kNone - 1;  // was active, and is not any more
+
+  std::vector<Status::Slot> slotOf_;  // of each line
+  HotColumns columns_;
+  std::vector<bool> isCrossed_;  // of each line
+  std::uint64_t roundedCrossings_ = 0;
+  std::vector<std::uint32_t> cutLines_;
+  std::size_t givenLines_ = 0;
+};
+
+/// A drawer has
+///  - Windings Sum(Windings, Windings), which may throw std::bad_alloc, and Clear(edges);
+///  - Draw(p, below, arriving, departing): boundaries go through p. It gives what departs its
+///    `below`, `piece` and `face`; those of the active edges below p (null where there is none)
+///    and of what arrives, bottom to top as well, are as it gave them;
+///  - Turn(e, p): the active edge e goes on at p in another direction, where nothing else is.
+/// It is called until a crossing is found off the grid.
+template <class Drawer>
+class Sweep : public LineFindings {
+ public:
+  /// @param edges  their vertices sorted; changed, and extended by the lines of bundles
+  /// Throws std::bad_alloc. What an earlier run found is gone.
+  void Run(EdgeSet& edges, Drawer& drawer, Search search);
+
   /// Memory that is kept for the next run.
-  [[nodiscard]] std::size_t Bytes() const noexcept;
+  [[nodiscard]] std::size_t Bytes() const noexcept {
+    return events_.Bytes() + status_.Bytes() + bundles_.Bytes() + BytesOf(slotOf_) +
+           columns_.Bytes();
+  }
 
   /// Places that the sweep stopped at, for the bounds in the tests.
   [[nodiscard]] std::uint64_t Stops() const noexcept { return stops_; }
 
  private:
   using Slot = Status::Slot;
-  static constexpr Slot kNever = kNone;     // has not been active yet
-  static constexpr Slot kGone = kNone - 1;  // was active, and is not any more
-
-  // Something ahead that is no vertex.
-  struct Event {
-    std::uint64_t column;  // and its side
-    std::uint64_t row;     // and its side
-    std::uint32_t first;   // the lower line of a crossing, or the bundle that comes back
-    std::uint32_t second;  // the upper line, or one of the kinds below
-  };
-  static constexpr std::uint32_t kReturns = kNone;   // a bundle that was gone
-  static constexpr std::uint32_t kStop = kNone - 1;  // a crossing on the grid
 
   // An edge that leaves a place to the right.
   struct Leaving {
@@ -102,12 +117,6 @@ class Sweep {
     std::uint32_t members;  // of a bundle, or kNone
   };
 
-  [[nodiscard]] static bool IsLater(const Event& a, const Event& b) noexcept;
-  void Push(const Crossing& at, std::uint32_t first, std::uint32_t second);
-  Event PopEvent();
-  [[nodiscard]] bool EventComesFirst() const noexcept;
-  [[nodiscard]] bool EventIsAt(GridPoint p) const noexcept;
-
   void Clear();
   void StopAt(GridPoint p);
   bool GoOn(GridPoint p);
@@ -116,9 +125,8 @@ class Sweep {
   void TakeOut(GridPoint p);
   void CutLineAlong(GridPoint low, GridPoint p);
   void SortLeaving(GridPoint p);
-  void Bundle(std::vector<Leaving>::iterator begin, std::vector<Leaving>::iterator end,
-              GridPoint p);
-  void DrawBoundary(GridPoint p);
+  void Bundle(typename std::vector<Leaving>::iterator begin,
+              typename std::vector<Leaving>::iterator end, GridPoint p);
   void NotePixel(GridPoint p);
   void PutIn();
   void Cross(const Event& event);
@@ -127,20 +135,13 @@ class Sweep {
   void CutLine(std::uint32_t line, GridPoint p);
 
   EdgeSet* input_ = nullptr;
-  Selection selection_;
+  Drawer* drawer_ = nullptr;
   Search search_ = Search::kNothing;
   std::size_t nextVertex_ = 0;
-  std::vector<Event> events_;  // a heap
+  EventQueue events_;
   Status status_;
   Bundles bundles_;
-  std::vector<Slot> slotOf_;  // of each line
-  Boundary boundary_;
   bool draws_ = true;
-  HotColumns columns_;
-  std::vector<bool> isCrossed_;  // of each line
-  std::uint64_t roundedCrossings_ = 0;
-  std::vector<std::uint32_t> cutLines_;
-  std::size_t givenLines_ = 0;
   std::uint64_t stops_ = 0;
 
   // The place at which the sweep stops; storage is kept from place to place.
@@ -151,8 +152,6 @@ class Sweep {
   std::vector<GridPoint> unseen_;     // lower ends of edges that end there and were never active
   std::vector<Leaving> leaving_;
   std::vector<ActiveEdge> departing_;  // from bottom to top
-  std::vector<std::uint32_t> leftPieces_;
-  std::vector<std::uint32_t> rightPieces_;
 };
 
 }  // namespace zelvan::overlay

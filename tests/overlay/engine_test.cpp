@@ -6,6 +6,7 @@
 
 #include "overlay/exact.h"
 #include "overlay/overlay.h"
+#include "overlay/region_drawer.h"
 #include "overlay/ring_cases.h"
 #include "overlay/sweep.h"
 
@@ -78,9 +79,9 @@ Work WorkOf(const test::Rings& rings) {
   overlay::EdgeSet edges;
   for (const test::Ring& ring : rings) edges.AddRing(ring, {1, 0});
   edges.SortVertices();
-  overlay::Sweep sweep;
-  sweep.Run(edges, {overlay::Operation::kUnite, FillRule::NonZero, FillRule::NonZero},
-            overlay::Sweep::Search::kPixels);
+  overlay::RegionDrawer drawer({overlay::Operation::kUnite, FillRule::NonZero, FillRule::NonZero});
+  overlay::Sweep<overlay::RegionDrawer> sweep;
+  sweep.Run(edges, drawer, overlay::Search::kPixels);
   return {sweep.Stops(), edges.edges.size(), sweep.RoundedCrossings()};
 }
 
