@@ -12,9 +12,7 @@ void Boundary::Connect(GridPoint p, std::span<const std::uint32_t> left,
   for (std::size_t i = insideBelow ? 1 : 0; i < count; i += 2) {
     const std::uint32_t leaving = around_[i];
     const std::uint32_t arriving = around_[i + 1 < count ? i + 1 : 0];
-    pieces_[leaving].origin = p;
-    pieces_[leaving].mayTouch = count > 2 ? 1 : 0;
-    pieces_[arriving].next = leaving & kPieceMask;
+    Follow(p, arriving, leaving, count > 2);
   }
 }
 

@@ -66,6 +66,13 @@ class Boundary {
   void Connect(GridPoint p, std::span<const std::uint32_t> left,
                std::span<const std::uint32_t> right, bool insideBelow);
 
+  /// At p, one piece is followed by another, which may touch pieces of the same boundary there.
+  void Follow(GridPoint p, std::uint32_t arriving, std::uint32_t leaving, bool mayTouch) noexcept {
+    pieces_[leaving].origin = p;
+    pieces_[leaving].mayTouch = mayTouch ? 1 : 0;
+    pieces_[arriving].next = leaving & kPieceMask;
+  }
+
   /// The part of the region that a piece which runs to the right bounds.
   [[nodiscard]] std::uint32_t Find(std::uint32_t piece) noexcept {
     while (pieces_[piece].parent != piece) {

@@ -5,10 +5,9 @@
 #include <atomic>
 #include <utility>
 
-#include "overlay/bending.h"
+#include "overlay/drawing.h"
 #include "overlay/region_drawer.h"
 #include "overlay/rings.h"
-#include "overlay/sweep.h"
 
 namespace zelvan::overlay {
 
@@ -76,12 +75,7 @@ EdgeSet& Overlay::Edges() noexcept {
 FlatRegion Overlay::Run(const Selection& selection) {
   auto& [edges, sweep, drawer, bending] = *arrays_;
   drawer.Select(selection);
-  edges.SortVertices();
-  sweep.Run(edges, drawer, Search::kPixels);
-  if (!sweep.IsExact()) {
-    bending.Split(edges, sweep);
-    sweep.Run(edges, drawer, Search::kNothing);
-  }
+  Draw(edges, sweep, drawer, bending);
   return RegionWithin(drawer.TheBoundary());
 }
 

@@ -1,8 +1,4 @@
 // The overlay engine: regions from rings, by fill rules and operations (docs/ARCHITECTURE.md).
-//
-// Edges go through one sweep. If no two of them crossed off the grid, what the sweep drew is
-// the region's boundary. Else the edges are split where they must go through hot pixels, and
-// the pieces, which meet at ends alone, go through a second sweep.
 #pragma once
 
 #include <memory>

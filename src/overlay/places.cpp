@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "overlay/layer_drawer.h"
 #include "overlay/region_drawer.h"
 #include "overlay/sweep.h"
 
@@ -200,5 +201,6 @@ void Sweep<Drawer>::NotePixel(GridPoint p) {
 }
 
 template void Sweep<RegionDrawer>::StopAt(GridPoint p);
+template void Sweep<LayerDrawer>::StopAt(GridPoint p);
 
 }  // namespace zelvan::overlay

@@ -3,6 +3,7 @@
 
 #include <utility>
 
+#include "overlay/layer_drawer.h"
 #include "overlay/region_drawer.h"
 
 namespace zelvan::overlay {
@@ -156,5 +157,6 @@ void Sweep<Drawer>::CheckPair(Slot below, Slot above) {
 
 // Every drawer that there is.
 template class Sweep<RegionDrawer>;
+template class Sweep<LayerDrawer>;
 
 }  // namespace zelvan::overlay

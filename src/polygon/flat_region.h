@@ -7,7 +7,8 @@
 //    and the places where rings of one polygon touch. Outer rings run counter-clockwise, holes
 //    clockwise.
 //  - Holes of a polygon, and polygons by their outer rings, ascend as sequences of points.
-// So two regions of the same points have the same arrays.
+// So two regions of the same points have the same arrays. Only the parts of an overlay of layers
+// also have points on straight edges, where other parts meet; these do not count in that order.
 #pragma once
 
 #include <algorithm>
@@ -40,6 +41,13 @@ struct FlatRegion {
 
   friend bool operator==(const FlatRegion&, const FlatRegion&) = default;
 };
+
+/// Some polygons of a region that follow each other. Throws std::bad_alloc.
+[[nodiscard]] FlatRegion Polygons(const FlatRegion& region, std::size_t first, std::size_t end);
+
+/// Are the corners of both the same? Then they are the same points of the plane: what stands in
+/// straight lines does not count.
+[[nodiscard]] bool HaveSameCorners(const FlatRegion& a, const FlatRegion& b) noexcept;
 
 /// Calls visit(points) for each touch of a polygon, with the numbers of the points there.
 template <class Visit>

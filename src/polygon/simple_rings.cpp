@@ -36,7 +36,7 @@ void Normalise(std::vector<WalkPoint>& ring) {
     const WalkPoint p = ring[i];
     const bool isCorner = Cross(before, p.point, i + 1 < n ? ring[i + 1].point : first) != 0;
     before = p.point;
-    if (isCorner || p.touches) ring[kept++] = p;
+    if (isCorner || p.touches || p.stays) ring[kept++] = p;
   }
   ring.resize(kept);
   const auto least =

@@ -19,12 +19,13 @@ namespace zelvan {
 
 struct WalkPoint {
   GridPoint point;
-  bool touches;  ///< may it lie on another point of the walk? in a simple ring: does it?
+  bool touches;        ///< may it lie on another point of the walk? in a simple ring: does it?
+  bool stays = false;  ///< is it kept where it is no corner and does not touch?
 };
 
-/// Cuts a walk, which is used up, into simple rings. They keep corners and the places where the
-/// walk touches itself, and begin with their least point (x, then y). Calls visit(ring) for
-/// each. Throws std::bad_alloc.
+/// Cuts a walk, which is used up, into simple rings. They keep corners, the places where the
+/// walk touches itself and what stays, and begin with their least point (x, then y). Calls
+/// visit(ring) for each. Throws std::bad_alloc.
 template <class Visit>
 void ForEachSimpleRing(std::vector<WalkPoint>& walk, Visit visit);
 

@@ -4,8 +4,7 @@
 #include <algorithm>
 #include <boost/multiprecision/cpp_int.hpp>
 #include <cmath>
-#include <map>
-#include <set>
+#include <numeric>
 #include <utility>
 
 namespace oracle {
@@ -31,19 +30,20 @@ int Turn(Point o, Point a, Point b) {
   return Sign(Cross(o, a, b));
 }
 
-Numbers Sum(Numbers n, Numbers m, int sign = 1) {
-  return {n[0] + sign * m[0], n[1] + sign * m[1]};
+Numbers Sum(Numbers n, const Numbers& m, int sign = 1) {
+  for (std::size_t i = 0; i < kMostLayers; ++i) n[i] += sign * m[i];
+  return n;
 }
 
 struct Line {
   Point a;  // a < b
   Point b;
-  Numbers step;                   // from the right to the left
-  std::array<unsigned, 2> count;  // edges of each operand
+  Numbers step;                             // from the right to the left
+  std::array<unsigned, kMostLayers> count;  // edges of each operand
 
   void Add(const Line& other, int sign = 1) {
     step = Sum(step, other.step, sign);
-    for (std::size_t i = 0; i < 2; ++i) count[i] += other.count[i];
+    for (std::size_t i = 0; i < kMostLayers; ++i) count[i] += other.count[i];
   }
 };
 
@@ -160,9 +160,9 @@ class Rounding {
       }
     }
     for (const auto& [ends, edge] : edges) {
-      const auto [inA, inB] = edge.count;
-      if (inA > 1 || inB > 1) ++result_.cancelled;
-      result_.edges.push_back({edge.a, edge.b, edge.step, inA + inB, {}, {}});
+      if (*std::max_element(edge.count.begin(), edge.count.end()) > 1) ++result_.cancelled;
+      const unsigned copies = std::accumulate(edge.count.begin(), edge.count.end(), 0U);
+      result_.edges.push_back({edge.a, edge.b, edge.step, copies, {}, {}});
     }
     result_.bent = static_cast<std::size_t>(std::count(isBent_.begin(), isBent_.end(), true));
     return std::move(result_);
@@ -296,7 +296,7 @@ bool Encloses(const Walk& walk, Point from, Point to) {
   std::vector<Edge> edges;
   for (std::size_t i = 0; i < walk.size(); ++i) {
     const auto [p, q] = std::minmax(walk[i], walk[(i + 1) % walk.size()]);
-    edges.push_back({p, q, {walk[i] == p ? 1 : -1, 0}, 1, {}, {}});
+    edges.push_back({p, q, {walk[i] == p ? 1 : -1}, 1, {}, {}});
   }
   return Below(std::min(from, to), std::max(from, to), edges)[0] != 0;
 }
@@ -354,28 +354,30 @@ std::vector<Walk> SimpleRings(Walk walk) {
   }
 }
 
-// Keeps corners, and the points that the polygon has more than once.
-Walk Normalised(const Walk& ring, const std::map<Point, int>& visits) {
+// Keeps corners, the points that the polygon has more than once, and those that stay.
+Walk Normalised(const Walk& ring, const std::map<Point, int>& visits, const std::set<Point>& stay) {
   Walk kept;
   for (std::size_t i = 0, n = ring.size(); i < n; ++i) {
     const bool isCorner = Turn(ring[(i + n - 1) % n], ring[i], ring[(i + 1) % n]) != 0;
-    if (isCorner || visits.at(ring[i]) > 1) kept.push_back(ring[i]);
+    if (isCorner || visits.at(ring[i]) > 1 || stay.contains(ring[i])) kept.push_back(ring[i]);
   }
   std::rotate(kept.begin(), std::min_element(kept.begin(), kept.end()), kept.end());
   return kept;
 }
 
 // A polygon's rings, the outer one first, from its boundary walks.
-std::vector<Walk> RingsOf(const std::vector<Walk>& walks, std::map<Point, int>& visits) {
+std::vector<Walk> RingsOf(const std::vector<Walk>& walks, std::map<Point, int>& visits,
+                          const std::set<Point>& stay) {
   std::vector<Walk> rings;
   for (const Walk& walk : walks) {
     for (const Point p : walk) ++visits[p];
   }
   for (const Walk& walk : walks) {
-    for (const Walk& ring : SimpleRings(walk)) rings.push_back(Normalised(ring, visits));
+    for (const Walk& ring : SimpleRings(walk)) rings.push_back(Normalised(ring, visits, stay));
   }
-  std::sort(rings.begin(), rings.end(), [](const Walk& a, const Walk& b) {
-    return std::pair(TwiceAreaOf(a) < 0, a) < std::pair(TwiceAreaOf(b) < 0, b);
+  std::sort(rings.begin(), rings.end(), [&](const Walk& a, const Walk& b) {
+    return std::pair(TwiceAreaOf(a) < 0, Normalised(a, visits, {})) <
+           std::pair(TwiceAreaOf(b) < 0, Normalised(b, visits, {}));
   });
   return rings;
 }
@@ -417,9 +419,12 @@ void AppendPolygon(zelvan::FlatRegion& region, const std::vector<Walk>& rings,
 }  // namespace
 
 Arrangement Snap(const Rings& a, const Rings& b, Bends bends) {
+  return Snap(std::vector<Rings>{a, b}, bends);
+}
+
+Arrangement Snap(const std::vector<Rings>& layers, Bends bends) {
   std::vector<Line> lines;
-  AddLines(lines, a, 0);
-  AddLines(lines, b, 1);
+  for (std::size_t i = 0; i < layers.size(); ++i) AddLines(lines, layers[i], i);
   if (bends == Bends::kNeeded) lines = CutAtEnds(lines);
   Arrangement result = Rounding(std::move(lines), bends).Run();
   for (Edge& e : result.edges) {
@@ -452,16 +457,49 @@ Boundary BoundaryOf(const Arrangement& arrangement, int op, Rules rules) {
   return boundary;
 }
 
-zelvan::FlatRegion RegionOf(const Boundary& boundary) {
-  std::map<std::vector<Walk>, std::map<Point, int>> polygons;  // in their order
+zelvan::FlatRegion RegionOf(const Boundary& boundary, const std::set<Point>& stay) {
+  using Polygon = std::pair<std::vector<Walk>, std::map<Point, int>>;
+  std::map<std::vector<Walk>, Polygon> polygons;  // in the order that they have without `stay`
   for (const std::vector<Walk>& walks : PolygonsOf(boundary)) {
+    Polygon polygon;
+    polygon.first = RingsOf(walks, polygon.second, stay);
     std::map<Point, int> visits;
-    std::vector<Walk> rings = RingsOf(walks, visits);
-    polygons.emplace(std::move(rings), std::move(visits));
+    std::vector<Walk> key = RingsOf(walks, visits, {});
+    polygons.emplace(std::move(key), std::move(polygon));
   }
   zelvan::FlatRegion region;
-  for (const auto& [rings, visits] : polygons) AppendPolygon(region, rings, visits);
+  for (const auto& [key, polygon] : polygons) AppendPolygon(region, polygon.first, polygon.second);
   return region;
+}
+
+Parts PartsOf(const Arrangement& arrangement) {
+  std::map<Point, int> degrees;
+  std::map<std::vector<std::uint32_t>, Boundary> boundaries;
+  const auto layersOf = [](const Numbers& numbers) {
+    std::vector<std::uint32_t> layers;
+    for (std::uint32_t i = 0; i < kMostLayers; ++i) {
+      if (numbers[i] != 0) layers.push_back(i);
+    }
+    return layers;
+  };
+  for (const Edge& e : arrangement.edges) {
+    if (e.step == Numbers{}) continue;
+    ++degrees[e.from];
+    ++degrees[e.to];
+    boundaries[layersOf(e.left)].push_back({e.from, e.to});
+    boundaries[layersOf(e.right)].push_back({e.to, e.from});
+  }
+  std::set<Point> stay;
+  for (const auto& [point, degree] : degrees) {
+    if (degree > 2) stay.insert(point);
+  }
+  boundaries.erase(std::vector<std::uint32_t>{});
+  Parts parts;
+  for (auto& [layers, boundary] : boundaries) {
+    std::sort(boundary.begin(), boundary.end());
+    parts.emplace(layers, RegionOf(boundary, stay));
+  }
+  return parts;
 }
 
 Boundary Cut(const Areas& areas, const std::vector<Point>& hot) {

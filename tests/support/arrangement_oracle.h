@@ -1,4 +1,5 @@
-// An exact oracle for the engines of Booleans and of regions that shares nothing with them.
+// An exact oracle for the engines of Booleans, of regions and of layers that shares nothing with
+// them.
 //
 // Snap rounding by brute force: the crossings of all pairs of edges as fractions, every edge, or
 // every one that must be bent, routed through all hot pixels that it meets; then the winding
@@ -12,6 +13,8 @@
 
 #include <array>
 #include <cstdint>
+#include <map>
+#include <set>
 #include <vector>
 
 #include "polygon/flat_region.h"
@@ -39,8 +42,9 @@ struct DirectedEdge {
 };
 using Boundary = std::vector<DirectedEdge>;  // sorted
 
-/// The winding numbers of a point, or their change across an edge, in each operand.
-using Numbers = std::array<int, 2>;
+/// The winding numbers of a point, or their change across an edge, in each operand or layer.
+inline constexpr std::size_t kMostLayers = 12;
+using Numbers = std::array<int, kMostLayers>;
 
 using Rule = zelvan::FillRule;
 using Rules = std::array<Rule, 2>;
@@ -51,7 +55,7 @@ struct Edge {
   Point from;
   Point to;
   Numbers step;     // from the right to the left
-  unsigned copies;  // edges of both operands that lie on it
+  unsigned copies;  // edges of all operands that lie on it
   Numbers left;
   Numbers right;
 };
@@ -78,6 +82,9 @@ enum class Bends { kAll, kNeeded };
 
 Arrangement Snap(const Rings& a, const Rings& b, Bends bends = Bends::kAll);
 
+/// The same of up to kMostLayers operands.
+Arrangement Snap(const std::vector<Rings>& layers, Bends bends);
+
 /// Do no two edges of the arrangement meet but in common ends?
 bool MeetAtEndsOnly(const Arrangement& arrangement);
 
@@ -85,8 +92,13 @@ bool MeetAtEndsOnly(const Arrangement& arrangement);
 /// 3 symmetric difference.
 Boundary BoundaryOf(const Arrangement& arrangement, int op, Rules rules = {});
 
-/// The region of such a boundary, in its one order (polygon/flat_region.h).
-zelvan::FlatRegion RegionOf(const Boundary& boundary);
+/// The region of such a boundary, in its one order (polygon/flat_region.h). Some points stay also
+/// where they are no corners.
+zelvan::FlatRegion RegionOf(const Boundary& boundary, const std::set<Point>& stay = {});
+
+/// What just some layers cover, by these; points at which three edges meet or more stay.
+using Parts = std::map<std::vector<std::uint32_t>, zelvan::FlatRegion>;
+Parts PartsOf(const Arrangement& arrangement);
 
 /// The edges of all rings, cut at the hot pixels that lie on them.
 Boundary Cut(const Areas& areas, const std::vector<Point>& hot);
