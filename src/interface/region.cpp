@@ -77,7 +77,7 @@ std::uint32_t LostOf(const zelvan_region* region) noexcept {
 
 bool IsSame(const zelvan_region* a, const zelvan_region* b) noexcept {
   if (a == b || IsEmpty(a) || IsEmpty(b)) return IsEmpty(a) == IsEmpty(b);
-  return a->grid == b->grid && a->flat == b->flat;
+  return a->grid == b->grid && HaveSameCorners(a->flat, b->flat);
 }
 
 zelvan_counts CountsOf(const zelvan_region* region) noexcept {

@@ -65,7 +65,7 @@ using RegionHandle = std::unique_ptr<const zelvan_region, RegionReleaser>;
   return a + b >= a ? a + b : ~std::uint32_t{0};
 }
 
-/// Have both the same points on the same grid, or none? What they lost does not count.
+/// Have both the same corners on the same grid, or none? What they lost does not count.
 [[nodiscard]] bool IsSame(const zelvan_region* a, const zelvan_region* b) noexcept;
 
 [[nodiscard]] zelvan_counts CountsOf(const zelvan_region* region) noexcept;

@@ -1,5 +1,6 @@
 /* The examples of the C headers, as they stand there, give what their comments say. */
 #include <stdlib.h>
+#include <zelvan/overlay_c.h>
 #include <zelvan/region_c.h>
 #include <zelvan/zelvan.h>
 
@@ -7,6 +8,11 @@ int RegionsInC(void) {
 #include "region_c.h.inc"
   free(triangles);
   return !(n.polygons == 1 && n.rings == 2 && n.vertices == 8 && n.triangles == 8);
+}
+
+int OverlaysInC(void) {
+#include "overlay_c.h.inc"
+  return !(n.parts == 3 && n.inputs == 4);
 }
 
 /* What the examples hand their results to. */

@@ -1,8 +1,10 @@
 // The examples of the C++ headers, as they stand there, give what their comments say.
+#include <zelvan/overlay.h>
 #include <zelvan/region.h>
 #include <zelvan/toolkit.h>
 
 extern "C" int RegionsInC();
+extern "C" int OverlaysInC();
 extern "C" int FlatInterface();
 
 namespace {
@@ -15,6 +17,11 @@ bool RegionsInCpp() {
   const zelvan::Region a({{{0, 0}, {1, 0}, {0, 1}}}), b({{{0, 0}, {1e9, 0}, {0, 1e9}}});
 #include "region.h.inc"
   return drawn == 1 && mesh.vertices.size() == 9 && mesh.triangles.size() == 9 && both == b;
+}
+
+bool Overlays() {
+#include "overlay.h.inc"
+  return parts.size() == 3 && flooded == 4;
 }
 
 bool Toolkit() {
@@ -31,5 +38,6 @@ bool Toolkit() {
 }  // namespace
 
 int main() {
-  return RegionsInC() == 0 && FlatInterface() == 0 && RegionsInCpp() && Toolkit() ? 0 : 1;
+  const bool inC = RegionsInC() == 0 && OverlaysInC() == 0 && FlatInterface() == 0;
+  return inC && RegionsInCpp() && Overlays() && Toolkit() ? 0 : 1;
 }
