@@ -19,11 +19,13 @@ environment's ``ZELVAN_LIBRARY``.
 from ._arrays import Array, Points
 from ._grid import FillRule, Grid, Operation
 from ._library import TooCoarseError
+from ._overlay import CoverageFault, FaultKind, Part, check_coverage, dissolve, overlay
 from ._region import (
     LossWarning, Mesh, Polygon, Region, combine, common_grid, unite, unite_rings)
 
 __version__ = "1.0.0"  # the library's, which CMake holds it to
 
 __all__ = [
-    "Array", "FillRule", "Grid", "LossWarning", "Mesh", "Operation", "Points", "Polygon", "Region",
-    "TooCoarseError", "combine", "common_grid", "unite", "unite_rings"]
+    "Array", "CoverageFault", "FaultKind", "FillRule", "Grid", "LossWarning", "Mesh", "Operation",
+    "Part", "Points", "Polygon", "Region", "TooCoarseError", "check_coverage", "combine",
+    "common_grid", "dissolve", "overlay", "unite", "unite_rings"]

@@ -25,6 +25,10 @@ class Counts(Structure):
     _fields_ = [(name, c_uint32) for name in ("polygons", "rings", "vertices", "triangles")]
 
 
+class PartCounts(Structure):
+    _fields_ = [(name, c_uint32) for name in ("parts", "inputs")]
+
+
 class Fault(Structure):
     """Where a coordinate was refused, if anywhere."""
 
@@ -37,6 +41,7 @@ class Fault(Structure):
 # Arrays and regions are addresses: whoever calls keeps what lies there.
 _GRID, _COUNTS, _FAULT = POINTER(CGrid), POINTER(Counts), POINTER(Fault)
 _HANDLE = POINTER(c_void_p)
+_PARTS = POINTER(PartCounts)
 _SIGNATURES: dict[str, tuple[Any, list[Any]]] = {
     "status_message": (c_char_p, [c_int32]),
     "grid_covering": (c_int32, [c_void_p, c_uint32, _GRID]),
@@ -62,11 +67,18 @@ _SIGNATURES: dict[str, tuple[Any, list[Any]]] = {
     "region_contains": (c_int32, [c_void_p, c_void_p, c_uint32, c_void_p]),
     "region_read": (c_int32, [c_void_p, _COUNTS, c_void_p, c_void_p, c_void_p]),
     "region_triangulate": (c_int32, [c_void_p, c_uint32, _COUNTS, c_void_p, c_void_p]),
+    "overlay_create": (c_int32, [c_void_p, c_uint32, _HANDLE]),
+    "overlay_release": (None, [c_void_p]),
+    "overlay_counts": (None, [c_void_p, _PARTS]),
+    "overlay_read": (c_int32, [c_void_p, _PARTS, c_void_p, c_void_p]),
+    "overlay_region": (c_int32, [c_void_p, c_uint32, _HANDLE]),
+    "coverage_check": (c_int32, [c_void_p, c_uint32, c_double, c_double, _HANDLE]),
+    "coverage_read": (c_int32, [c_void_p, _PARTS, c_void_p, c_void_p]),
 }
 
 
 class Library:
-    """The functions of zelvan/region_c.h, without their prefix."""
+    """The functions of zelvan/region_c.h and overlay_c.h, without their prefix."""
 
     def __init__(self, path: str) -> None:
         library = ctypes.CDLL(path)

@@ -229,7 +229,7 @@ class Region:
         return bool(LIBRARY.region_equal(self._handle, other._handle))
 
     def __hash__(self) -> int:
-        return hash((self._counts().vertices, self.bounds, self.area, self.grid))
+        return hash((self.bounds, self.area, self.grid))
 
     def __bool__(self) -> bool:
         """Whether the region has any points."""
