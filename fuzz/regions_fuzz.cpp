@@ -1,5 +1,6 @@
 // Any bytes, read as operations on four regions. Every region that comes out has its meshes
 // judged and is the same made again of its rings; small ones are the arrangement oracle's.
+#include <zelvan/overlay.h>
 #include <zelvan/region.h>
 
 #include <array>
@@ -63,6 +64,12 @@ Region Combined(const Region& a, const Region& b, int operation) {
   return result;
 }
 
+// A part of what four regions have together, where they have any.
+Region PartOf(const std::array<Region, 4>& regions, std::size_t number) {
+  const std::vector<zelvan::Part> parts = zelvan::Overlay(regions);
+  return parts.empty() ? Region() : parts[number % parts.size()].region;
+}
+
 std::string FaultsOf(const Region& region) {
   std::vector<Ring> rings;
   for (const zelvan::Polygon& polygon : region.Polygons()) {
@@ -83,7 +90,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::uint8_t what = bytes.Byte(), from = bytes.Byte();
     Region& to = regions[what >> 6];
     try {
-      to = what % 2 == 0 ? FromBytes(bytes) : Combined(to, regions[from % 4], from / 4 % 5);
+      const int operation = from / 4 % 6;
+      to = what % 2 == 0    ? FromBytes(bytes)
+           : operation == 5 ? PartOf(regions, from / 24)
+                            : Combined(to, regions[from % 4], operation);
     } catch (const std::logic_error&) {  // not finite; no grid holds, or keeps, both
       to = {};
     }

@@ -1,10 +1,12 @@
 // The guarantees of zelvan/region.h, one test each, under its name.
 #include <gtest/gtest.h>
+#include <zelvan/overlay.h>
 #include <zelvan/region.h>
 
 #include <algorithm>
 #include <cmath>
 #include <thread>
+#include <tuple>
 
 #include "interface/region_side.h"
 #include "overlay/ring_cases.h"
@@ -474,6 +476,7 @@ TEST(RegionGuarantee, ThreadsMayShare) {
         EXPECT_EQ(regions[i / 4].Contains({p.x, -1}), Side::Outside);
       }
     }
+    for (const zelvan::Part& part : zelvan::Overlay(regions)) results.push_back(part.region);
     return results;
   };
   std::vector<std::vector<Region>> results(4);
@@ -494,7 +497,11 @@ TEST(RegionGuarantee, FailureChangesNothing) {
     result = zelvan::Unite(std::vector<Region>{result, a, b});
     result ^= zelvan::Combine(zelvan::Operation::Subtract, rings, FillRule::EvenOdd,
                               {{{1, 1}, {7, 2}, {2, 7}}}, FillRule::NonZero, Grid());
-    return std::pair(result.Polygons(), zelvan::Triangulate(result).triangles);
+    const std::vector<Region> layers{result, a, b};
+    double sum = 0;
+    for (const zelvan::Part& part : zelvan::Overlay(layers)) sum += part.region.Area();
+    for (const auto& fault : zelvan::CheckCoverage(layers, {9, 9})) sum += fault.width;
+    return std::tuple(result.Polygons(), zelvan::Triangulate(result).triangles, sum);
   };
   const auto expected = session();
   const Region less = a - b;
