@@ -27,8 +27,8 @@ namespace zelvan {
 
 /// Some ground, and the numbers of the regions that cover it: just these, ascending.
 struct Part {
-  Region region;
-  std::vector<std::uint32_t> inputs;
+  Region region;                      ///< the ground
+  std::vector<std::uint32_t> inputs;  ///< the numbers
 };
 
 /// What is wrong with a place of a coverage.
@@ -40,7 +40,7 @@ enum class FaultKind : std::int32_t {
 
 /// One polygon of a coverage at which something is wrong.
 struct CoverageFault {
-  FaultKind kind;
+  FaultKind kind;                     ///< what is wrong
   Region region;                      ///< the polygon
   std::vector<std::uint32_t> inputs;  ///< its owners; those next to a gap; ascending
   double width;                       ///< 2 area / perimeter: of a long strip its width
@@ -96,8 +96,8 @@ inline std::vector<Part> PartsOf(const OverlayHandle& overlay) {
 /// in one sweep. Parts come in the order of their inputs, as sequences of ascending numbers.
 ///
 /// Parts fit: what two of them share are edges, end for end. So a part has vertices wherever three
-/// edges or more of the overlay meet, on straight edges, too. These vertices do not count where
-/// regions are compared, and the result of an operation on a part does not have them.
+/// edges or more of the overlay meet, on straight edges, too, which count for no comparison and no
+/// operation.
 template <class Regions, class = detail::IfRegions<Regions>>
 std::vector<Part> Overlay(const Regions& regions) {
   return detail::PartsOf(detail::MakeOverlay(

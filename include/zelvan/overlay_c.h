@@ -41,7 +41,7 @@ typedef struct zelvan_overlay zelvan_overlay;
 
 /** Sizes of an overlay. */
 typedef struct zelvan_part_counts {
-  uint32_t parts;
+  uint32_t parts;  /**< each has a region */
   uint32_t inputs; /**< numbers of inputs, of all parts */
 } zelvan_part_counts;
 
@@ -58,8 +58,8 @@ enum {
  *
  * Parts fit: what two of them share are edges, end for end. So a part has vertices not only at
  * corners and where its rings touch, but wherever three edges or more of the overlay meet. Such
- * vertices do not count where regions are compared (zelvan_region_equal), and the result of an
- * operation on a part does not have them. The areas of parts sum to that of the union.
+ * vertices count for no comparison (zelvan_region_equal) and no operation. The areas of parts sum
+ * to that of the union.
  *
  * Takes of the order of (n + k) log n for n vertices and k crossings, and what the parts have in
  * vertices and inputs.

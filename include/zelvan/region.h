@@ -26,7 +26,9 @@
 ///     themselves, meet others in single points alone, and holes lie inside.
 ///  4. EqualReadsTheSame. Regions of the same points on the same grid compare equal and read
 ///     the same, however they were made. A region made again of the rings it reads, by any rule
-///     that fits, is that region. The same calls give the same bytes on every machine.
+///     that fits, is that region. The same calls give the same bytes on every machine. Only parts
+///     of an overlay (zelvan/overlay.h) read more: points on straight edges, for their neighbours,
+///     which count for no comparison and no operation.
 ///  5. LawsHold. Always: a | b == b | a, and so for & and ^; a union of many does not depend on
 ///     their order; a | a == a, a - a is empty, and an empty region changes nothing. Where
 ///     nothing is rounded, the operations are those of sets: a - b == a - (a & b),

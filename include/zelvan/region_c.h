@@ -234,7 +234,7 @@ ZELVAN_API zelvan_status ZELVAN_CALL zelvan_region_on_grid(const zelvan_region* 
 ZELVAN_API uint32_t ZELVAN_CALL zelvan_region_lost(const zelvan_region* region);
 
 /** Whether two regions have the same polygons and the same grid: 1 or 0. Regions without
- * polygons are all equal. */
+ * polygons are all equal; points on straight edges do not count. */
 ZELVAN_API int32_t ZELVAN_CALL zelvan_region_equal(const zelvan_region* a, const zelvan_region* b);
 
 /** The sizes of a region; none for NULL, as for every region without polygons. */
@@ -283,7 +283,8 @@ ZELVAN_API zelvan_status ZELVAN_CALL zelvan_region_contains(const zelvan_region*
  * outer ring, counter-clockwise, and its holes, clockwise; a ring starts at its leftmost, of
  * several its lowest vertex; holes and polygons are sorted by their rings' points. Rings do
  * not touch themselves and meet others in single points alone: the polygons are valid simple
- * features. A ring has points at its corners, and where rings of its polygon touch.
+ * features. A ring has points at its corners, and where rings of its polygon touch; those of a
+ * part of an overlay (zelvan/overlay_c.h) also where other parts meet on a straight edge.
  *
  * @param room             the region's counts, for which the arrays have room
  * @param xy               2 * vertices doubles; may be NULL, as the other arrays

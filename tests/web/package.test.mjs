@@ -14,7 +14,7 @@ import { build as vite } from 'vite';
 import { numbersFrom } from '../../web/coast.js';
 
 const built = new URL('../../build/wasm/npm/', import.meta.url);
-const { Region, ZelvanError } = await import(new URL('index.js', built));
+const { Region, ZelvanError, checkCoverage, dissolve, overlay } = await import(new URL('index.js', built));
 const { wasm, withMemory } = await import(new URL('module.js', built));
 const { default: earcut, refine } = await import(new URL('earcut.js', built));
 
@@ -173,6 +173,25 @@ test(`regions keep their identities, seed ${seed}`, () => {
     neighbours.forEach((t, k) => assert(t < 0 || neighbours.subarray(3 * t, 3 * t + 3).includes(Math.floor(k / 3)), story));
     for (const region of [a, b, both, common, either]) region.free();
   }
+});
+
+test(`layers are cut into parts that fit, seed ${seed}`, () => {
+  for (let round = 0; round < 30; ++round) {
+    const box = () => { const [x, y] = [between(0, 9), between(0, 9)]; return [x, y, x + between(1, 5), y + between(1, 5)]; };
+    const layers = Array.from({ length: between(1, 6) }, box).map(([a, b, c, d]) =>
+      Region.from([[[a, b], [c, b], [c, d], [a, d]]], { grid: { x: -1024, y: -1024, step: 1 } }));
+    const parts = overlay(layers);
+    layers.forEach((layer, i) => {
+      const own = parts.filter(({ inputs }) => inputs.includes(i)).map(({ region }) => region);
+      assert(dissolve(own, own.map(() => 'own')).get('own').equals(layer));
+    });
+    const faults = checkCoverage(layers, { sliverWidth: Infinity });
+    const shared = parts.filter(({ inputs }) => inputs.length > 1);
+    const areaOf = (list) => list.reduce((sum, { region }) => sum + region.area, 0);
+    assert.equal(areaOf(faults.filter(({ kind }) => kind === 'overlap')), areaOf(shared));
+    assert.equal(faults.filter(({ kind }) => kind === 'sliver').length, layers.length);
+  }
+  assert.throws(() => checkCoverage([], { gapWidth: -1 }), ZelvanError);
 });
 
 test('memory comes back, by hand and by the collector; failures say what they are', async () => {

@@ -1,2 +1,2 @@
 // For Node, so that `import` and `require` give the same classes.
-export { Region, ZelvanError, init } from './cjs/index.js';
+export { Region, ZelvanError, checkCoverage, dissolve, init, overlay } from './cjs/index.js';

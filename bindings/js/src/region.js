@@ -60,7 +60,7 @@ function makeRegion(sets, grid, make, place) {
 }
 
 // Regions in the module's memory, as functions of several take them.
-function writeHandles(regions, reserve) {
+export function writeHandles(regions, reserve) {
   const handles = Array.from(regions, handleOf);
   const list = reserve(4 * handles.length);
   numbersAt(list, handles.length).set(handles);
@@ -68,7 +68,7 @@ function writeHandles(regions, reserve) {
 }
 
 // What an operation says; where its grid is too coarse, with the steps.
-function checkOperation(status, regions) {
+export function checkOperation(status, regions) {
   if (status !== TOO_COARSE) return check(status);
   const { step } = Region.commonGrid(regions);
   const finest = Math.min(...regions.filter((region) => !region.isEmpty).map((region) => region.grid.step));
@@ -76,7 +76,7 @@ function checkOperation(status, regions) {
 }
 
 const INSIDE = Symbol('made by this module');
-const wrap = (handle) => new Region(handle, INSIDE);
+export const wrap = (handle) => new Region(handle, INSIDE);
 
 let handleOf;  // of any argument; set inside the class, where handles can be seen
 

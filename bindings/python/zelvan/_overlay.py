@@ -44,8 +44,8 @@ def overlay(regions: Iterable[Region]) -> list[Part]:
     and errors as for unite.
 
     Parts fit: what two of them share are edges, end for end. So a part has vertices wherever
-    three edges or more of the overlay meet, on straight edges, too. These do not count where
-    regions are compared, and the result of an operation on a part does not have them.
+    three edges or more of the overlay meet, on straight edges, too, which count for no comparison
+    and no operation.
 
     >>> land = Region([[(0, 0), (4, 0), (4, 4), (0, 4)]])
     >>> flood = Region([[(2, 1), (6, 1), (6, 3), (2, 3)]])

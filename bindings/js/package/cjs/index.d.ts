@@ -162,3 +162,34 @@ export class Region {
   free(): void;
   [Symbol.dispose](): void;
 }
+
+/** Some ground, and the numbers of the regions that cover it: just these, ascending. */
+export interface Part {
+  region: Region;
+  inputs: number[];
+}
+
+/** For each set of regions that covers some ground, the region that just these cover, in one
+ * sweep; in the order of the inputs. Parts fit: what two of them share are edges, end for end. So
+ * a part has vertices wherever three edges or more meet, on straight edges, too, which count for no
+ * comparison and no operation. */
+export function overlay(regions: Iterable<Region>): Part[];
+
+/** The union of the regions of each key, in the order in which keys first come: one key a
+ * region. */
+export function dissolve<Key>(regions: Iterable<Region>, keys: Iterable<Key>): Map<Key, Region>;
+
+/** One polygon of a coverage at which something is wrong: two regions or more, its inputs, cover
+ * it; it is bounded and no region covers it, its inputs being next to it; or it is a polygon of
+ * one region and too narrow. */
+export interface CoverageFault extends Part {
+  kind: 'overlap' | 'gap' | 'sliver';
+  /** 2 area / perimeter: of a long strip its width. */
+  width: number;
+}
+
+/** What is wrong with regions that ought to tile: overlaps by their inputs, then gaps no wider than
+ * `gapWidth` (by default all of them, lakes, too), then polygons of regions narrower than
+ * `sliverWidth` (by default none). */
+export function checkCoverage(regions: Iterable<Region>,
+                              options?: { gapWidth?: number; sliverWidth?: number }): CoverageFault[];
