@@ -385,8 +385,8 @@ ZELVAN_API zelvan_status ZELVAN_CALL zelvan_region_nearest(const zelvan_region* 
 /** The length of the boundary, holes included; off by at most 2^-51 of itself. */
 ZELVAN_API double ZELVAN_CALL zelvan_region_length(const zelvan_region* region);
 
-/** The centroid of a region, as x and y: the sums are exact, what is rounded is the result, by a
- * few units in the last place of the grid's largest coordinate. @return 1, or 0 with nothing
+/** The centroid of a region, as x and y: the sums are exact, the result is rounded to doubles, and
+ * off by at most 2^-50 of its larger coordinate and of the region's size. @return 1, or 0 with nothing
  * written for a region without polygons */
 ZELVAN_API int32_t ZELVAN_CALL zelvan_region_centroid(const zelvan_region* region, double* xy);
 

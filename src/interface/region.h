@@ -74,8 +74,7 @@ using RegionHandle = std::unique_ptr<const zelvan_region, RegionReleaser>;
 
 [[nodiscard]] WorldBox BoundsOf(const zelvan_region& region) noexcept;
 
-/// A region that has polygons, with where its points lie in steps of 2^exponent, which must not be
-/// finer than its own ones.
+/// A region that has polygons, with where its points lie in steps of 2^exponent.
 [[nodiscard]] PlacedRegion PlacedIn(const zelvan_region& region, int exponent) noexcept;
 
 }  // namespace zelvan

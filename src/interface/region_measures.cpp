@@ -80,20 +80,29 @@ double LengthOf(const zelvan_region& region) noexcept {
   return (sum + error) * region.grid.Step();
 }
 
-// Each edge makes a triangle with the grid's point (0, 0): a third of its corners' sum, times its
+// Each edge makes a triangle with the middle of the box: a third of its corners' sum, times its
 // area.
 WorldPoint CentroidOf(const zelvan_region& region) noexcept {
-  ProductSum x;
-  ProductSum y;
+  const auto between = [](std::int32_t low, std::int32_t high) { return low + (high - low) / 2; };
+  const GridPoint origin{between(region.box.min.gx, region.box.max.gx),
+                         between(region.box.min.gy, region.box.max.gy)};
+  ProductSum sumX;
+  ProductSum sumY;
+  WideSum twiceArea;
   ForEachEdge(region.flat, [&](GridPoint from, GridPoint to) {
-    const std::int64_t twiceArea = std::int64_t{from.gx} * to.gy - std::int64_t{from.gy} * to.gx;
-    x.Add(twiceArea, std::int64_t{from.gx} + to.gx);
-    y.Add(twiceArea, std::int64_t{from.gy} + to.gy);
+    const std::int64_t x = to.gx - origin.gx;
+    const std::int64_t y = to.gy - origin.gy;
+    const std::int64_t fromX = from.gx - origin.gx;
+    const std::int64_t fromY = from.gy - origin.gy;
+    const std::int64_t twice = fromX * y - fromY * x;
+    twiceArea.Add(twice);
+    sumX.Add(twice, fromX + x);
+    sumY.Add(twice, fromY + y);
   });
-  const double divisor = 3.0 * TwiceAreaOf(region.flat).Double();
-  const WorldPoint middle = region.grid.StepsOf(GridPoint{0, 0});
+  const double divisor = 3.0 * twiceArea.Double();
+  const WorldPoint at = region.grid.StepsOf(origin);
   const double step = region.grid.Step();
-  return {(middle.x + x.Double() / divisor) * step, (middle.y + y.Double() / divisor) * step};
+  return {(at.x + sumX.Double() / divisor) * step, (at.y + sumY.Double() / divisor) * step};
 }
 
 RegionHandle HullRegion(const zelvan_region& region) {
@@ -105,11 +114,8 @@ RegionHandle HullRegion(const zelvan_region& region) {
 }
 
 std::array<WorldPoint, 4> LeastBoxOf(const zelvan_region& region) {
-  std::array<WorldPoint, 4> corners = LeastBoxAround(HullOf(region.flat));
-  const WorldPoint middle = region.grid.StepsOf(GridPoint{0, 0});
-  const double step = region.grid.Step();
-  for (WorldPoint& p : corners) p = {(middle.x + p.x) * step, (middle.y + p.y) * step};
-  return corners;
+  const Placement place = PlacedIn(region, 0).place;
+  return LeastBoxAround(HullOf(region.flat), place);
 }
 
 }  // namespace zelvan

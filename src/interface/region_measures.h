@@ -10,7 +10,7 @@ namespace zelvan {
 /// Of all rings, off by less than 2^-51 of itself.
 [[nodiscard]] double LengthOf(const zelvan_region& region) noexcept;
 
-/// Off by less than 2^-50 of its largest coordinate, or of the region's size.
+/// Off by less than 2^-50 of its largest coordinate and of the region's size.
 [[nodiscard]] WorldPoint CentroidOf(const zelvan_region& region) noexcept;
 
 /// Exact, on the grid of the region. Throws std::bad_alloc.

@@ -81,7 +81,8 @@ std::vector<GridPoint> HullOf(const FlatRegion& region) {
   return hull;
 }
 
-std::array<WorldPoint, 4> LeastBoxAround(std::span<const GridPoint> hull) noexcept {
+std::array<WorldPoint, 4> LeastBoxAround(std::span<const GridPoint> hull,
+                                         const Placement& place) noexcept {
   Calipers calipers(hull);
   Calipers::Extent least{0.0, 0.0, 0.0, std::numeric_limits<double>::infinity()};
   std::size_t edge = 0;
@@ -91,12 +92,12 @@ std::array<WorldPoint, 4> LeastBoxAround(std::span<const GridPoint> hull) noexce
     least = extent;
     edge = i;
   }
-  const GridPoint a = hull[edge];
-  const GridPoint b = hull[edge + 1 < hull.size() ? edge + 1 : 0];
-  const auto x = static_cast<double>(b.gx - a.gx);
-  const auto y = static_cast<double>(b.gy - a.gy);
+  const WorldPoint a = place(hull[edge]);
+  const WorldPoint b = place(hull[edge + 1 < hull.size() ? edge + 1 : 0]);
+  const double x = b.x - a.x;
+  const double y = b.y - a.y;
   const auto corner = [&](double along, double across) {
-    return WorldPoint{a.gx + (along * x - across * y), a.gy + (along * y + across * x)};
+    return WorldPoint{a.x + (along * x - across * y), a.y + (along * y + across * x)};
   };
   return {corner(least.back, 0.0), corner(least.ahead, 0.0), corner(least.ahead, least.across),
           corner(least.back, least.across)};
