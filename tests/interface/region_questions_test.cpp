@@ -45,12 +45,18 @@ std::vector<Ring> RingsOf(const Region& region) {
   return rings;
 }
 
-// Rings on a lattice, or chains of up to a thousand vertices. At times shifted, and on a grid of
-// a step of its own.
+// Rings on a lattice, boxes, or chains of up to a thousand vertices. At times shifted, and on a
+// grid of a step of its own.
 Region RandomRegion(Random& random, std::int32_t size) {
   const Grid grids[] = {Grid(), Grid(), Grid({-512, -1024}, 0.5), Grid({-64, -64}, 0x1p-20),
                         Grid({-4, -4}, 0x1p-27)};
   zelvan::test::Rings rings = zelvan::test::Mess(random, size, 1 + random.Below(3), {});
+  if (random.Below(3) == 0) {
+    for (zelvan::test::Ring& ring : rings) {
+      const auto [left, low] = zelvan::test::PointIn(random, size);
+      ring = zelvan::test::Box(left, low, left + 1 + random.Below(3), low + 1 + random.Below(3));
+    }
+  }
   if (random.Below(50) == 0) rings = random.Pick(zelvan::test::LargePolygons(random, 300));
   const std::int32_t x = random.Below(2) * random.Between(0, size), y = random.Below(2) * size;
   std::vector<Ring> moved;
