@@ -167,7 +167,7 @@ TEST(RegionQuestions, PairsOnSmallGrids) {
     const std::int32_t size = 2 << random.Below(4);
     const Region a = RandomRegion(random, size);
     Region b = RandomRegion(random, size);
-    if (a.Grid() == b.Grid() && random.Below(2) == 0) b = random.Below(2) == 0 ? a & b : b - a;
+    if (a.Grid() == b.Grid() && random.Below(2) == 0) b = random.Below(3) == 0 ? a & b : b - a;
     if (a.IsEmpty() || b.IsEmpty()) {
       ASSERT_FALSE(Intersects(a, b) || Touches(a, b));
       ASSERT_EQ(Covers(a, b), b.IsEmpty());
@@ -191,7 +191,7 @@ TEST(RegionQuestions, PairsOnSmallGrids) {
     ASSERT_NEAR(a.Length(), geos.length, 1e-12 * geos.length);
     ASSERT_LT(Length(a.Centroid(), {geos.centroid.x, geos.centroid.y}), 1e-6);
   }
-  for (const int n : count) EXPECT_GT(n, pairs / 50);
+  for (const int n : count) EXPECT_GT(n, pairs / 200) << ::testing::PrintToString(count);
 }
 
 // Transforms by whole numbers, and by others, are the regions of the rings transformed; parts are

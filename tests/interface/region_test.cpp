@@ -472,7 +472,10 @@ TEST(RegionGuarantee, ThreadsMayShare) {
       for (const Point p : regions[i / 4].Vertices()) {  // until one thread makes the index
         EXPECT_EQ(regions[i / 4].Contains(p), Side::Boundary);
         EXPECT_EQ(regions[i / 4].Contains({p.x, -1}), Side::Outside);
+        EXPECT_EQ(regions[i / 4].NearestOnBoundary(p).distance, 0);
       }
+      const Region& a = regions[(first + i / 4) % 8];
+      EXPECT_EQ(Intersects(a, regions[i / 4]), Distance(a, regions[i / 4]).distance == 0);
     }
     return results;
   };
@@ -494,7 +497,12 @@ TEST(RegionGuarantee, FailureChangesNothing) {
     result = zelvan::Unite(std::vector<Region>{result, a, b});
     result ^= zelvan::Combine(zelvan::Operation::Subtract, rings, FillRule::EvenOdd,
                               {{{1, 1}, {7, 2}, {2, 7}}}, FillRule::NonZero, Grid());
-    return std::pair(result.Polygons(), zelvan::Triangulate(result).triangles);
+    const auto far = Distance(result, result.Transformed({1, 0, 100, 0, 1, 0}));
+    const bool is = Covers(fine, result) || Touches(result, b);
+    const Region left = result.Hull().Transformed({far.distance, 1, is ? 1.0 : 0.0, -1, 2, 0.5});
+    return std::pair(
+        left.Part(0).Polygons(),
+        zelvan::Triangulate({{result.LeastBox()[0], far.first}, {}, rings[0]}).triangles);
   };
   const auto expected = session();
   const Region less = a - b;

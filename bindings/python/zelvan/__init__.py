@@ -20,10 +20,12 @@ from ._arrays import Array, Points
 from ._grid import FillRule, Grid, Operation
 from ._library import TooCoarseError
 from ._region import (
-    LossWarning, Mesh, Polygon, Region, combine, common_grid, unite, unite_rings)
+    Distance, LossWarning, Mesh, Nearest, Polygon, Region, combine, common_grid, triangulate_rings,
+    unite, unite_rings)
 
 __version__ = "1.0.0"  # the library's, which CMake holds it to
 
 __all__ = [
-    "Array", "FillRule", "Grid", "LossWarning", "Mesh", "Operation", "Points", "Polygon", "Region",
-    "TooCoarseError", "combine", "common_grid", "unite", "unite_rings"]
+    "Array", "Distance", "FillRule", "Grid", "LossWarning", "Mesh", "Nearest", "Operation", "Points",
+    "Polygon", "Region", "TooCoarseError", "combine", "common_grid", "triangulate_rings", "unite",
+    "unite_rings"]
