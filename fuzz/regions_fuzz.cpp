@@ -70,6 +70,20 @@ Region PartOf(const std::array<Region, 4>& regions, std::size_t number) {
   return parts.empty() ? Region() : parts[number % parts.size()].region;
 }
 
+// Answers that must agree, whatever the regions are.
+std::string Contradiction(const Region& a, const Region& b) {
+  const bool meet = Intersects(a, b), touch = Touches(a, b), cover = Covers(a, b);
+  const auto distance = zelvan::Distance(a, b);
+  if (meet != (distance.distance == 0) || (touch && (!meet || cover))) return "another distance";
+  if (meet != Intersects(b, a) || touch != Touches(b, a)) return "another order, another answer";
+  if (!Covers(a.Hull(), a) || a.Hull().Hull() != a.Hull()) return "not the hull";
+  if (a.Grid() == b.Grid() && cover && b - a != Region()) return "covered, but not all";
+  const auto nearest = a.NearestOnBoundary(distance.second);
+  if (!meet && !(nearest.distance <= distance.distance)) return "another one is nearer";
+  if (!a.IsEmpty() && a.Part(0).Transformed({1, 0, 0, 0, 1, 0}) != a.Part(0)) return "moved";
+  return "";
+}
+
 std::string FaultsOf(const Region& region) {
   std::vector<Ring> rings;
   for (const zelvan::Polygon& polygon : region.Polygons()) {
@@ -98,6 +112,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       to = {};
     }
     fuzz::Expect(FaultsOf(to));
+    try {
+      fuzz::Expect(Contradiction(to, regions[from % 4]));
+    } catch (const std::domain_error&) {  // steps too far apart
+    }
   }
   return 0;
 }

@@ -66,6 +66,7 @@
 #include <cstdio>
 #include <iterator>
 #include <limits>
+#include <memory>
 #include <new>
 #include <stdexcept>
 #include <string>
@@ -236,6 +237,22 @@ enum class Operation {
   Xor = ZELVAN_XOR
 };
 
+/// A place of a region, and how far it is from what was asked for.
+struct NearestPlace {
+  Point place;      ///< no numbers where the distance is infinite
+  double distance;  ///< infinite for an empty region, and for a point that is not finite
+};
+
+/// The rows of a matrix with the way at their ends: x' = xx x + xy y + x0, y' = yx x + yy y + y0.
+struct Transform {
+  double xx = 1.0;  ///< of x
+  double xy = 0.0;  ///< of y
+  double x0 = 0.0;  ///< added
+  double yx = 0.0;  ///< of x
+  double yy = 1.0;  ///< of y
+  double y0 = 0.0;  ///< added
+};
+
 /// A set of points bounded by rings: polygons with holes on a grid. A regular value, empty by
 /// default; an empty region has no grid of its own. Immutable but for assignment.
 class Region {
@@ -294,6 +311,62 @@ class Region {
     return polygons;
   }
 
+  /// One polygon as a region on the same grid. Throws std::invalid_argument where there are not so
+  /// many.
+  Region Part(std::size_t polygon) const {
+    if (polygon >= PolygonCount()) detail::Check(ZELVAN_BAD_ARGUMENT);
+    const zelvan_region* result = nullptr;
+    detail::Check(zelvan_region_polygon(handle_, static_cast<std::uint32_t>(polygon), &result));
+    return Adopt(result);
+  }
+
+  /// Goes through the polygons, each of which is read when it is asked for:
+  ///
+  ///     for (const Polygon& polygon : region) Draw(polygon);
+  ///
+  /// Valid as long as the region is.
+  class Iterator {
+   public:
+    using iterator_category = std::input_iterator_tag;  ///< what it points to is made
+    using value_type = Polygon;                         ///< what it goes through
+    using difference_type = std::ptrdiff_t;             ///< between two
+    using pointer = void;                               ///< there is nothing to point to
+    using reference = Polygon;                          ///< a value
+
+    /// Polygon `polygon` of a region.
+    Iterator(const Region& region, std::size_t polygon) noexcept
+        : region_(&region), polygon_(polygon) {}
+
+    /// The polygon. Throws std::bad_alloc.
+    Polygon operator*() const { return std::move(region_->Part(polygon_).Polygons().front()); }
+    /// On to the next.
+    Iterator& operator++() noexcept {
+      ++polygon_;
+      return *this;
+    }
+    /// The same, and where it was.
+    Iterator operator++(int) noexcept {
+      const Iterator before = *this;
+      ++polygon_;
+      return before;
+    }
+    /// Of one region: at the same polygon?
+    friend bool operator==(const Iterator& a, const Iterator& b) noexcept {
+      return a.polygon_ == b.polygon_;
+    }
+    /// The opposite.
+    friend bool operator!=(const Iterator& a, const Iterator& b) noexcept { return !(a == b); }
+
+   private:
+    const Region* region_;
+    std::size_t polygon_;
+  };
+
+  /// The first polygon.
+  Iterator begin() const noexcept { return {*this, 0}; }
+  /// Behind the last one.
+  Iterator end() const noexcept { return {*this, PolygonCount()}; }
+
   /// The vertices of all rings, in the same order.
   std::vector<Point> Vertices() const {
     const zelvan_counts counts = Counts();
@@ -320,6 +393,48 @@ class Region {
     double box[4] = {};
     zelvan_region_bounds(handle_, box);
     return {{box[0], box[1]}, {box[2], box[3]}};
+  }
+
+  /// The length of the boundary, holes included; off by at most 2^-51 of itself.
+  double Length() const noexcept { return zelvan_region_length(handle_); }
+
+  /// The centroid, exact but for rounding; (0, 0) for an empty region.
+  Point Centroid() const noexcept {
+    Point point;
+    zelvan_region_centroid(handle_, &point.x);
+    return point;
+  }
+
+  /// The convex hull, exact, on the same grid. Throws std::bad_alloc.
+  Region Hull() const {
+    const zelvan_region* result = nullptr;
+    detail::Check(zelvan_region_hull(handle_, &result));
+    return Adopt(result);
+  }
+
+  /// The corners of the box of least area, in any direction, counter-clockwise; no numbers for an
+  /// empty region (see zelvan_region_least_box). Throws std::bad_alloc.
+  std::array<Point, 4> LeastBox() const {
+    std::array<Point, 4> corners;
+    detail::Check(zelvan_region_least_box(handle_, &corners[0].x));
+    return corners;
+  }
+
+  /// The nearest place of the region: inside it the point itself. The choice and the bytes are the
+  /// same on every machine (see zelvan_region_nearest, also for errors). Throws std::bad_alloc.
+  NearestPlace Nearest(Point point) const { return NearestOf(point, 0); }
+  /// The nearest place of the boundary.
+  NearestPlace NearestOnBoundary(Point point) const { return NearestOf(point, ZELVAN_BOUNDARY); }
+
+  /// The region moved, turned, scaled, sheared or mirrored. Moved by whole steps it stays as it is,
+  /// on its grid if that holds the result, else with the grid moved along. Else its points are
+  /// rounded and the region is made again, on its own grid or the one that covers it
+  /// (zelvan_region_transform). Throws std::invalid_argument for what is not finite or too far;
+  /// std::bad_alloc.
+  Region Transformed(const Transform& transform) const { return TransformedOn(transform, nullptr); }
+  /// The same on a given grid.
+  Region Transformed(const Transform& transform, const zelvan::Grid& grid) const {
+    return TransformedOn(transform, &grid.Data());
   }
 
   /// Where a point lies, decided exactly (see zelvan_region_contains); one that is not finite lies
@@ -394,6 +509,20 @@ class Region {
                   &fault);
   }
 
+  NearestPlace NearestOf(Point point, std::uint32_t options) const {
+    NearestPlace nearest{};
+    detail::Check(
+        zelvan_region_nearest(handle_, options, &point.x, 1, &nearest.place.x, &nearest.distance));
+    return nearest;
+  }
+
+  Region TransformedOn(const Transform& t, const zelvan_grid* grid) const {
+    const double matrix[] = {t.xx, t.xy, t.x0, t.yx, t.yy, t.y0};
+    const zelvan_region* result = nullptr;
+    detail::Check(zelvan_region_transform(handle_, matrix, grid, &result));
+    return Adopt(result);
+  }
+
   const zelvan_region* handle_ = nullptr;
 };
 
@@ -466,6 +595,51 @@ Grid CommonGrid(const Regions& regions) {
 inline Grid CommonGrid(const Region& a, const Region& b) {
   const zelvan_region* const both[] = {a.Handle(), b.Handle()};
   return detail::CommonGrid(both, 2);
+}
+
+namespace detail {
+
+inline bool Answer(zelvan_status(ZELVAN_CALL* question)(const zelvan_region*, const zelvan_region*,
+                                                        std::int32_t*),
+                   const Region& a, const Region& b) {
+  std::int32_t answer = 0;
+  Check(question(a.Handle(), b.Handle(), &answer));
+  return answer != 0;
+}
+
+}  // namespace detail
+
+/// Have two regions a point in common? Regions have their boundaries, empty ones no point. So in
+/// all three questions, which are decided exactly on any two grids, make no region and end as soon
+/// as the answer is known. Throw std::bad_alloc; std::domain_error where one step is more than
+/// 2^200 times the other.
+inline bool Intersects(const Region& a, const Region& b) {
+  return detail::Answer(zelvan_region_intersects, a, b);
+}
+/// Have they points of their boundaries in common, but no inner points?
+inline bool Touches(const Region& a, const Region& b) {
+  return detail::Answer(zelvan_region_touches, a, b);
+}
+/// Has the first every point of the second? So it covers an empty one.
+inline bool Covers(const Region& a, const Region& b) {
+  return detail::Answer(zelvan_region_covers, a, b);
+}
+
+/// Two places as near to each other as two regions are, and their distance: infinite where one is
+/// empty, and the places are no numbers.
+struct RegionDistance {
+  double distance;  ///< 0 exactly where the regions have a point in common
+  Point first;      ///< of the first region
+  Point second;     ///< of the second one
+};
+
+/// How far two regions are apart (see zelvan_region_distance, also for errors). Throws as
+/// Intersects.
+inline RegionDistance Distance(const Region& a, const Region& b) {
+  double distance = 0.0;
+  double places[4];
+  detail::Check(zelvan_region_distance(a.Handle(), b.Handle(), &distance, places));
+  return {distance, {places[0], places[1]}, {places[2], places[3]}};
 }
 
 /// An operation on two regions. The result is on the grid of both; where they
@@ -612,6 +786,52 @@ inline Mesh Triangulate(const Region& region, const MeshOptions& options = {}) {
                                           &counts, mesh.triangles[0].data(),
                                           mesh.neighbours[0].data()));
   return mesh;
+}
+
+namespace detail {
+
+// On the grid that covers the rings where none is given.
+inline Mesh TriangulateRings(const std::vector<Ring>& rings, FillRule rule, const zelvan_grid* grid,
+                             const MeshOptions& options) {
+  const FlatRings flat(rings);
+  zelvan_fault fault{};
+  const zelvan_mesh* made = nullptr;
+  Check(zelvan_rings_triangulate(
+            flat.Coordinates(), flat.Offsets(), flat.Rings(), static_cast<std::int32_t>(rule), grid,
+            (options.delaunay ? ZELVAN_DELAUNAY : 0) | ZELVAN_NEIGHBOURS, &made, &fault),
+        &fault);
+  struct Release {
+    void operator()(const zelvan_mesh* mesh) const noexcept { zelvan_mesh_release(mesh); }
+  };
+  const std::unique_ptr<const zelvan_mesh, Release> owner(made);
+  Mesh mesh;
+  mesh.vertices.resize(made->counts.vertices);
+  mesh.triangles.resize(made->counts.triangles);
+  mesh.neighbours.resize(made->counts.triangles);
+  for (std::size_t i = 0; i < mesh.vertices.size(); ++i) {
+    mesh.vertices[i] = {made->xy[2 * i], made->xy[2 * i + 1]};
+  }
+  for (std::size_t i = 0; i < mesh.triangles.size(); ++i) {
+    for (std::size_t k = 0; k < 3; ++k) {
+      mesh.triangles[i][k] = made->triangles[3 * i + k];
+      mesh.neighbours[i][k] = made->neighbours[3 * i + k];
+    }
+  }
+  return mesh;
+}
+
+}  // namespace detail
+
+/// The triangles of the region that rings bound, in one call: as Triangulate of a Region of the
+/// same arguments, failures too.
+inline Mesh Triangulate(const std::vector<Ring>& rings, FillRule rule = FillRule::EvenOdd,
+                        const MeshOptions& options = {}) {
+  return detail::TriangulateRings(rings, rule, nullptr, options);
+}
+/// The same on a given grid.
+inline Mesh Triangulate(const std::vector<Ring>& rings, FillRule rule, const Grid& grid,
+                        const MeshOptions& options = {}) {
+  return detail::TriangulateRings(rings, rule, &grid.Data(), options);
 }
 
 }  // namespace zelvan

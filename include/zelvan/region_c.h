@@ -87,9 +87,15 @@ enum {
   ZELVAN_XOR = 3 /**< what lies in one of the two */
 };
 
-/** Options of zelvan_region_triangulate. */
+/** Options of zelvan_region_triangulate and zelvan_rings_triangulate. */
 enum {
-  ZELVAN_DELAUNAY = 1 /**< the constrained Delaunay triangulation */
+  ZELVAN_DELAUNAY = 1,  /**< the constrained Delaunay triangulation */
+  ZELVAN_NEIGHBOURS = 2 /**< neighbours, too; of zelvan_rings_triangulate alone */
+};
+
+/** Options of zelvan_region_nearest. */
+enum {
+  ZELVAN_BOUNDARY = 1 /**< of the boundary, also for points inside */
 };
 
 /** The size of grids. */
@@ -317,6 +323,140 @@ ZELVAN_API zelvan_status ZELVAN_CALL zelvan_region_triangulate(const zelvan_regi
                                                                const zelvan_counts* room,
                                                                uint32_t* triangles,
                                                                int32_t* neighbours);
+
+/**
+ * Whether two regions have a point in common. So in all three questions: regions have their
+ * boundaries, a region without polygons has no point, and NULL is one. The answer is exact on any
+ * two grids, without a region being made: what lies in the boxes of both is swept, until the
+ * answer is known. For n edges in these boxes that takes O(n log n) steps at worst, and a look at
+ * each edge of both regions.
+ *
+ * @param answer  receives 1 or 0
+ * @return ZELVAN_OK, ZELVAN_BAD_ARGUMENT, ZELVAN_TOO_COARSE (one step is more than 2^200 times the
+ *         other), ZELVAN_NO_MEMORY */
+ZELVAN_API zelvan_status ZELVAN_CALL zelvan_region_intersects(const zelvan_region* a,
+                                                              const zelvan_region* b,
+                                                              int32_t* answer);
+
+/** Whether two regions have points of their boundaries in common, but no inner points. Arguments
+ * and statuses as zelvan_region_intersects. */
+ZELVAN_API zelvan_status ZELVAN_CALL zelvan_region_touches(const zelvan_region* a,
+                                                           const zelvan_region* b, int32_t* answer);
+
+/** Whether a has every point of b; so every region covers one without polygons. Arguments and
+ * statuses as zelvan_region_intersects. */
+ZELVAN_API zelvan_status ZELVAN_CALL zelvan_region_covers(const zelvan_region* a,
+                                                          const zelvan_region* b, int32_t* answer);
+
+/**
+ * The distance of two regions, which is 0 exactly where they have a point in common, and places of
+ * them that are so far apart. The same on every machine. The distance is off by at most 2^-48 of
+ * itself, and places by 2^-48 of the size of both regions, where the regions' box has 2^53 of the
+ * finer steps at most along each axis; else by 2^-48 of that box. To find it takes the index of
+ * zelvan_region_nearest of both.
+ *
+ * @param distance  receives the distance; infinity where a region has no polygons
+ * @param places    receives x and y of a place of a, then of b, no numbers where the distance is
+ *                  infinite; may be NULL
+ * @return as zelvan_region_intersects */
+ZELVAN_API zelvan_status ZELVAN_CALL zelvan_region_distance(const zelvan_region* a,
+                                                            const zelvan_region* b,
+                                                            double* distance, double* places);
+
+/**
+ * The nearest places of a region for some points. Inside the region that is the point itself, and
+ * the distance is 0, unless ZELVAN_BOUNDARY is asked for. Of equally near edges the first one that
+ * zelvan_region_read gives is taken; the same on every machine. Errors are those of
+ * zelvan_region_distance, with the point for the other region. The region makes an index of its
+ * edges at the first call, in O(n log n) steps, and keeps it.
+ *
+ * @param options    0 or ZELVAN_BOUNDARY
+ * @param xy         points
+ * @param count      their number
+ * @param places     receives x and y of each place; may be NULL
+ * @param distances  receives the distances; may be NULL
+ * Of a region without polygons, and for points that are not finite or more than 2^400 steps from
+ * 0, the distance is infinite and the place is no number.
+ * @return ZELVAN_OK, ZELVAN_BAD_ARGUMENT, ZELVAN_NO_MEMORY */
+ZELVAN_API zelvan_status ZELVAN_CALL zelvan_region_nearest(const zelvan_region* region,
+                                                           uint32_t options, const double* xy,
+                                                           uint32_t count, double* places,
+                                                           double* distances);
+
+/** The length of the boundary, holes included; off by at most 2^-51 of itself. */
+ZELVAN_API double ZELVAN_CALL zelvan_region_length(const zelvan_region* region);
+
+/** The centroid of a region, as x and y: the sums are exact, the result is rounded to doubles, and
+ * off by at most 2^-50 of its larger coordinate and of the region's size. @return 1, or 0 with nothing
+ * written for a region without polygons */
+ZELVAN_API int32_t ZELVAN_CALL zelvan_region_centroid(const zelvan_region* region, double* xy);
+
+/** The convex hull of a region, exact, on its grid.
+ * @return ZELVAN_OK, ZELVAN_BAD_ARGUMENT, ZELVAN_NO_MEMORY */
+ZELVAN_API zelvan_status ZELVAN_CALL zelvan_region_hull(const zelvan_region* region,
+                                                        const zelvan_region** result);
+
+/**
+ * The box of least area around a region, in any direction; of equal ones that along the first edge
+ * of zelvan_region_hull which has one. Areas are compared as doubles, off by at most 2^-48 of
+ * themselves; so are corners, of the region's size.
+ *
+ * @param corners  receives x and y of four corners, counter-clockwise, no numbers for a region
+ *                 without polygons; the first side runs along the edge
+ * @return ZELVAN_OK, ZELVAN_BAD_ARGUMENT, ZELVAN_NO_MEMORY */
+ZELVAN_API zelvan_status ZELVAN_CALL zelvan_region_least_box(const zelvan_region* region,
+                                                             double* corners);
+
+/** One polygon of a region, with its holes, as a region on the same grid.
+ *
+ * @param polygon  its number, in the order of zelvan_region_read
+ * @return ZELVAN_OK, ZELVAN_BAD_ARGUMENT (there is none of that number), ZELVAN_NO_MEMORY */
+ZELVAN_API zelvan_status ZELVAN_CALL zelvan_region_polygon(const zelvan_region* region,
+                                                           uint32_t polygon,
+                                                           const zelvan_region** result);
+
+/**
+ * A region moved, turned, scaled, sheared or mirrored:
+ * x' = m[0] x + m[1] y + m[2], y' = m[3] x + m[4] y + m[5].
+ *
+ * Where the matrix moves by whole steps alone, nothing is rounded and every polygon stays as it is:
+ * on the given grid if that has the same step; without one on the region's own grid if that holds
+ * the result, else on that grid moved along. In all other cases the points are computed in doubles
+ * in the order as written, go to the nearest ones of the grid, and the region is made again of
+ * them: what encloses nothing there is gone, as zelvan_region_lost says. By a matrix without an
+ * inverse nothing is left.
+ *
+ * @param matrix  six numbers
+ * @param grid    or NULL for the region's own grid if that holds the result, else for the one that
+ *                zelvan_grid_covering gives
+ * @return ZELVAN_OK, ZELVAN_BAD_ARGUMENT, ZELVAN_BAD_GRID, ZELVAN_NOT_FINITE, ZELVAN_OUTSIDE_GRID,
+ *         ZELVAN_TOO_LARGE, ZELVAN_NO_MEMORY */
+ZELVAN_API zelvan_status ZELVAN_CALL zelvan_region_transform(const zelvan_region* region,
+                                                             const double* matrix,
+                                                             const zelvan_grid* grid,
+                                                             const zelvan_region** result);
+
+/** Triangles with their vertices, as zelvan_region_read and zelvan_region_triangulate give them,
+ * in arrays that the library owns until zelvan_mesh_release. */
+typedef struct zelvan_mesh {
+  zelvan_counts counts;      /**< of the region */
+  const double* xy;          /**< x and y of the vertices */
+  const uint32_t* triangles; /**< three vertices each */
+  const int32_t* neighbours; /**< three triangles each; NULL without ZELVAN_NEIGHBOURS */
+} zelvan_mesh;
+
+/**
+ * The triangles of the region that rings bound, in one call. Arguments as zelvan_region_create.
+ *
+ * @param options  ZELVAN_DELAUNAY and ZELVAN_NEIGHBOURS, joined by |, or 0
+ * @param mesh     receives the mesh; its arrays are NULL where there are no triangles
+ * @return as zelvan_region_create */
+ZELVAN_API zelvan_status ZELVAN_CALL zelvan_rings_triangulate(
+    const double* xy, const uint32_t* ring_offsets, uint32_t ring_count, int32_t rule,
+    const zelvan_grid* grid, uint32_t options, const zelvan_mesh** mesh, zelvan_fault* fault);
+
+/** Gives a mesh back, with its arrays. NULL is ignored. */
+ZELVAN_API void ZELVAN_CALL zelvan_mesh_release(const zelvan_mesh* mesh);
 
 #ifdef __cplusplus
 }

@@ -2,6 +2,7 @@
 #include "interface/region.h"
 
 #include <algorithm>
+#include <cmath>
 #include <memory>
 #include <utility>
 
@@ -37,10 +38,6 @@ zelvan_region::zelvan_region(const zelvan::RegionGrid& onGrid, zelvan::FlatRegio
     GrowBox(box, ringBoxes.back().max);
   }
   triangles = CountTriangles(flat);
-}
-
-zelvan_region::~zelvan_region() {
-  delete locator.load(std::memory_order_acquire);
 }
 
 namespace zelvan {
@@ -90,6 +87,12 @@ zelvan_counts CountsOf(const zelvan_region* region) noexcept {
 
 WorldBox BoundsOf(const zelvan_region& region) noexcept {
   return {region.grid.PlaceOf(region.box.min), region.grid.PlaceOf(region.box.max)};
+}
+
+PlacedRegion PlacedIn(const zelvan_region& region, int exponent) noexcept {
+  const WorldPoint middle = region.grid.StepsOf(GridPoint{0, 0});
+  const double scale = std::ldexp(1.0, region.grid.Exponent() - exponent);
+  return {region.flat, region.ringBoxes, region.box, {middle, scale}};
 }
 
 }  // namespace zelvan

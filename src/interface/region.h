@@ -1,6 +1,6 @@
 // What a handle of a region names: a flat region on a grid, never changed. One without polygons
-// has a handle only where it must say what was lost. The index of its edges (region_locator.h) is
-// made when it pays (region_side.h): any thread may publish it, others go on without it.
+// has a handle only where it must say what was lost. Indexes of its edges (region_locator.h,
+// edge_tree.h) are made when they pay: any thread may publish one, others go on without it.
 #pragma once
 
 #include <zelvan/region_c.h>
@@ -10,17 +10,18 @@
 #include <memory>
 #include <vector>
 
+#include "interface/once_made.h"
 #include "interface/region_grid.h"
+#include "polygon/edge_tree.h"
 #include "polygon/flat_region.h"
 #include "polygon/grid.h"
+#include "polygon/placement.h"
 #include "polygon/region_locator.h"
 
 struct zelvan_region {
   /// A region with one handle. Throws std::bad_alloc.
   zelvan_region(const zelvan::RegionGrid& onGrid, zelvan::FlatRegion&& region,
                 std::uint32_t lostRings);
-  ~zelvan_region();
-
   const zelvan::RegionGrid grid;
   const zelvan::FlatRegion flat;
   const std::uint32_t lost;  ///< rings with area that had none on the grid
@@ -28,8 +29,9 @@ struct zelvan_region {
   zelvan::GridBox box{};
   std::uint32_t triangles;
   mutable std::atomic<std::uint32_t> handles{1};
-  mutable std::atomic<const zelvan::RegionLocator*> locator{nullptr};  ///< made when it pays
-  mutable std::atomic<std::uint32_t> unaided{0};  ///< points that were looked up without it
+  zelvan::OnceMade<zelvan::RegionLocator> locator;  ///< for where a point lies
+  zelvan::OnceMade<zelvan::EdgeTree> tree;          ///< for how far one is
+  mutable std::atomic<std::uint32_t> unaided{0};    ///< points that were looked up without it
 };
 
 namespace zelvan {
@@ -71,5 +73,8 @@ using RegionHandle = std::unique_ptr<const zelvan_region, RegionReleaser>;
 [[nodiscard]] zelvan_counts CountsOf(const zelvan_region* region) noexcept;
 
 [[nodiscard]] WorldBox BoundsOf(const zelvan_region& region) noexcept;
+
+/// A region that has polygons, with where its points lie in steps of 2^exponent.
+[[nodiscard]] PlacedRegion PlacedIn(const zelvan_region& region, int exponent) noexcept;
 
 }  // namespace zelvan

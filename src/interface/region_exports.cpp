@@ -3,13 +3,11 @@
 #include <zelvan/region_c.h>
 
 #include <algorithm>
-#include <limits>
 
 #include "interface/region.h"
 #include "interface/region_arguments.h"
 #include "interface/region_move.h"
 #include "interface/region_operations.h"
-#include "interface/region_rings.h"
 #include "interface/region_side.h"
 #include "interface/ring_area.h"
 #include "triangulation/region_triangles.h"
@@ -29,27 +27,6 @@ constexpr const char* kMessages[] = {
     "a contradiction inside the library",
     "the coarser grid would lose a polygon or a hole, or more than 1/1024 of its area",
 };
-
-RingInput CheckedRings(const double* xy, const std::uint32_t* offsets, std::uint32_t count) {
-  if (count == 0) return {nullptr, {}};
-  Require(offsets != nullptr && count < std::numeric_limits<std::uint32_t>::max());
-  const RingInput rings{xy, {offsets, std::size_t{count} + 1}};
-  Require(offsets[0] == 0 && std::is_sorted(rings.offsets.begin(), rings.offsets.end()));
-  Require(rings.Points() <= std::numeric_limits<std::int32_t>::max(), ZELVAN_TOO_LARGE);
-  Require(xy != nullptr || rings.Points() == 0);
-  return rings;
-}
-
-FillRule RuleOf(std::int32_t rule) {
-  Require(rule >= ZELVAN_EVEN_ODD && rule <= ZELVAN_NEGATIVE);
-  return static_cast<FillRule>(rule);
-}
-
-RegionHandle FromRings(const RingInput& rings, std::int32_t rule, RingTurns turns,
-                       const zelvan_grid* grid) {
-  return RegionOfRings(rings, RuleOf(rule), turns,
-                       grid != nullptr ? CheckedGrid(*grid) : GridCovering({&rings, 1}));
-}
 
 bool IsRoomFor(const zelvan_region* region, const zelvan_counts* room) noexcept {
   const zelvan_counts counts = CountsOf(region);

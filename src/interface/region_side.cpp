@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
-#include <memory>
 #include <new>
 #include <span>
 #include <vector>
@@ -60,7 +59,7 @@ constexpr std::size_t kFewVertices = 16;
 // Null while there is none. The thread whose points reach the limit makes it, and so does one that
 // has as many at once; where memory runs out, the count begins anew.
 const RegionLocator* LocatorOf(const zelvan_region& region, std::uint32_t points) noexcept {
-  const RegionLocator* const locator = region.locator.load(std::memory_order_acquire);
+  const RegionLocator* const locator = region.locator.Get();
   if (locator != nullptr || region.flat.points.size() < kFewVertices) return locator;
   const std::uint32_t before = region.unaided.fetch_add(points, std::memory_order_relaxed);
   const bool reaches = before < kScansOfIndex && points >= kScansOfIndex - before;
@@ -70,7 +69,7 @@ const RegionLocator* LocatorOf(const zelvan_region& region, std::uint32_t points
   } catch (...) {
     region.unaided.store(0, std::memory_order_relaxed);
   }
-  return region.locator.load(std::memory_order_acquire);
+  return region.locator.Get();
 }
 
 // Fewer points are looked up as they come.
@@ -133,13 +132,8 @@ int SideByScan(const zelvan_region& region, WorldPoint p) noexcept {
 }
 
 void Prepare(const zelvan_region& region) {
-  if (IsEmpty(&region) || region.locator.load(std::memory_order_acquire) != nullptr) return;
-  const WorldPoint middle = region.grid.StepsOf(GridPoint{0, 0});
-  auto made = std::make_unique<const RegionLocator>(region.flat, middle);
-  const RegionLocator* none = nullptr;
-  if (region.locator.compare_exchange_strong(none, made.get(), std::memory_order_acq_rel)) {
-    static_cast<void>(made.release());
-  }
+  if (IsEmpty(&region)) return;
+  region.locator.Make(region.flat, region.grid.StepsOf(GridPoint{0, 0}));
 }
 
 void FindSides(const zelvan_region& region, const double* xy, std::uint32_t count,

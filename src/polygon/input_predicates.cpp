@@ -6,38 +6,11 @@
 #include <cmath>
 #include <cstddef>
 
+#include "polygon/error_free.h"
+
 namespace zelvan {
 
 namespace {
-
-// An exact value as an unevaluated sum: the rounded result and its error.
-struct TwoSumResult {
-  double value;
-  double error;
-};
-
-TwoSumResult TwoSum(double a, double b) noexcept {
-  const double sum = a + b;
-  const double bVirtual = sum - a;
-  const double aVirtual = sum - bVirtual;
-  return {sum, (a - aVirtual) + (b - bVirtual)};
-}
-
-// a as a sum of two halves of 26 bits (Dekker 1971).
-TwoSumResult Split(double a) noexcept {
-  constexpr double splitter = 134217729.0;  // 2^27 + 1
-  const double c = splitter * a;
-  const double high = c - (c - a);
-  return {high, a - high};
-}
-
-TwoSumResult TwoProduct(double a, double b) noexcept {
-  const double product = a * b;
-  const TwoSumResult x = Split(a);
-  const TwoSumResult y = Split(b);
-  const double rest = ((product - x.value * y.value) - x.error * y.value) - x.value * y.error;
-  return {product, x.error * y.error - rest};
-}
 
 // A non-overlapping expansion, smallest component first, that takes the sixteen
 // terms of an orientation determinant.

@@ -474,7 +474,10 @@ TEST(RegionGuarantee, ThreadsMayShare) {
       for (const Point p : regions[i / 4].Vertices()) {  // until one thread makes the index
         EXPECT_EQ(regions[i / 4].Contains(p), Side::Boundary);
         EXPECT_EQ(regions[i / 4].Contains({p.x, -1}), Side::Outside);
+        EXPECT_EQ(regions[i / 4].NearestOnBoundary(p).distance, 0);
       }
+      const Region& a = regions[(first + i / 4) % 8];
+      EXPECT_EQ(Intersects(a, regions[i / 4]), Distance(a, regions[i / 4]).distance == 0);
     }
     for (const zelvan::Part& part : zelvan::Overlay(regions)) results.push_back(part.region);
     return results;
@@ -501,7 +504,12 @@ TEST(RegionGuarantee, FailureChangesNothing) {
     double sum = 0;
     for (const zelvan::Part& part : zelvan::Overlay(layers)) sum += part.region.Area();
     for (const auto& fault : zelvan::CheckCoverage(layers, {9, 9})) sum += fault.width;
-    return std::tuple(result.Polygons(), zelvan::Triangulate(result).triangles, sum);
+    const auto far = Distance(result, result.Transformed({1, 0, 100, 0, 1, 0}));
+    const bool is = Covers(fine, result) || Touches(result, b);
+    const Region left = result.Hull().Transformed({far.distance, 1, is ? 1.0 : 0.0, -1, 2, 0.5});
+    return std::tuple(
+        left.Part(0).Polygons(),
+        zelvan::Triangulate({{result.LeastBox()[0], far.first}, {}, rings[0]}).triangles, sum);
   };
   const auto expected = session();
   const Region less = a - b;

@@ -57,10 +57,30 @@ class Geos {
     return Own(GEOSUnaryUnion_r(handle_, Collection(GEOS_GEOMETRYCOLLECTION, polygons).get()));
   }
 
-  std::string Invalidity(const WorldAreas& areas) const {
+  Geometry MultiPolygon(const WorldAreas& areas) const {
     std::vector<GEOSGeometry*> polygons;
     for (const auto& rings : areas) polygons.push_back(Polygon(rings));
-    const Geometry all = Collection(GEOS_MULTIPOLYGON, polygons);
+    return Collection(GEOS_MULTIPOLYGON, polygons);
+  }
+
+  GeosRelation Relate(const WorldAreas& areasA, const WorldAreas& areasB) const {
+    const Geometry a = MultiPolygon(areasA);
+    const Geometry b = MultiPolygon(areasB);
+    GeosRelation r{};
+    r.intersects = GEOSIntersects_r(handle_, a.get(), b.get()) == 1;
+    r.touches = GEOSTouches_r(handle_, a.get(), b.get()) == 1;
+    r.covers = GEOSCovers_r(handle_, a.get(), b.get()) == 1;
+    GEOSDistance_r(handle_, a.get(), b.get(), &r.distance);
+    r.hullArea = Measure(GEOSArea_r, Own(GEOSConvexHull_r(handle_, a.get())));
+    r.length = Measure(GEOSLength_r, a);
+    const Geometry centroid = Own(GEOSGetCentroid_r(handle_, a.get()));
+    GEOSGeomGetX_r(handle_, centroid.get(), &r.centroid.x);
+    GEOSGeomGetY_r(handle_, centroid.get(), &r.centroid.y);
+    return r;
+  }
+
+  std::string Invalidity(const WorldAreas& areas) const {
+    const Geometry all = MultiPolygon(areas);
     if (GEOSisValid_r(handle_, all.get()) == 1) return "";
     char* const reason = GEOSisValidReason_r(handle_, all.get());
     const std::string text = reason;
@@ -93,6 +113,10 @@ GeosMeasure MeasureByGeos(const WorldAreas& a, const WorldAreas& b, int op) {
   const auto result = geos.Combine(regionA, regionB, op);
   return {geos.Measure(GEOSArea_r, result),
           geos.Measure(GEOSLength_r, regionA) + geos.Measure(GEOSLength_r, regionB)};
+}
+
+GeosRelation RelateByGeos(const WorldAreas& a, const WorldAreas& b) {
+  return Geos().Relate(a, b);
 }
 
 std::string InvalidityByGeos(const WorldAreas& areas) {

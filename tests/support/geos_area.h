@@ -23,6 +23,18 @@ struct GeosMeasure {
 /// themselves are accepted.
 GeosMeasure MeasureByGeos(const WorldAreas& a, const WorldAreas& b, int op);
 
+/// What GEOS says of two regions of valid polygons, of which those of one region do not overlap.
+struct GeosRelation {
+  bool intersects;
+  bool touches;
+  bool covers;
+  double distance;
+  double hullArea;  // of the first one
+  double length;    // the same
+  Xy centroid;      // the same
+};
+GeosRelation RelateByGeos(const WorldAreas& a, const WorldAreas& b);
+
 /// Why areas are no valid multipolygon, or nothing.
 std::string InvalidityByGeos(const WorldAreas& areas);
 

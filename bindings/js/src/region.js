@@ -10,6 +10,8 @@ import { namesOf, polygonsOf, toGeometry } from './geojson.js';
 const FILLS = ['even-odd', 'non-zero', 'positive', 'negative'];
 const OPERATIONS = { unite: 0, intersect: 1, subtract: 2, xor: 3 };
 const DELAUNAY = 1;
+const NEIGHBOURS = 2;
+const BOUNDARY = 1;
 const TOO_COARSE = 8;
 
 const forgotten = new FinalizationRegistry((handle) => wasm.zelvan_region_release(handle));
@@ -42,9 +44,9 @@ function isCoordinateFault(status) {
   return status === NOT_FINITE || status === OUTSIDE_GRID;
 }
 
-// Sets of rings in, a handle out, by any of the functions that make regions of rings. `place`
-// is what is known of where the rings come from.
-function makeRegion(sets, grid, make, place) {
+// Sets of rings in, a pointer out, by any of the functions that take rings. `place` is what is
+// known of where the rings come from.
+function takeRings(sets, grid, make, place) {
   return withMemory((reserve) => {
     const written = sets.map((rings) => writeRings(rings, reserve));
     const gridAt = writeGrid(grid, reserve);
@@ -55,8 +57,12 @@ function makeRegion(sets, grid, make, place) {
       check(status, { ...place, ring, point });
     }
     check(status);
-    return wrap(numbersAt(result, 1)[0]);
+    return numbersAt(result, 1)[0];
   });
+}
+
+function makeRegion(sets, grid, make, place) {
+  return wrap(takeRings(sets, grid, make, place));
 }
 
 // Regions in the module's memory, as functions of several take them.
@@ -111,6 +117,23 @@ export class Region {
     return makeRegion([a, b], grid, (xyA, offsetsA, countA, xyB, offsetsB, countB, gridAt, result, fault) =>
       wasm.zelvan_rings_combine(OPERATIONS[operation], xyA, offsetsA, countA, ruleA, xyB, offsetsB, countB, ruleB,
         gridAt, result, fault));
+  }
+
+  static triangulateRings(rings, { fill = 'even-odd', grid, ...options } = {}) {
+    const rule = ruleOf(fill);
+    const wanted = (options.delaunay ? DELAUNAY : 0) | (options.neighbours ? NEIGHBOURS : 0);
+    const mesh = takeRings([rings], grid, (xy, offsets, count, gridAt, result, fault) =>
+      wasm.zelvan_rings_triangulate(xy, offsets, count, rule, gridAt, wanted, result, fault));
+    try {
+      const { vertices, triangles } = readCounts(mesh);
+      const [xy, corners, across] = numbersAt(mesh + 16, 3);
+      // Without a grid of its own, `origin: 'grid'` stands for the one that covers the rings.
+      const own = () => grid ?? Region.gridCovering(Array.from(doublesAt(xy, 2 * vertices)));
+      return meshFrom(doublesAt(xy, 2 * vertices), numbersAt(corners, 3 * triangles),
+        options.neighbours && integersAt(across, 3 * triangles), options, own);
+    } finally {
+      wasm.zelvan_mesh_release(mesh);
+    }
   }
 
   static empty() {
@@ -174,11 +197,66 @@ export class Region {
   }
 
   onGrid(grid) {
+    return this.#made((reserve, result) =>
+      wasm.zelvan_region_on_grid(this.#alive(), writeGrid(grid, reserve), result));
+  }
+
+  part(polygon) {
+    if (!Number.isInteger(polygon)) throw new ZelvanError(BAD_ARGUMENT, 'A polygon has a whole number.');
+    return this.#made((_, result) => wasm.zelvan_region_polygon(this.#alive(), polygon, result));
+  }
+
+  get hull() {
+    return this.#made((_, result) => wasm.zelvan_region_hull(this.#alive(), result));
+  }
+
+  transformed(matrix, { grid } = {}) {
+    if (matrix.length !== 6) throw new ZelvanError(BAD_ARGUMENT, 'A matrix has 6 numbers.');
+    return this.#made((reserve, result) => {
+      const numbers = reserve(48);
+      doublesAt(numbers, 6).set(matrix);
+      return wasm.zelvan_region_transform(this.#alive(), numbers, writeGrid(grid, reserve), result);
+    });
+  }
+
+  #made(make) {
     return withMemory((reserve) => {
-      const at = writeGrid(grid, reserve);
       const result = reserve(4);
-      check(wasm.zelvan_region_on_grid(this.#alive(), at, result));
+      check(make(reserve, result));
       return wrap(numbersAt(result, 1)[0]);
+    });
+  }
+
+  intersects(other) { return this.#answers(wasm.zelvan_region_intersects, other); }
+  touches(other) { return this.#answers(wasm.zelvan_region_touches, other); }
+  covers(other) { return this.#answers(wasm.zelvan_region_covers, other); }
+
+  #answers(question, other) {
+    return withMemory((reserve) => {
+      const answer = reserve(4);
+      check(question(this.#alive(), handleOf(other), answer));
+      return numbersAt(answer, 1)[0] === 1;
+    });
+  }
+
+  distance(other) {
+    return withMemory((reserve) => {
+      const at = reserve(40);
+      check(wasm.zelvan_region_distance(this.#alive(), handleOf(other), at, at + 8));
+      const [distance, ax, ay, bx, by] = doublesAt(at, 5);
+      return distance < Infinity ? { distance, places: [[ax, ay], [bx, by]] } : { distance, places: null };
+    });
+  }
+
+  nearest(points, { boundary = false } = {}) {
+    return withMemory((reserve) => {
+      const isOne = Array.isArray(points) && typeof points[0] === 'number';
+      const { xy, points: count } = writeRings([isOne ? [points] : points], reserve);
+      const [places, distances] = [reserve(16 * count), reserve(8 * count)];
+      const options = boundary ? BOUNDARY : 0;
+      check(wasm.zelvan_region_nearest(this.#alive(), options, xy, count, places, distances));
+      if (isOne) return { place: [...doublesAt(places, 2)], distance: doublesAt(distances, 1)[0] };
+      return { places: doublesAt(places, 2 * count).slice(), distances: doublesAt(distances, count).slice() };
     });
   }
 
@@ -217,6 +295,36 @@ export class Region {
     });
   }
 
+  get length() {
+    return wasm.zelvan_region_length(this.#alive());
+  }
+
+  get centroid() {
+    return withMemory((reserve) => {
+      const xy = reserve(16);
+      return wasm.zelvan_region_centroid(this.#alive(), xy) === 1 ? [...doublesAt(xy, 2)] : null;
+    });
+  }
+
+  get leastBox() {
+    return withMemory((reserve) => {
+      const corners = reserve(64);
+      check(wasm.zelvan_region_least_box(this.#alive(), corners));
+      const xy = doublesAt(corners, 8);
+      return this.isEmpty ? null : [0, 2, 4, 6].map((i) => [xy[i], xy[i + 1]]);
+    });
+  }
+
+  *[Symbol.iterator]() {
+    const { positions, ringOffsets, polygonOffsets } = this.read();
+    const ring = (i) => positions.subarray(2 * ringOffsets[i], 2 * ringOffsets[i + 1]);
+    for (let p = 0; p + 1 < polygonOffsets.length; ++p) {
+      const holes = [];
+      for (let i = polygonOffsets[p] + 1; i < polygonOffsets[p + 1]; ++i) holes.push(ring(i));
+      yield { outer: ring(polygonOffsets[p]), holes };
+    }
+  }
+
   contains(points) {
     const side = this.side(points);
     return typeof side === 'number' ? side >= 0 : Array.from(side, (one) => one >= 0);
@@ -251,23 +359,17 @@ export class Region {
     });
   }
 
-  triangulate({ delaunay = false, neighbours = false, origin = [0, 0], float64 = false } = {}) {
+  triangulate(options = {}) {
     return withMemory((reserve) => {
       const room = this.#countsInto(reserve);
       const { vertices, triangles } = readCounts(room);
       const xy = reserve(16 * vertices);
       const corners = reserve(12 * triangles);
-      const across = neighbours ? reserve(12 * triangles) : 0;
+      const across = options.neighbours ? reserve(12 * triangles) : 0;
       check(wasm.zelvan_region_read(this.#alive(), room, xy, 0, 0));
-      check(wasm.zelvan_region_triangulate(this.#alive(), delaunay ? DELAUNAY : 0, room, corners, across));
-      const from = origin === 'grid' ? [this.grid.x, this.grid.y] : origin;
-      const mesh = {
-        positions: positionsFrom(doublesAt(xy, 2 * vertices), from, float64 ? Float64Array : Float32Array),
-        indices: numbersAt(corners, 3 * triangles).slice(),
-        origin: [...from],
-      };
-      if (neighbours) mesh.neighbours = integersAt(across, 3 * triangles).slice();
-      return mesh;
+      check(wasm.zelvan_region_triangulate(this.#alive(), options.delaunay ? DELAUNAY : 0, room, corners, across));
+      return meshFrom(doublesAt(xy, 2 * vertices), numbersAt(corners, 3 * triangles),
+        options.neighbours && integersAt(across, 3 * triangles), options, () => this.grid);
     });
   }
 
@@ -307,6 +409,15 @@ export class Region {
 
 // `using` looks this up; where the language does not know it yet, nothing is lost.
 if (Symbol.dispose) Region.prototype[Symbol.dispose] = Region.prototype.free;
+
+// A mesh of its own, from views into the module's memory, which asking for the grid may move.
+function meshFrom(xy, corners, across, { origin = [0, 0], float64 = false }, grid) {
+  const [positions, indices, neighbours] = [xy.slice(), corners.slice(), across && across.slice()];
+  const { x, y } = origin === 'grid' ? grid() : { x: origin[0], y: origin[1] };
+  const mesh = { positions: positionsFrom(positions, [x, y], float64 ? Float64Array : Float32Array), indices, origin: [x, y] };
+  if (neighbours) mesh.neighbours = neighbours;
+  return mesh;
+}
 
 function positionsFrom(xy, [x, y], Positions) {
   const positions = new Positions(xy.length);

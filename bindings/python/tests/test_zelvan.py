@@ -6,7 +6,8 @@ from itertools import chain
 from pathlib import Path
 
 from zelvan import (
-    FillRule, Grid, LossWarning, Operation, Region, TooCoarseError, combine, unite, unite_rings)
+    FillRule, Grid, LossWarning, Operation, Region, TooCoarseError, combine, triangulate_rings, unite,
+    unite_rings)
 
 try:
     import numpy
@@ -63,6 +64,15 @@ class Binding(unittest.TestCase):
             region.prepare()
             self.assertEqual(region.sides(buffer(points)).tolist(), sides, seed)
             self.assertEqual([region.contains(p) for p in points], [s >= 0 for s in sides], seed)
+            self.assertEqual(unite(region.part(i) for i in range(len([*region]))), region, seed)
+            there = region.transformed([0, -1, 5, 1, 0, 8])
+            self.assertEqual(there.transformed([0, 1, -8, -1, 0, 5], Grid()), region, seed)
+            self.assertEqual(there.intersects(region), there.distance(region).distance == 0, seed)
+            self.assertTrue(region.hull.covers(region) and not region.hull.touches(region), seed)
+            near = region.nearest(points, boundary=True).distances.tolist()
+            self.assertEqual([d == 0 for d in near], [s == 0 for s in sides], seed)
+            meshes = region.triangulate(), triangulate_rings(rings, grid=Grid())
+            self.assertEqual(*[[part.tolist() for part in mesh] for mesh in meshes], seed)
 
     def test_nothing_is_lost_without_a_word(self):
         tiny, far = [(0, 0), (.2, 0), (0, .2)], [(1e38, 1e38), (0, 0)]

@@ -21,11 +21,13 @@ from ._grid import FillRule, Grid, Operation
 from ._library import TooCoarseError
 from ._overlay import CoverageFault, FaultKind, Part, check_coverage, dissolve, overlay
 from ._region import (
-    LossWarning, Mesh, Polygon, Region, combine, common_grid, unite, unite_rings)
+    Distance, LossWarning, Mesh, Nearest, Polygon, Region, combine, common_grid, triangulate_rings,
+    unite, unite_rings)
 
 __version__ = "1.0.0"  # the library's, which CMake holds it to
 
 __all__ = [
-    "Array", "CoverageFault", "FaultKind", "FillRule", "Grid", "LossWarning", "Mesh", "Operation",
-    "Part", "Points", "Polygon", "Region", "TooCoarseError", "check_coverage", "combine",
-    "common_grid", "dissolve", "overlay", "unite", "unite_rings"]
+    "Array", "CoverageFault", "Distance", "FaultKind", "FillRule", "Grid", "LossWarning", "Mesh",
+    "Nearest", "Operation", "Part", "Points", "Polygon", "Region", "TooCoarseError",
+    "check_coverage", "combine", "common_grid", "dissolve", "overlay", "triangulate_rings", "unite",
+    "unite_rings"]

@@ -38,9 +38,16 @@ class Fault(Structure):
         super().__init__(NO_PLACE, NO_PLACE)
 
 
+class CMesh(Structure):
+    """Triangles in arrays of the library."""
+
+    _fields_ = [("counts", Counts), ("xy", c_void_p), ("triangles", c_void_p),
+                ("neighbours", c_void_p)]
+
+
 # Arrays and regions are addresses: whoever calls keeps what lies there.
 _GRID, _COUNTS, _FAULT = POINTER(CGrid), POINTER(Counts), POINTER(Fault)
-_HANDLE = POINTER(c_void_p)
+_HANDLE, _MESH = POINTER(c_void_p), POINTER(CMesh)
 _PARTS = POINTER(PartCounts)
 _SIGNATURES: dict[str, tuple[Any, list[Any]]] = {
     "status_message": (c_char_p, [c_int32]),
@@ -74,6 +81,20 @@ _SIGNATURES: dict[str, tuple[Any, list[Any]]] = {
     "overlay_region": (c_int32, [c_void_p, c_uint32, _HANDLE]),
     "coverage_check": (c_int32, [c_void_p, c_uint32, c_double, c_double, _HANDLE]),
     "coverage_read": (c_int32, [c_void_p, _PARTS, c_void_p, c_void_p]),
+    "region_intersects": (c_int32, [c_void_p, c_void_p, POINTER(c_int32)]),
+    "region_touches": (c_int32, [c_void_p, c_void_p, POINTER(c_int32)]),
+    "region_covers": (c_int32, [c_void_p, c_void_p, POINTER(c_int32)]),
+    "region_distance": (c_int32, [c_void_p, c_void_p, POINTER(c_double), c_void_p]),
+    "region_nearest": (c_int32, [c_void_p, c_uint32, c_void_p, c_uint32, c_void_p, c_void_p]),
+    "region_length": (c_double, [c_void_p]),
+    "region_centroid": (c_int32, [c_void_p, c_void_p]),
+    "region_hull": (c_int32, [c_void_p, _HANDLE]),
+    "region_least_box": (c_int32, [c_void_p, c_void_p]),
+    "region_polygon": (c_int32, [c_void_p, c_uint32, _HANDLE]),
+    "region_transform": (c_int32, [c_void_p, c_void_p, _GRID, _HANDLE]),
+    "rings_triangulate": (
+        c_int32, [c_void_p, c_void_p, c_uint32, c_int32, _GRID, c_uint32, POINTER(_MESH), _FAULT]),
+    "mesh_release": (None, [_MESH]),
 }
 
 

@@ -5,7 +5,7 @@ from __future__ import annotations
 import warnings
 from array import array
 from contextlib import contextmanager
-from ctypes import byref, c_double, c_void_p
+from ctypes import POINTER, byref, c_double, c_int32, c_void_p, memmove
 from numbers import Real
 from typing import Any, Iterable, Iterator, NamedTuple, Optional, Union, overload
 
@@ -13,9 +13,9 @@ from ._arrays import (
     POINT_BYTES, Array, FlatRings, Points, address, blank, doubles, flat, flatten, shaped, split)
 from ._geojson import polygons_of, to_geometry
 from ._grid import FillRule, Grid, Operation
-from ._library import LIBRARY, TOO_COARSE, CGrid, Counts, Fault, check
+from ._library import LIBRARY, TOO_COARSE, CGrid, CMesh, Counts, Fault, check
 
-_DELAUNAY = 1
+_DELAUNAY, _NEIGHBOURS, _BOUNDARY = 1, 2, 1
 _IN_OR_ON = bytes(code < 128 for code in range(256))  # of sides as bytes: -1 is 255
 
 
@@ -41,6 +41,22 @@ class Mesh(NamedTuple):
     #: (t, 3) numbers of triangles: those across the edges from the first corner to the
     #: second, from there to the third, and from there to the first; -1 on a contour
     neighbours: Array
+
+
+class Distance(NamedTuple):
+    """How far two regions are apart: infinite, and places None, where one is empty."""
+
+    distance: float  #: 0 exactly where they have a point in common
+    first: Optional[tuple[float, float]]  #: a place of the first region
+    second: Optional[tuple[float, float]]  #: the nearest one of the second
+
+
+class Nearest(NamedTuple):
+    """The nearest places of a region for some points. No numbers, and infinity, of an empty region
+    and for points that are not finite."""
+
+    places: Array  #: (n, 2) floats
+    distances: Array  #: n floats
 
 
 class Region:
@@ -219,9 +235,7 @@ class Region:
         >>> coarse, coarse.lost
         (<zelvan.Region: 1 polygon, 3 vertices, area 40.5>, 1)
         """
-        handle = c_void_p()
-        check(LIBRARY.region_on_grid(self._handle, byref(grid._c()), byref(handle)))
-        return Region._adopt(handle.value)
+        return self._made(LIBRARY.region_on_grid, byref(grid._c()))
 
     def __eq__(self, other: object) -> bool:
         if not isinstance(other, Region):
@@ -291,6 +305,157 @@ class Region:
         xy, ends, first = self._read()
         rings = split(xy, ends)
         return [Polygon(rings[a], rings[a + 1:b]) for a, b in zip(first, first[1:])]
+
+    def __iter__(self) -> Iterator[Polygon]:
+        """Through the polygons, in their order.
+
+        >>> [len(holes) for outer, holes in Region([[(0, 0), (1, 0), (0, 1)]])]
+        [0]
+        """
+        return iter(self.polygons)
+
+    def __len__(self) -> int:
+        """The number of polygons."""
+        return int(self._counts().polygons)
+
+    def part(self, polygon: int) -> Region:
+        """One polygon, with its holes, as a region on the same grid. Negative numbers count from
+        the end; IndexError where there are not so many.
+
+        >>> two = Region([[(0, 0), (1, 0), (0, 1)], [(5, 0), (9, 0), (5, 4)]])
+        >>> len(two), two.part(0).area, two.part(-1).area
+        (2, 0.5, 8.0)
+        """
+        index = polygon + len(self) if polygon < 0 else polygon
+        if not 0 <= index < len(self):
+            raise IndexError(f"there is no polygon {polygon} of {len(self)}")
+        return self._made(LIBRARY.region_polygon, index)
+
+    def intersects(self, other: Region) -> bool:
+        """Whether both have a point in common. Regions have their boundaries, empty ones no point:
+        so in all three questions, which are decided exactly on any two grids, make no region and
+        end as soon as the answer is known. TooCoarseError where one step is more than 2**200 times
+        the other.
+
+        >>> square, beside = (Region([[(x, 0), (x + 2, 0), (x + 2, 2), (x, 2)]]) for x in (0, 2))
+        >>> square.intersects(beside), square.touches(beside), square.covers(beside)
+        (True, True, False)
+        """
+        return self._answer(LIBRARY.region_intersects, other)
+
+    def touches(self, other: Region) -> bool:
+        """Whether both have points of their boundaries in common, but no inner points."""
+        return self._answer(LIBRARY.region_touches, other)
+
+    def covers(self, other: Region) -> bool:
+        """Whether this region has every point of the other one; so it covers an empty one."""
+        return self._answer(LIBRARY.region_covers, other)
+
+    def distance(self, other: Region) -> Distance:
+        """How far another region is, and the places of both that are so near. Errors are those of
+        rounding, 2**-48 of the distance where coordinates differ by 2**53 steps at most.
+
+        >>> square, far = (Region([[(x, 0), (x + 2, 0), (x + 2, 2), (x, 2)]]) for x in (0, 5))
+        >>> square.distance(far)
+        Distance(distance=3.0, first=(2.0, 0.0), second=(5.0, 0.0))
+        """
+        _only_regions([other])
+        distance, places = c_double(), (c_double * 4)()
+        check(LIBRARY.region_distance(self._handle, other._handle, byref(distance), places))
+        if distance.value == float("inf"):
+            return Distance(distance.value, None, None)
+        return Distance(distance.value, (places[0], places[1]), (places[2], places[3]))
+
+    def nearest(self, points: Points, boundary: bool = False) -> Nearest:
+        """The nearest places of the region for some points, and their distances: inside the region
+        the points themselves, and 0.
+
+        boundary: whether the nearest places of the boundary are asked for, inside, too
+
+        >>> square = Region([[(0, 0), (4, 0), (4, 4), (0, 4)]])
+        >>> places, distances = square.nearest([(7, 8), (1, 2)])
+        >>> places.tolist(), distances.tolist()
+        ([[4.0, 4.0], [1.0, 2.0]], [5.0, 0.0])
+        >>> square.nearest([(1, 2)], boundary=True).places.tolist()
+        [[0.0, 2.0]]
+        """
+        xy = b"".join([doubles(points, "the sequence of points")])
+        count = len(xy) // POINT_BYTES
+        places, distances = blank("d", 2 * count), blank("d", count)
+        check(LIBRARY.region_nearest(self._handle, _BOUNDARY if boundary else 0, xy, count,
+                                     address(places), address(distances)))
+        return Nearest(shaped(places, 2), flat(distances, "d"))
+
+    @property
+    def length(self) -> float:
+        """The length of the boundary, holes included.
+
+        >>> Region([[(0, 0), (4, 0), (4, 3), (0, 3)]]).length
+        14.0
+        """
+        return float(LIBRARY.region_length(self._handle))
+
+    @property
+    def centroid(self) -> Optional[tuple[float, float]]:
+        """The centroid, exact but for rounding; None for an empty region.
+
+        >>> Region([[(0, 0), (6, 0), (0, 3)]]).centroid
+        (2.0, 1.0)
+        """
+        xy = (c_double * 2)()
+        return (xy[0], xy[1]) if LIBRARY.region_centroid(self._handle, xy) else None
+
+    @property
+    def hull(self) -> Region:
+        """The convex hull, exact, on the same grid.
+
+        >>> Region([[(0, 0), (4, 0), (1, 1), (0, 4)]]).hull.area
+        8.0
+        """
+        return self._made(LIBRARY.region_hull)
+
+    @property
+    def least_box(self) -> Optional[Array]:
+        """The four corners of the box of least area, in any direction, counter-clockwise; None for
+        an empty region.
+
+        >>> Region([[(0, 0), (4, 4), (3, 5), (-1, 1)]]).least_box.tolist()
+        [[-1.0, 1.0], [0.0, 0.0], [4.0, 4.0], [3.0, 5.0]]
+        """
+        corners = blank("d", 8)
+        check(LIBRARY.region_least_box(self._handle, address(corners)))
+        return shaped(corners, 2) if self else None
+
+    def transformed(self, matrix: Iterable[float], grid: Optional[Grid] = None) -> Region:
+        """The region moved, turned, scaled, sheared or mirrored.
+
+        matrix: a, b, c, d, e, f for x' = a x + b y + c and y' = d x + e y + f
+        grid: for the result; without it the region's own if that holds the result, else the one
+            that covers it
+
+        Moved by whole steps the region stays as it is: on its own grid if that holds the result,
+        else on that grid moved along. Else its points are rounded, and the region is made again.
+        Raises ValueError for what is not finite or lies outside the grid.
+
+        >>> Region([[(0, 0), (4, 0), (0, 2)]], grid=Grid()).transformed([0, -1, 0, 1, 0, 10]).bounds
+        (-2.0, 10.0, 0.0, 14.0)
+        """
+        numbers = array("d", matrix)
+        if len(numbers) != 6:
+            raise ValueError(f"a matrix has 6 numbers, not {len(numbers)}")
+        return self._made(LIBRARY.region_transform, address(numbers),
+                          byref(grid._c()) if grid else None)
+
+    def _answer(self, question: Any, other: Region) -> bool:
+        _only_regions([other])
+        answer = c_int32()
+        check(question(self._handle, other._handle, byref(answer)))
+        return answer.value != 0
+
+    def _made(self, make: Any, *arguments: Any) -> Region:
+        handle = c_void_p()
+        check(make(self._handle, *arguments, byref(handle)))
+        return Region._adopt(handle.value)
 
     @overload
     def contains(self, points: tuple[float, float]) -> bool: ...
@@ -391,9 +556,13 @@ def _grid_covering(places: list[str], polygons: list[FlatRings]) -> Grid:
         raise
 
 
-def _handles(regions: list[Region]) -> Any:
+def _only_regions(regions: list[Region]) -> None:
     if not all(isinstance(region, Region) for region in regions):
-        raise TypeError("only regions have grids and unions")
+        raise TypeError("only regions have grids, unions and questions")
+
+
+def _handles(regions: list[Region]) -> Any:
+    _only_regions(regions)
     return (c_void_p * len(regions))(*(region._handle for region in regions))
 
 
@@ -451,6 +620,36 @@ def combine(
     region = Region._adopt(handle.value)
     region._warn_of_losses()
     return region
+
+
+def triangulate_rings(
+    rings: Iterable[Points], rule: FillRule = FillRule.EVEN_ODD, grid: Optional[Grid] = None,
+    delaunay: bool = True) -> Mesh:
+    """The triangles of the region that rings bound, in one call: as Region(...).triangulate().
+
+    >>> len(triangulate_rings([[(0, 0), (4, 0), (4, 1), (0, 3)]]).triangles)
+    2
+    """
+    joined, made, fault = flatten(rings), POINTER(CMesh)(), Fault()
+    check(LIBRARY.rings_triangulate(
+        joined.xy, address(joined.offsets), joined.rings, FillRule(rule),
+        byref(grid._c()) if grid else None, (_DELAUNAY if delaunay else 0) | _NEIGHBOURS,
+        byref(made), byref(fault)), fault)
+    try:
+        mesh, counts = made.contents, made.contents.counts
+        triangles = 3 * counts.triangles
+        return Mesh(shaped(_copied("d", mesh.xy, 2 * counts.vertices), 2),
+                    shaped(_copied("I", mesh.triangles, triangles), 3),
+                    shaped(_copied("i", mesh.neighbours, triangles), 3))
+    finally:
+        LIBRARY.mesh_release(made)
+
+
+def _copied(code: str, source: Optional[int], count: int) -> array[Any]:
+    room = blank(code, count)
+    if count:
+        memmove(address(room), source, count * room.itemsize)
+    return room
 
 
 def unite(regions: Iterable[Region]) -> Region:

@@ -110,6 +110,9 @@ export class Region {
    * covers all: the same as on two regions there, but that crossings are rounded once. */
   static combine(operation: Operation, a: Rings, b: Rings,
                  options?: { fillA?: Fill; fillB?: Fill; grid?: Grid }): Region;
+  /** The triangles of the region that rings bound, in one call: as from(...).triangulate(...). */
+  static triangulateRings(rings: Rings, options: MeshOptions & { fill?: Fill; grid?: Grid; float64: true }): Mesh<Float64Array>;
+  static triangulateRings(rings: Rings, options?: MeshOptions & { fill?: Fill; grid?: Grid }): Mesh;
   static empty(): Region;
   /** The finest grid that holds some points. */
   static gridCovering(points: Ring): Grid;
@@ -127,6 +130,32 @@ export class Region {
 
   /** The region on a grid that holds it, whatever is lost there. */
   onGrid(grid: Grid): Region;
+
+  /** One polygon, with its holes, as a region on the same grid. */
+  part(polygon: number): Region;
+  /** The region moved, turned, scaled, sheared or mirrored: x' = a x + b y + c, y' = d x + e y + f.
+   * Moved by whole steps it stays as it is, on its own grid if that holds the result, else on that
+   * grid moved along. Else its points are rounded and the region is made again: on the given grid,
+   * else on its own if that holds the result, else on the one that covers it. */
+  transformed(matrix: readonly [number, number, number, number, number, number] | Float64Array,
+              options?: { grid?: Grid }): Region;
+
+  /** Whether both have a point in common. Regions have their boundaries, empty ones no point: so in
+   * all three questions, which are decided exactly on any two grids and make no region. */
+  intersects(other: Region): boolean;
+  /** Whether both have points of their boundaries in common, but no inner points. */
+  touches(other: Region): boolean;
+  /** Whether this region has every point of the other one; so it covers an empty one. */
+  covers(other: Region): boolean;
+  /** How far the other region is, 0 exactly where they have a point in common, and the places of
+   * both that are so near; Infinity and null where one is empty. */
+  distance(other: Region): { distance: number; places: [[number, number], [number, number]] | null };
+  /** The nearest place of the region for a point, and its distance: inside it the point itself and
+   * 0, unless the boundary is asked for. The same for each of several. NaN and Infinity for an
+   * empty region and for points that are not finite. */
+  nearest(point: Point, options?: { boundary?: boolean }): { place: [number, number]; distance: number };
+  nearest(points: readonly Point[] | Float64Array | Float32Array,
+          options?: { boundary?: boolean }): { places: Float64Array; distances: Float64Array };
 
   /** Whether both have the same polygons and the same grid. */
   equals(other: Region): boolean;
@@ -150,6 +179,18 @@ export class Region {
   readonly lost: number;
   /** Least x, least y, greatest x, greatest y; null for an empty region. */
   readonly bounds: [number, number, number, number] | null;
+  /** Of the boundary, holes included. */
+  readonly length: number;
+  /** Null for an empty region. */
+  readonly centroid: [number, number] | null;
+  /** The convex hull, exact, on the same grid; each time a region of its own. */
+  readonly hull: Region;
+  /** The corners of the box of least area, in any direction, counter-clockwise; null for an empty
+   * region. */
+  readonly leastBox: [number, number][] | null;
+
+  /** Through the polygons; rings are x and y in turn. */
+  [Symbol.iterator](): IterableIterator<{ outer: Float64Array; holes: Float64Array[] }>;
 
   read(): Polygons;
   triangulate(options: MeshOptions & { float64: true }): Mesh<Float64Array>;
