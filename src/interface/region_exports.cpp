@@ -6,9 +6,9 @@
 #include <limits>
 
 #include "interface/region.h"
+#include "interface/region_arguments.h"
 #include "interface/region_move.h"
 #include "interface/region_operations.h"
-#include "interface/region_refusal.h"
 #include "interface/region_rings.h"
 #include "interface/region_side.h"
 #include "interface/ring_area.h"
@@ -30,17 +30,6 @@ constexpr const char* kMessages[] = {
     "the coarser grid would lose a polygon or a hole, or more than 1/1024 of its area",
 };
 
-// Whatever is thrown inside is disposed of and becomes a status.
-template <class Work>
-zelvan_status Guarded(zelvan_fault* fault, Work work) noexcept {
-  try {
-    work();
-    return ZELVAN_OK;
-  } catch (...) {
-    return StatusOfException(fault);
-  }
-}
-
 RingInput CheckedRings(const double* xy, const std::uint32_t* offsets, std::uint32_t count) {
   if (count == 0) return {nullptr, {}};
   Require(offsets != nullptr && count < std::numeric_limits<std::uint32_t>::max());
@@ -49,12 +38,6 @@ RingInput CheckedRings(const double* xy, const std::uint32_t* offsets, std::uint
   Require(rings.Points() <= std::numeric_limits<std::int32_t>::max(), ZELVAN_TOO_LARGE);
   Require(xy != nullptr || rings.Points() == 0);
   return rings;
-}
-
-RegionGrid CheckedGrid(const zelvan_grid& grid) {
-  const auto checked = RegionGrid::From(grid);
-  Require(checked.has_value(), ZELVAN_BAD_GRID);
-  return *checked;
 }
 
 FillRule RuleOf(std::int32_t rule) {
@@ -66,14 +49,6 @@ RegionHandle FromRings(const RingInput& rings, std::int32_t rule, RingTurns turn
                        const zelvan_grid* grid) {
   return RegionOfRings(rings, RuleOf(rule), turns,
                        grid != nullptr ? CheckedGrid(*grid) : GridCovering({&rings, 1}));
-}
-
-overlay::Operation OperationOf(std::int32_t operation) {
-  constexpr overlay::Operation operations[] = {
-      overlay::Operation::kUnite, overlay::Operation::kIntersect, overlay::Operation::kSubtract,
-      overlay::Operation::kExclusiveOr};
-  Require(operation >= ZELVAN_UNITE && operation <= ZELVAN_XOR);
-  return operations[operation];
 }
 
 bool IsRoomFor(const zelvan_region* region, const zelvan_counts* room) noexcept {

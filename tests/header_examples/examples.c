@@ -1,12 +1,18 @@
 /* The examples of the C headers, as they stand there, give what their comments say. */
 #include <stdlib.h>
 #include <zelvan/region_c.h>
+#include <zelvan/regions_c.h>
 #include <zelvan/zelvan.h>
 
 int RegionsInC(void) {
 #include "region_c.h.inc"
   free(triangles);
   return !(n.polygons == 1 && n.rings == 2 && n.vertices == 8 && n.triangles == 8);
+}
+
+int ManyRegionsInC(void) {
+#include "regions_c.h.inc"
+  return !(areas[0] == 16 && areas[1] == 5);
 }
 
 /* What the examples hand their results to. */

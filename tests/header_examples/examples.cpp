@@ -3,6 +3,7 @@
 #include <zelvan/toolkit.h>
 
 extern "C" int RegionsInC();
+extern "C" int ManyRegionsInC();
 extern "C" int FlatInterface();
 
 namespace {
@@ -31,5 +32,5 @@ bool Toolkit() {
 }  // namespace
 
 int main() {
-  return RegionsInC() == 0 && FlatInterface() == 0 && RegionsInCpp() && Toolkit() ? 0 : 1;
+  return RegionsInC() == 0 && ManyRegionsInC() == 0 && FlatInterface() == 0 && RegionsInCpp() && Toolkit() ? 0 : 1;
 }

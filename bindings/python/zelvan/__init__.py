@@ -12,7 +12,7 @@
 
 Nothing but the standard library is needed; arrays are numpy's where it is there, else
 memoryviews. Regions speak with shapely and geopandas by ``__geo_interface__`` and
-``Region.from_geojson``. The shared library is the installed one, or that of the
+``Region.from_geojson``; many at once, which needs numpy, are a ``RegionArray``. The shared library is the installed one, or that of the
 environment's ``ZELVAN_LIBRARY``.
 """
 
@@ -27,3 +27,10 @@ __version__ = "1.0.0"  # the library's, which CMake holds it to
 __all__ = [
     "Array", "FillRule", "Grid", "LossWarning", "Mesh", "Operation", "Points", "Polygon", "Region",
     "TooCoarseError", "combine", "common_grid", "unite", "unite_rings"]
+
+try:
+    from ._region_array import Buffers, RegionArray
+    __all__ += ["Buffers", "RegionArray"]
+except ModuleNotFoundError as error:  # arrays of regions need numpy, the rest does not
+    if error.name != "numpy":
+        raise
