@@ -31,7 +31,7 @@ class Triangulation {
  private:
   void AddPolygon(const Feature& feature, std::size_t number, Row& row) {
     const auto start = std::chrono::steady_clock::now();
-    Item item{feature.name, feature.number, number + 1, {}, {}};
+    Item item{feature.name, feature.number, number + 1, feature.attributes, {}, {}};
     item.region = intake_.Take(feature, number, nullptr, row);
     if (!item.region.IsEmpty()) item.mesh = Triangulate(item.region, {options_.delaunay});
     row.seconds += std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
@@ -58,7 +58,7 @@ int RunTriangulate(const Options& options) {
   Triangulation triangulation(options, steps);
   Report report;
   for (const Input& input : inputs) report.rows.push_back(triangulation.Add(input));
-  WriteOutputs(options, triangulation.Items(), Show::kTriangles, steps);
+  WriteOutputs(options, triangulation.Items(), Show::kTriangles, CrsOf(inputs), steps);
   for (const Item& item : triangulation.Items()) report.grids.push_back(item.region.Grid());
   report.moved = triangulation.TakenIn().FarthestMove();
   report.with_total = true;

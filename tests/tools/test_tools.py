@@ -7,7 +7,7 @@ from shapely import wkt
 from shapely.geometry import MultiPolygon, Polygon, box, shape
 from shapely.ops import unary_union
 
-WITH_GEOS, WITHOUT_GEOS = os.environ["ZELVAN_TOOL"], os.environ["ZELVAN_TOOL_WITHOUT_GEOS"]
+WITH_GEOS, PLAIN = os.environ["ZELVAN_TOOL"], os.environ["ZELVAN_TOOL_PLAIN"]
 COUNTRIES = os.environ["ZELVAN_DATA"] + "/countries-50m.geojson"
 
 
@@ -83,7 +83,7 @@ class Tool(unittest.TestCase):
         for status, commands in cases.items():
             for arguments in commands:
                 self.run_tool(arguments, status)
-        self.run_tool("union bowtie.wkt --repair", program=WITHOUT_GEOS)
+        self.run_tool("union bowtie.wkt --repair", program=PLAIN)
         self.assertIn("4 4", pathlib.Path("good.wkt").read_text())
         self.assertFalse(os.path.exists("out.wkt"), "half a combination is none")
 
@@ -299,7 +299,7 @@ class Tool(unittest.TestCase):
         write("corner.wkt", "POLYGON ((0 40, 0 30, 10 30, 10 40, 0 40))")
         for text, lost, area, repaired in cases:
             write("p.wkt", ring(text))
-            for program in (WITH_GEOS, WITHOUT_GEOS):
+            for program in (WITH_GEOS, PLAIN):
                 for arguments, expected in (
                         ("triangulate p.wkt", area), ("union p.wkt", area),
                         ("intersect p.wkt block.wkt", area),
@@ -411,7 +411,7 @@ class Tool(unittest.TestCase):
     def test_neighbours_have_one_outline(self):
         only = COUNTRIES + " --only Bolivia,Paraguay,Uruguay,Zambia"
         self.run_tool("triangulate " + only + " -o apart.wkt")
-        for program in (WITH_GEOS, WITHOUT_GEOS):
+        for program in (WITH_GEOS, PLAIN):
             self.run_tool("union " + only + " -o region.geojson", program=program)
             polygons, holes, area = seen("region.geojson")
             self.assertEqual((polygons, holes), (3, 0))  # Bolivia and Paraguay are one
