@@ -257,6 +257,7 @@ int RunCombine(const Options& options, const Operation& operation) {
   WriteOutputs(options, items, shows ? Show::kTriangles : Show::kRegion, crs, steps);
   report.grids = {grid};
   report.moved = combination.TakenIn().FarthestMove();
+  report.explanation = combination.TakenIn().Explanation();
   Print(report, options, steps);
   return combination.TakenIn().HasLost() ? std::max(status, kSomeRefused) : status;
 }

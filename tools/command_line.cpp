@@ -4,24 +4,26 @@
 
 #include <algorithm>
 #include <exception>
-#include <functional>
 #include <map>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "commands.h"
+#include "completions.h"
 #include "more_formats.h"
 
 namespace tool {
 namespace {
 
-using Validator = std::function<std::string(const std::string&)>;
-
-Validator OneOf(std::vector<std::string> words, const char* problem) {
-  return [words = std::move(words), problem](const std::string& text) -> std::string {
+// One of some words, which completions offer.
+CLI::Validator OneOf(std::vector<std::string> words, const char* problem) {
+  std::string all;
+  for (const std::string& word : words) all += (all.empty() ? "" : " ") + word;
+  const auto check = [words = std::move(words), problem](const std::string& text) -> std::string {
     return std::find(words.begin(), words.end(), text) != words.end() ? "" : problem;
   };
+  return {check, all, ""};
 }
 
 std::string CheckStep(const std::string& text) {
@@ -134,7 +136,7 @@ std::string MoreFormats() {
 
 }  // namespace
 
-void AddCommands(CLI::App& app, Options& options, const Command*& called) {
+void AddCommands(CLI::App& app, Options& options, const Command*& called, std::string& shell) {
   for (const Command& entry : kCommands) {
     CLI::App* command = app.add_subcommand(entry.name, entry.what)->group("Commands");
     command->add_option("FILE", options.inputs, "files of polygons")
@@ -146,6 +148,11 @@ void AddCommands(CLI::App& app, Options& options, const Command*& called) {
     command->footer(std::string(entry.text) + kFooter + kReads + MoreFormats() + kStatus);
     command->callback([&called, &entry] { called = &entry; });
   }
+  app.add_subcommand("completion", "print what a shell completes")
+      ->group("")
+      ->add_option("SHELL", shell)
+      ->required()
+      ->check(OneOf(kShells, "a shell is bash, zsh or fish"));
 }
 
 }  // namespace tool

@@ -18,7 +18,8 @@ struct Command {
   const char* text;                          // the end of its help
 };
 
-// Sets up the commands; the one that is called is put into `called`.
-void AddCommands(CLI::App& app, Options& options, const Command*& called);
+// Sets up the commands; the one that is called is put into `called`, or the shell whose completions
+// are asked for into `shell`.
+void AddCommands(CLI::App& app, Options& options, const Command*& called, std::string& shell);
 
 }  // namespace tool

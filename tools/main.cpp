@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "command_line.h"
+#include "completions.h"
 #include "options.h"
 #include "output.h"
 
@@ -41,7 +42,7 @@ std::string CheckCommand(const CLI::App& app, const std::vector<std::string>& wo
   return "there is no command " + words.front() + ", but " + commands;
 }
 
-void SetUp(CLI::App& app, Options& options, const Command*& called) {
+void SetUp(CLI::App& app, Options& options, const Command*& called, std::string& shell) {
   app.set_version_flag("--version", "zelvan " ZELVAN_TOOL_VERSION, "print the version");
   app.set_help_flag("-h,--help", "print this");
   app.get_formatter()->label("SUBCOMMAND", "COMMAND");
@@ -51,7 +52,7 @@ void SetUp(CLI::App& app, Options& options, const Command*& called) {
   });
   app.allow_windows_style_options(false);  // a path may begin with a slash
   app.require_subcommand(1);
-  AddCommands(app, options, called);
+  AddCommands(app, options, called, shell);
 }
 
 int Fail(const std::string& problem) {
@@ -70,7 +71,8 @@ int Run(int argc, char** argv) {
   Options options;
   CLI::App app("Cuts polygons into triangles and combines them.", "zelvan");
   const Command* called = nullptr;
-  SetUp(app, options, called);
+  std::string shell;
+  SetUp(app, options, called, shell);
   std::vector<std::string> words = WordsOf(argc, argv);
   if (const std::string problem = CheckCommand(app, words); !problem.empty()) return Fail(problem);
   std::reverse(words.begin(), words.end());
@@ -78,6 +80,10 @@ int Run(int argc, char** argv) {
     app.parse(words);
   } catch (const CLI::ParseError& error) {
     return app.exit(error) == 0 ? kAllDone : kUnusable;
+  }
+  if (called == nullptr) {
+    std::cout << Completions(app, shell);
+    return std::cout.flush() ? kAllDone : Fail("standard output: cannot be written");
   }
   if (const std::string problem = CheckOutputs(options); !problem.empty()) return Fail(problem);
   return called->run(options);

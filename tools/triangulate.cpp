@@ -61,6 +61,7 @@ int RunTriangulate(const Options& options) {
   WriteOutputs(options, triangulation.Items(), Show::kTriangles, CrsOf(inputs), steps);
   for (const Item& item : triangulation.Items()) report.grids.push_back(item.region.Grid());
   report.moved = triangulation.TakenIn().FarthestMove();
+  report.explanation = triangulation.TakenIn().Explanation();
   report.with_total = true;
   Print(report, options, steps);
   return triangulation.TakenIn().HasLost() ? std::max(status, kSomeRefused) : status;
