@@ -54,11 +54,12 @@ int RunTriangulate(const Options& options) {
   int status = kAllDone;
   Steps steps;
   const std::vector<Input> inputs = ReadInputs(options, steps, status);
+  const std::string crs = CrsOf(inputs);
   steps.Begin("triangulating", "", CountPoints(inputs));
   Triangulation triangulation(options, steps);
   Report report;
   for (const Input& input : inputs) report.rows.push_back(triangulation.Add(input));
-  WriteOutputs(options, triangulation.Items(), Show::kTriangles, CrsOf(inputs), steps);
+  WriteOutputs(options, triangulation.Items(), Show::kTriangles, crs, steps);
   for (const Item& item : triangulation.Items()) report.grids.push_back(item.region.Grid());
   report.moved = triangulation.TakenIn().FarthestMove();
   report.explanation = triangulation.TakenIn().Explanation();

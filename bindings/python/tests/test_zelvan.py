@@ -20,6 +20,8 @@ ROOT = Path(__file__).resolve().parents[3]
 def load_tests(loader, tests, pattern):
     for name in [name for name in sys.modules if name.partition(".")[0] == "zelvan"]:
         tests.addTests(doctest.DocTestSuite(name))
+    if numpy:
+        tests.addTests(doctest.DocFileSuite(str(ROOT / "docs/ANALYSIS.md"), module_relative=False))
     return tests
 
 
