@@ -3,20 +3,20 @@
 
 from __future__ import annotations
 
-from typing import Any, Iterable, Optional, Sequence
+from importlib import import_module
+from typing import Any, Iterable, Optional
 
 
 def _shapely() -> Any:
     try:
-        import shapely
-        import shapely.wkb
-        import shapely.wkt
+        for part in ("shapely.wkb", "shapely.wkt"):
+            import_module(part)
+        return import_module("shapely")
     except ImportError as error:
         raise ImportError("this needs shapely, which is not installed") from error
-    return shapely
 
 
-def to_wkb(geometries: Any) -> Iterable[Any]:
+def to_wkb(geometries: Any) -> Any:
     """A record for each; None for None."""
     shapely = _shapely()
     if hasattr(shapely, "to_wkb"):
@@ -24,7 +24,7 @@ def to_wkb(geometries: Any) -> Iterable[Any]:
     return [None if one is None else one.wkb for one in geometries]
 
 
-def from_wkb(records: list[bytes]) -> Sequence[Any]:
+def from_wkb(records: list[bytes]) -> Any:
     shapely = _shapely()
     if hasattr(shapely, "from_wkb"):
         return shapely.from_wkb(records)
