@@ -47,6 +47,22 @@ if(TARGET zelvan_tool)
     zelvan_gzip(${PROJECT_SOURCE_DIR}/docs/man/zelvan.1 ${PROJECT_BINARY_DIR}/zelvan.1.gz)
     install(FILES ${PROJECT_BINARY_DIR}/zelvan.1.gz
       DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tools)
+    if(NOT CMAKE_CROSSCOMPILING)
+      # The program itself knows what it takes.
+      set(data ${CMAKE_INSTALL_DATAROOTDIR})
+      set(completions bash zsh fish)
+      set(folders bash-completion/completions zsh/vendor-completions fish/vendor_completions.d)
+      set(names zelvan _zelvan zelvan.fish)
+      foreach(shell folder name IN ZIP_LISTS completions folders names)
+        set(script ${PROJECT_BINARY_DIR}/completions/${name})
+        add_custom_command(OUTPUT ${script}
+          COMMAND ${CMAKE_COMMAND} -E make_directory ${PROJECT_BINARY_DIR}/completions
+          COMMAND zelvan_tool completion ${shell} > ${script} DEPENDS zelvan_tool VERBATIM)
+        list(APPEND scripts ${script})
+        install(FILES ${script} DESTINATION ${data}/${folder} COMPONENT tools)
+      endforeach()
+      add_custom_target(zelvan_completions ALL DEPENDS ${scripts})
+    endif()
     # The system's own folder is searched anyway; elsewhere the program looks beside itself.
     if(NOT CMAKE_INSTALL_PREFIX STREQUAL "/usr")
       file(RELATIVE_PATH to_library

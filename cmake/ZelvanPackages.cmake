@@ -71,8 +71,9 @@ zelvan_debian(dev libzelvan-dev libdevel
   "find them.")
 zelvan_debian(tools zelvan-tools science
   "polygon triangulation and Booleans - command line"
-  "The program zelvan reads polygons from GeoJSON and WKT, cuts them into"
-  "triangles, unites or subtracts them, and writes SVG, OBJ, GeoJSON and WKT.")
+  "The program zelvan reads polygons from GeoJSON, WKT, GeoPackage, Shapefile,"
+  "FlatGeobuf, TopoJSON and DXF, cuts them into triangles, unites or subtracts"
+  "them, and writes the same, SVG and OBJ.")
 zelvan_debian(python python3-zelvan python
   "polygon triangulation and Booleans - Python 3"
   "The package zelvan: regions as values, united, intersected, subtracted and cut"

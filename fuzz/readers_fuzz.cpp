@@ -14,7 +14,7 @@ tool::Input Read(const std::string& text) {
   static std::stringbuf buffer;
   buffer.str(text);
   std::cin.rdbuf(&buffer);
-  return tool::ReadInput("-", [](std::size_t) {});
+  return tool::ReadInput("-", 0, [](std::size_t) {});
 }
 
 std::vector<tool::Item> ItemsOf(const tool::Input& input) {
@@ -24,7 +24,8 @@ std::vector<tool::Item> ItemsOf(const tool::Input& input) {
       const tool::Polygon& polygon = feature.polygons[i];
       if (!tool::IsFinite(polygon)) continue;
       const tool::Region region(tool::RingsOf(polygon));  // never refused
-      if (!region.IsEmpty()) items.push_back({feature.name, feature.number, i + 1, region, {}});
+      if (!region.IsEmpty())
+        items.push_back({feature.name, feature.number, i + 1, feature.attributes, region, {}});
     }
   }
   return items;
@@ -38,7 +39,12 @@ std::string FaultsOf(const std::vector<tool::Item>& items, bool named, Write wri
   if (again.features.size() != items.size() || !again.refusals.empty()) return "a feature is lost";
   for (std::size_t i = 0; i < items.size(); ++i) {
     if (again.features[i].polygons != items[i].region.Polygons()) return "a point is not the same";
-    if (named && again.features[i].name != items[i].name) return "a name is not the same";
+    if (!named) continue;
+    const tool::Attributes& given = items[i].attributes;
+    if (again.features[i].attributes.id != given.id) return "an id is not the same";
+    if (!given.properties.empty() && again.features[i].attributes.properties != given.properties) {
+      return "a property is not the same";
+    }
   }
   return "";
 }

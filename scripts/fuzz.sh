@@ -47,7 +47,7 @@ cover() {
   LLVM_PROFILE_FILE="$profile.raw" "$program" "fuzz/corpus/$1"
   llvm-profdata merge -o "$profile.data" "$profile.raw"
   [[ "$1" != toolkit ]] || sources=(src/math)
-  [[ "$1" != readers ]] || sources=(tools/{input,read_wkt,geometry,write_rings}.cpp)
+  [[ "$1" != readers ]] || sources=(tools/{input,read_geojson,read_wkt,geometry,write_rings}.cpp)
   llvm-cov report "$program" -instr-profile="$profile.data" "${sources[@]}" |
     awk -v of="${sources[*]}" '/^TOTAL/ { print $8 - $9 " of " $8 " lines of " of ": " $10 }'
 }

@@ -6,7 +6,7 @@ set -euo pipefail
 
 packages=(
   cmake ninja-build g++ pkg-config # build
-  libgeos-dev libcli11-dev nlohmann-json3-dev # host program
+  libgeos-dev libgdal-dev libcli11-dev nlohmann-json3-dev # host program
   libgtest-dev libeigen3-dev libboost-dev # tests
   libbenchmark-dev                 # benchmarks
   doxygen python3                  # API pages, Python package and examples

@@ -11,14 +11,28 @@ namespace {
 
 using Names = std::set<std::string, std::less<>>;
 
-Names NamesOf(const std::vector<Input>& inputs) {
-  Names names;
+// What a feature is chosen by: its name, or its value of a field.
+std::string KeyOf(const Feature& feature, std::string_view field) {
+  if (field.empty()) return feature.name;
+  const Property* property = FindProperty(feature.attributes, field);
+  return property != nullptr ? PlainText(property->value) : "";
+}
+
+Names KeysOf(const std::vector<Input>& inputs, std::string_view field) {
+  Names keys;
   for (const Input& input : inputs) {
-    for (const Feature& feature : input.features) {
-      if (!feature.name.empty()) names.insert(feature.name);
-    }
+    for (const Feature& feature : input.features) keys.insert(KeyOf(feature, field));
   }
-  return names;
+  keys.erase("");
+  return keys;
+}
+
+bool HasField(const std::vector<Input>& inputs, std::string_view field) {
+  return std::any_of(inputs.begin(), inputs.end(), [&](const Input& input) {
+    return std::any_of(input.features.begin(), input.features.end(), [&](const Feature& feature) {
+      return FindProperty(feature.attributes, field) != nullptr;
+    });
+  });
 }
 
 std::string_view Trimmed(std::string_view text) {
@@ -52,26 +66,45 @@ std::string TakeName(std::string_view& list, const Names& names, std::ptrdiff_t 
   return name;
 }
 
+struct Choice {
+  std::string_view field;  // empty for the name
+  Names keys;
+};
+
+// What one list chooses; what no feature has is added to `unknown`.
+Choice ChoiceOf(std::string_view list, const std::vector<Input>& inputs,
+                std::vector<std::string>& unknown) {
+  Choice choice;
+  const std::size_t equals = list.find('=');
+  if (equals != std::string_view::npos && HasField(inputs, Trimmed(list.substr(0, equals)))) {
+    choice.field = Trimmed(list.substr(0, equals));
+    list.remove_prefix(equals + 1);
+  }
+  const Names known = KeysOf(inputs, choice.field);
+  const std::ptrdiff_t most_commas = MostCommas(known);
+  while (!list.empty()) {
+    std::string key = TakeName(list, known, most_commas);
+    if (known.count(key) != 0) {
+      choice.keys.insert(std::move(key));
+    } else {
+      const std::string has = "no feature has the " + std::string(choice.field) + ' ';
+      unknown.push_back((choice.field.empty() ? "no feature is called " : has) + key);
+    }
+  }
+  return choice;
+}
+
 }  // namespace
 
 std::vector<std::string> Choose(const std::vector<std::string>& lists, std::vector<Input>& inputs) {
-  const Names names = NamesOf(inputs);
-  const std::ptrdiff_t most_commas = MostCommas(names);
-  Names chosen;
   std::vector<std::string> unknown;
-  for (std::string_view list : lists) {
-    while (!list.empty()) {
-      std::string name = TakeName(list, names, most_commas);
-      if (names.count(name) != 0) {
-        chosen.insert(std::move(name));
-      } else {
-        unknown.push_back(std::move(name));
-      }
-    }
-  }
+  std::vector<Choice> choices;
+  for (const std::string& list : lists) choices.push_back(ChoiceOf(list, inputs, unknown));
   for (Input& input : inputs) {
     const auto is_left_out = [&](const Feature& feature) {
-      return chosen.count(feature.name) == 0;
+      return std::none_of(choices.begin(), choices.end(), [&](const Choice& choice) {
+        return choice.keys.count(KeyOf(feature, choice.field)) != 0;
+      });
     };
     std::erase_if(input.refusals, [&](const Refusal& refusal) {
       return refusal.feature != 0 && is_left_out(input.features[refusal.feature - 1]);

@@ -7,6 +7,7 @@
 #include <iostream>
 
 #include "choose.h"
+#include "more_formats.h"
 #include "report.h"
 
 namespace tool {
@@ -37,9 +38,10 @@ std::vector<Input> ReadInputs(const Options& options, Steps& steps, int& status)
   std::vector<Input> inputs;
   for (const std::string& file : options.inputs) {
     const std::string name = file == kStandard ? "standard input" : file;
-    steps.Begin("reading", name, SizeOf(file));
+    const std::size_t size = SizeOf(file);
+    steps.Begin("reading", name, size);
     try {
-      inputs.push_back(ReadInput(file, [&](std::size_t bytes) { steps.Advance(bytes); }));
+      inputs.push_back(ReadInput(file, size, [&](std::size_t bytes) { steps.Advance(bytes); }));
     } catch (const UnreadableFile& error) {
       steps.Clear();
       std::cerr << name << ": " << error.what() << '\n';
@@ -48,8 +50,8 @@ std::vector<Input> ReadInputs(const Options& options, Steps& steps, int& status)
   }
   steps.Clear();
   if (!options.only.empty()) {
-    for (const std::string& name : Choose(options.only, inputs)) {
-      std::cerr << "no feature is called " << name << '\n';
+    for (const std::string& unknown : Choose(options.only, inputs)) {
+      std::cerr << unknown << '\n';
       status = std::max(status, kSomeRefused);
     }
   }
@@ -71,10 +73,23 @@ std::size_t CountPoints(const std::vector<Input>& inputs) {
   return count;
 }
 
-void WriteOutputs(const Options& options, const std::vector<Item>& items, Show show, Steps& steps) {
+std::string CrsOf(const std::vector<Input>& inputs) {
+  const Input* first = nullptr;
+  for (const Input& input : inputs) {
+    if (input.crs.empty()) continue;
+    if (first == nullptr) first = &input;
+    if (IsSameCrs(first->crs, input.crs)) continue;
+    throw std::runtime_error(input.file + " is in " + CrsName(input.crs) + ", and " + first->file +
+                             " in " + CrsName(first->crs) + ": bring them to one system first");
+  }
+  return first != nullptr ? first->crs : "";
+}
+
+void WriteOutputs(const Options& options, const std::vector<Item>& items, Show show,
+                  const std::string& crs, Steps& steps) {
   for (const std::string& output : options.outputs) {
     steps.Begin("writing", output);
-    WriteOutput(options, output, items, show);
+    WriteOutput(options, output, items, show, crs);
   }
 }
 

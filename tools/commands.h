@@ -14,8 +14,11 @@ namespace tool {
 // Triangulates every polygon of the inputs, each for itself.
 int RunTriangulate(const Options& options);
 
-// Combines the polygons of the inputs into one region.
-int RunCombine(const Options& options);
+// These combine the polygons of the inputs, on one grid.
+int RunUnion(const Options& options);
+int RunSubtract(const Options& options);
+int RunIntersect(const Options& options);
+int RunXor(const Options& options);
 
 // Reads every input that can be read, keeps the features that the options name, and says what
 // cannot be used and what is passed over; raises `status` to what that means. One element for
@@ -34,6 +37,11 @@ void ForEachPolygon(const Input& input, Visit visit) {
 
 std::size_t CountPoints(const std::vector<Input>& inputs);
 
-void WriteOutputs(const Options& options, const std::vector<Item>& items, Show show, Steps& steps);
+// The coordinate reference system that the inputs name; empty where none does. Throws
+// std::runtime_error where two differ.
+std::string CrsOf(const std::vector<Input>& inputs);
+
+void WriteOutputs(const Options& options, const std::vector<Item>& items, Show show,
+                  const std::string& crs, Steps& steps);
 
 }  // namespace tool

@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "attributes.h"
+
 namespace tool {
 
 using zelvan::Point;
@@ -21,6 +23,7 @@ struct Feature {
   std::size_t number = 0;         // within its file, from 1
   std::string name;               // may be empty
   std::vector<Polygon> polygons;  // one without points was refused when it was read
+  Attributes attributes;
 
   std::string Label() const;  // "feature 12 (Sudan)"
 };

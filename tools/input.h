@@ -31,6 +31,7 @@ struct Input {
   std::vector<Feature> features;  // all of them, those without polygons, too
   std::vector<Refusal> refusals;
   std::set<std::string> passed_over;  // what means nothing here, "SRID=4326"
+  std::string crs;                    // coordinate reference system; empty where none is named
 };
 
 struct UnreadableFile : std::runtime_error {
@@ -41,8 +42,9 @@ struct UnreadableFile : std::runtime_error {
 using Advance = std::function<void(std::size_t bytes)>;
 
 // Reads one file, .geojson or .json as GeoJSON, .wkt as any number of WKT geometries; what has
-// no extension, or is standard input, as either. Throws UnreadableFile.
-Input ReadInput(const std::string& file, const Advance& advance);
+// no extension, or is standard input, as either; what more_formats.h reads besides. The size in
+// bytes is 0 where it is not known. Throws UnreadableFile.
+Input ReadInput(const std::string& file, std::size_t size, const Advance& advance);
 
 // The place of a polygon, counted from 0, for messages.
 std::string PlaceOf(const Feature& feature, std::size_t polygon);

@@ -33,10 +33,20 @@ Region Intake::Take(const Feature& feature, std::size_t polygon, const zelvan::G
     taken.area = AreaAsWritten(given);
   }
   if (!std::isnan(taken.area)) row.area_in += taken.area;
-  moved_ = std::max(moved_, taken.moved);
+  if (taken.farthest.distance > farthest_.distance) {
+    farthest_ = taken.farthest;
+    farthest_at_ = feature.file + ": " + PlaceOf(feature, polygon);
+  }
   mended_ += taken.mended && taken.failure.empty() ? 1 : 0;
   NameLosses(feature, polygon, taken);
   return std::move(taken.region);
+}
+
+std::string Intake::Explanation() const {
+  if (farthest_.distance == 0) return "no vertex moved: all were on the grid\n";
+  const auto place = [](const Point& p) { return '(' + Shortest(p.x) + ' ' + Shortest(p.y) + ')'; };
+  return "the farthest move, " + farthest_at_ + ": from " + place(farthest_.from) + " to " +
+         place(farthest_.to) + '\n';
 }
 
 void Intake::NameLosses(const Feature& feature, std::size_t polygon, const Taken& taken) {

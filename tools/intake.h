@@ -26,7 +26,8 @@ class Intake {
   void Finish(const std::string& file);
 
   bool HasLost() const { return has_lost_; }
-  double FarthestMove() const { return moved_; }
+  double FarthestMove() const { return farthest_.distance; }
+  std::string Explanation() const;  // which vertex that was; a line
 
  private:
   // What steps did to the rings of an input.
@@ -46,7 +47,8 @@ class Intake {
   Judge judge_;
   Changes changes_;
   std::size_t mended_ = 0;  // of this input
-  double moved_ = 0;        // of all
+  Move farthest_;           // of all
+  std::string farthest_at_;
   bool has_lost_ = false;
 };
 

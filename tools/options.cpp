@@ -5,6 +5,8 @@
 #include <cctype>
 #include <filesystem>
 
+#include "more_formats.h"
+
 namespace tool {
 
 std::string Extension(const std::string& path) {
@@ -19,7 +21,8 @@ std::string FormatOf(const Options& options, const std::string& output) {
   constexpr std::array known{".svg", ".obj", ".geojson", ".json", ".wkt"};
   if (output != kStandard) {
     std::string extension = Extension(output);
-    if (std::find(known.begin(), known.end(), extension) != known.end()) return extension;
+    const bool is_known = std::find(known.begin(), known.end(), extension) != known.end();
+    if (is_known || WritesMore(extension)) return extension;
   }
   if (!options.format.empty()) return "." + options.format;
   return output == kStandard ? ".geojson" : "";

@@ -8,19 +8,19 @@
 
 namespace tool {
 
-enum class Command { kTriangulate, kUnion, kSubtract, kIntersect, kXor };
-
 struct Options {
-  Command command = Command::kTriangulate;
   std::vector<std::string> inputs;   // "-" is standard input
   std::vector<std::string> outputs;  // "-" is standard output
   std::string format;                // of outputs whose extension does not say it; may be empty
-  std::vector<std::string> only;     // lists of names of features; empty means all
+  std::vector<std::string> only;     // lists of names of features, or of values of a field
+  std::string by;                    // of a union: the field whose values are united apart
   double step = 0;                   // of the grid; 0 for the finest
   bool repair = false;
   zelvan::FillRule fill = zelvan::FillRule::EvenOdd;
   bool triangles = false;  // of a combination: its triangles, too
   bool delaunay = false;
+  bool each = false;     // of a combination: each feature of the first file for itself
+  bool explain = false;  // what the grid did
 };
 
 // Exit statuses of every command.

@@ -11,13 +11,15 @@
 #include <iostream>
 #include <stdexcept>
 
+#include "more_formats.h"
+
 namespace tool {
 namespace {
 
 constexpr double kFewestWithExponent = 1e21;
 
 void Write(std::ostream& out, const std::string& extension, const std::vector<Item>& items,
-           Show show) {
+           Show show, const std::string& crs) {
   if (extension == ".svg") {
     WriteSvg(out, items, show);
   } else if (extension == ".obj") {
@@ -25,7 +27,7 @@ void Write(std::ostream& out, const std::string& extension, const std::vector<It
   } else if (extension == ".wkt") {
     WriteWkt(out, items, show);
   } else {
-    WriteGeoJson(out, items, show);
+    WriteGeoJson(out, items, show, crs);
   }
 }
 
@@ -34,9 +36,8 @@ void Write(std::ostream& out, const std::string& extension, const std::vector<It
 std::string CheckOutputs(const Options& options) {
   for (const std::string& output : options.outputs) {
     if (FormatOf(options, output).empty()) {
-      return output +
-             ": unknown extension: .svg, .obj, .geojson and .wkt are written, and what --format "
-             "says";
+      return output + ": unknown extension: .svg, .obj, .geojson, .wkt" + MoreWritten() +
+             " are written, and what --format says";
     }
     if (output == kStandard) continue;
     for (const std::string& input : options.inputs) {
@@ -50,15 +51,16 @@ std::string CheckOutputs(const Options& options) {
 }
 
 void WriteOutput(const Options& options, const std::string& output, const std::vector<Item>& items,
-                 Show show) {
+                 Show show, const std::string& crs) {
   const std::string format = FormatOf(options, output);
+  if (output != kStandard && WritesMore(format)) return WriteMore(output, items, show, crs);
   if (output == kStandard) {
-    Write(std::cout, format, items, show);
+    Write(std::cout, format, items, show, crs);
     if (!std::cout.flush()) throw std::runtime_error("standard output: cannot be written");
     return;
   }
   std::ofstream out(output, std::ios::binary);
-  Write(out, format, items, show);
+  Write(out, format, items, show, crs);
   if (!out.flush()) throw std::runtime_error(output + ": cannot be written");
 }
 
@@ -85,6 +87,15 @@ std::string Rounded(double value) {
   std::array<char, 32> text{};
   std::snprintf(text.data(), text.size(), "%.9g", value);
   return Shortest(std::strtod(text.data(), nullptr));
+}
+
+std::vector<Polygon> PolygonsOf(const Item& item, Show show) {
+  if (show == Show::kRegion) return item.region.Polygons();
+  std::vector<Polygon> triangles;
+  for (std::size_t i = 0; i < item.mesh.triangles.size(); ++i) {
+    triangles.push_back({Corners(item.mesh, i), {}});
+  }
+  return triangles;
 }
 
 Ring Corners(const zelvan::Mesh& mesh, std::size_t triangle) {

@@ -70,6 +70,23 @@ void PrintGrids(std::ostream& out, const std::vector<zelvan::Grid>& grids, doubl
   out << " in the units of the input; the farthest vertex moved by " << Rounded(moved) << '\n';
 }
 
+// What a step is, and what becomes of what is smaller.
+void ExplainGrid(std::ostream& out, const std::vector<zelvan::Grid>& grids,
+                 const Options& options) {
+  if (grids.empty()) return;
+  const auto widest = std::max_element(
+      grids.begin(), grids.end(),
+      [](const zelvan::Grid& a, const zelvan::Grid& b) { return a.Step() < b.Step(); });
+  const double step = widest->Step();
+  out << (grids.size() > 1 ? "the coarsest of " + std::to_string(grids.size()) + " grids"
+                           : "the grid")
+      << (options.step == 0 ? ", the finest that holds its points" : ", as --grid says")
+      << ": 2^31 points along each axis, 2^" << std::ilogb(step) << " apart, from ("
+      << Shortest(widest->Origin().x) << ' ' << Shortest(widest->Origin().y)
+      << ") on; a vertex goes to the nearest, " << Shortest(step / 2)
+      << " at most along each axis\n";
+}
+
 }  // namespace
 
 Row& Row::operator+=(const Row& other) {
@@ -86,6 +103,10 @@ void Print(const Report& report, const Options& options, Steps& steps) {
   std::ostream& out = ReportStream(options);
   steps.Clear();
   PrintGrids(out, report.grids, report.moved);
+  if (options.explain) {
+    ExplainGrid(out, report.grids, options);
+    out << report.explanation;
+  }
   PrintTable(out, report.rows, report.with_total);
   steps.PrintTimes(out);
   if (!out.flush()) throw std::runtime_error("standard output: cannot be written");

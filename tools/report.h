@@ -32,6 +32,7 @@ struct Row {
 struct Report {
   std::vector<zelvan::Grid> grids;
   double moved = 0;
+  std::string explanation;  // what --explain says besides; lines
   std::vector<Row> rows;
   bool with_total = false;
 };

@@ -78,13 +78,14 @@ bool Vanishes(const Ring& snapped, const Grid& grid) {
          Region({snapped}, FillRule::EvenOdd, grid).IsEmpty();
 }
 
-double FarthestMove(const std::vector<Ring>& given, const std::vector<Ring>& snapped) {
-  double farthest = 0;
+Move FarthestMove(const std::vector<Ring>& given, const std::vector<Ring>& snapped) {
+  Move farthest;
   for (std::size_t i = 0; i < given.size(); ++i) {
     for (std::size_t k = 0; k < given[i].size(); ++k) {
       const Point& from = given[i][k];
       const Point& to = snapped[i][k];
-      farthest = std::max(farthest, std::hypot(to.x - from.x, to.y - from.y));
+      const double distance = std::hypot(to.x - from.x, to.y - from.y);
+      if (distance > farthest.distance) farthest = {distance, from, to};
     }
   }
   return farthest;
@@ -149,7 +150,7 @@ Taken TakeUp(const Polygon& polygon, const Grid& grid, const Options& options, J
     return taken;
   }
   taken.changes = ChangesOf(given, snapped, taken, region.Area());
-  taken.moved = FarthestMove(given, snapped);
+  taken.farthest = FarthestMove(given, snapped);
   return taken;
 }
 

@@ -19,13 +19,20 @@ struct AreaChange {
   double after = 0;
 };
 
+// How far a vertex went to the grid.
+struct Move {
+  double distance = 0;
+  Point from{};
+  Point to{};
+};
+
 struct Taken {
   Region region;                      // empty when there is a failure
   std::string failure;                // why nothing came of the polygon
   double area;                        // by AreaAsWritten; NaN where a point is not finite
   std::vector<std::size_t> vanished;  // holes without area on the grid, left out; ascending
   std::vector<AreaChange> changes;    // by more than kNotable of the area
-  double moved = 0;                   // how far the farthest vertex went to the grid
+  Move farthest;                      // of its vertices
   bool mended = false;
 };
 

@@ -31,7 +31,7 @@ class Triangulation {
  private:
   void AddPolygon(const Feature& feature, std::size_t number, Row& row) {
     const auto start = std::chrono::steady_clock::now();
-    Item item{feature.name, feature.number, number + 1, {}, {}};
+    Item item{feature.name, feature.number, number + 1, feature.attributes, {}, {}};
     item.region = intake_.Take(feature, number, nullptr, row);
     if (!item.region.IsEmpty()) item.mesh = Triangulate(item.region, {options_.delaunay});
     row.seconds += std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
@@ -54,13 +54,15 @@ int RunTriangulate(const Options& options) {
   int status = kAllDone;
   Steps steps;
   const std::vector<Input> inputs = ReadInputs(options, steps, status);
+  const std::string crs = CrsOf(inputs);
   steps.Begin("triangulating", "", CountPoints(inputs));
   Triangulation triangulation(options, steps);
   Report report;
   for (const Input& input : inputs) report.rows.push_back(triangulation.Add(input));
-  WriteOutputs(options, triangulation.Items(), Show::kTriangles, steps);
+  WriteOutputs(options, triangulation.Items(), Show::kTriangles, crs, steps);
   for (const Item& item : triangulation.Items()) report.grids.push_back(item.region.Grid());
   report.moved = triangulation.TakenIn().FarthestMove();
+  report.explanation = triangulation.TakenIn().Explanation();
   report.with_total = true;
   Print(report, options, steps);
   return triangulation.TakenIn().HasLost() ? std::max(status, kSomeRefused) : status;

@@ -1,9 +1,9 @@
 // The two formats that write polygons as rings of coordinates. An item becomes
 // one multipolygon, of its triangles or of its region; rings close with their
 // first point, outer ones counter-clockwise and holes clockwise.
-#include <nlohmann/json.hpp>
 #include <ostream>
 
+#include "more_formats.h"
 #include "output.h"
 
 namespace tool {
@@ -46,31 +46,48 @@ void WritePolygons(std::ostream& out, const std::vector<Polygon>& polygons, cons
   out << style.close;
 }
 
-std::vector<Polygon> PolygonsOf(const Item& item, Show show) {
-  if (show == Show::kRegion) return item.region.Polygons();
-  std::vector<Polygon> triangles;
-  for (std::size_t i = 0; i < item.mesh.triangles.size(); ++i) {
-    triangles.push_back({Corners(item.mesh, i), {}});
-  }
-  return triangles;
+// The name of a system as GeoJSON had it before 2016; none for the one that it always has now.
+std::string GeoJsonCrs(const std::string& crs) {
+  if (crs.empty() || crs.rfind("urn:", 0) == 0) return crs;
+  const std::string name = CrsName(crs);
+  const std::size_t colon = name.find(':');
+  if (name == "EPSG:4326" || colon == std::string::npos) return "";
+  return "urn:ogc:def:crs:" + name.substr(0, colon) + "::" + name.substr(colon + 1);
 }
 
-std::string Quoted(const std::string& text) {
-  return nlohmann::json(text).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
+// The properties of the item's features; of a result that has none its name.
+void WriteProperties(std::ostream& out, const Item& item) {
+  if (item.attributes.properties.empty()) {
+    out << R"({"name":)" << (item.name.empty() ? "null" : Quoted(item.name)) << '}';
+    return;
+  }
+  const char* separator = "{";
+  for (const Property& property : item.attributes.properties) {
+    out << separator << Quoted(property.name) << ':' << property.value;
+    separator = ",";
+  }
+  out << '}';
 }
 
 }  // namespace
 
-void WriteGeoJson(std::ostream& out, const std::vector<Item>& items, Show show) {
-  out << R"({"type":"FeatureCollection","features":[)";
+void WriteGeoJson(std::ostream& out, const std::vector<Item>& items, Show show,
+                  const std::string& crs) {
+  out << R"({"type":"FeatureCollection",)";
+  if (const std::string name = GeoJsonCrs(crs); !name.empty()) {
+    out << R"("crs":{"type":"name","properties":{"name":)" << Quoted(name) << "}},";
+  }
+  out << R"("features":[)";
   const char* separator = "\n";
   for (const Item& item : items) {
-    out << separator << R"({"type":"Feature","properties":{"name":)"
-        << (item.name.empty() ? "null" : Quoted(item.name));
+    out << separator << R"({"type":"Feature",)";
+    if (!item.attributes.id.empty()) out << R"("id":)" << item.attributes.id << ',';
     if (item.feature != 0) {
-      out << R"(,"feature":)" << item.feature << R"(,"polygon":)" << item.polygon;
+      out << R"("feature":)" << item.feature << R"(,"polygon":)" << item.polygon << ',';
     }
-    out << R"(},"geometry":{"type":"MultiPolygon","coordinates":)";
+    out << R"("properties":)";
+    WriteProperties(out, item);
+    out << R"(,"geometry":{"type":"MultiPolygon","coordinates":)";
     WritePolygons(out, PolygonsOf(item, show), kGeoJson);
     out << "}}";
     separator = ",\n";

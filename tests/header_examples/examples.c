@@ -2,6 +2,7 @@
 #include <stdlib.h>
 #include <zelvan/overlay_c.h>
 #include <zelvan/region_c.h>
+#include <zelvan/regions_c.h>
 #include <zelvan/zelvan.h>
 
 int RegionsInC(void) {
@@ -13,6 +14,11 @@ int RegionsInC(void) {
 int OverlaysInC(void) {
 #include "overlay_c.h.inc"
   return !(n.parts == 3 && n.inputs == 4);
+}
+
+int ManyRegionsInC(void) {
+#include "regions_c.h.inc"
+  return !(areas[0] == 16 && areas[1] == 5);
 }
 
 /* What the examples hand their results to. */

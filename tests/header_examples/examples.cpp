@@ -5,6 +5,7 @@
 
 extern "C" int RegionsInC();
 extern "C" int OverlaysInC();
+extern "C" int ManyRegionsInC();
 extern "C" int FlatInterface();
 
 namespace {
@@ -38,6 +39,6 @@ bool Toolkit() {
 }  // namespace
 
 int main() {
-  const bool inC = RegionsInC() == 0 && OverlaysInC() == 0 && FlatInterface() == 0;
-  return inC && RegionsInCpp() && Overlays() && Toolkit() ? 0 : 1;
+  const bool inC = RegionsInC() == 0 && OverlaysInC() == 0 && ManyRegionsInC() == 0;
+  return inC && FlatInterface() == 0 && RegionsInCpp() && Overlays() && Toolkit() ? 0 : 1;
 }

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <zelvan/overlay.h>
 #include <zelvan/region.h>
+#include <zelvan/regions_c.h>
 
 #include <algorithm>
 #include <cmath>
@@ -553,6 +554,88 @@ TEST(RegionGuarantee, FailureChangesNothing) {
     return true;
   };
   EXPECT_GT(support::FailEachInTurn(ask, [](bool) {}), 20u);
+}
+
+using Handles = std::vector<const zelvan_region*>;
+
+struct Records {
+  std::vector<std::uint64_t> offsets;
+  std::vector<std::uint8_t> bytes;
+};
+
+Records RecordsOf(const Handles& regions) {
+  const auto count = static_cast<std::uint32_t>(regions.size());
+  Records records{std::vector<std::uint64_t>(count + 1), {}};
+  zelvan_regions_to_wkb(regions.data(), count, records.offsets.data(), nullptr);
+  records.bytes.resize(static_cast<std::size_t>(records.offsets.back()));
+  zelvan_regions_to_wkb(regions.data(), count, records.offsets.data(), records.bytes.data());
+  return records;
+}
+
+// The regions by way of records, united each with itself, by way of flat arrays: the same ones.
+bool GoRound(const Handles& regions) {
+  const auto count = static_cast<std::uint32_t>(regions.size());
+  const zelvan_grid grid = Grid().Data();
+  zelvan_counts room;
+  zelvan_regions_counts(regions.data(), count, &room);
+  std::vector<double> xy(2 * room.vertices);
+  std::vector<std::uint32_t> rings(room.rings + 1), polygons(room.polygons + 1), starts(count + 1);
+  const Records records = RecordsOf(regions);
+  Handles read(count), united(count), made(count);  // from here on nothing is thrown
+  const bool done = zelvan_regions_from_wkb(records.bytes.data(), records.offsets.data(), count,
+                                            &grid, read.data(), nullptr, nullptr) == ZELVAN_OK &&
+                    zelvan_regions_combine(ZELVAN_UNITE, regions.data(), count, read.data(), count,
+                                           united.data(), nullptr) == ZELVAN_OK &&
+                    zelvan_regions_read(united.data(), count, &room, xy.data(), rings.data(),
+                                        polygons.data(), starts.data()) == ZELVAN_OK &&
+                    zelvan_regions_create(xy.data(), rings.data(), polygons.data(), starts.data(),
+                                          count, &grid, made.data(), nullptr) == ZELVAN_OK;
+  for (std::uint32_t i = 0; done && i < count; ++i) {
+    EXPECT_EQ(zelvan_region_equal(regions[i], made[i]), 1);
+  }
+  for (const Handles* handles : {&read, &united, &made}) {
+    zelvan_regions_release(handles->data(), count);
+  }
+  return done;
+}
+
+TEST(RegionGuarantee, ManyAreAsEach) {
+  Random random(6);
+  std::vector<Region> owners(12);
+  Handles regions;
+  for (Region& owner : owners) {
+    if (&owner != &owners[5]) owner = RandomRegion(random);
+    regions.push_back(owner.Handle());
+  }
+  const auto session = [&] {
+    try {
+      return GoRound(regions);
+    } catch (const std::bad_alloc&) {
+      return false;
+    }
+  };
+  EXPECT_GT(support::FailEachInTurn(session, [](bool) {}), 100u);
+  EXPECT_TRUE(session());
+
+  // Broken records are refused or are others; nothing is read beyond their ends.
+  const Records records = RecordsOf(regions);
+  for (std::size_t i = 0; i < 3000; ++i) {
+    const auto start = static_cast<std::ptrdiff_t>(records.offsets[i % regions.size()]);
+    const auto first = records.bytes.begin() + start;
+    const auto left = records.bytes.end() - first;
+    std::vector<std::uint8_t> record(first,
+                                     first + std::min<std::ptrdiff_t>(left, random.Between(1, 90)));
+    for (int changes = random.Below(4); changes > 0; --changes) {
+      record[random.Below(record.size())] = static_cast<std::uint8_t>(random.Bits());
+    }
+    const std::uint64_t ends[] = {0, record.size()};
+    const zelvan_region* region = nullptr;
+    std::uint32_t failed = 9;
+    const zelvan_status status =
+        zelvan_regions_from_wkb(record.data(), ends, 1, nullptr, &region, nullptr, &failed);
+    EXPECT_EQ(status == ZELVAN_OK, failed == 9);
+    zelvan_region_release(region);
+  }
 }
 
 }  // namespace

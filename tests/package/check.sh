@@ -13,7 +13,7 @@ cd "$work"
 
 # Nothing of the tests, the benchmarks or the examples.
 stray="$(cd prefix && find . ! -type d | grep -v -E \
-  '^\./(bin/zelvan$|include/zelvan/[a-z_]+\.h$|lib[^/]*/([^/]+/)?(libzelvan\.so|pkgconfig/zelvan\.pc$|cmake/zelvan/)|share/(doc/zelvan|man/man1)/)' || true)"
+  '^\./(bin/zelvan$|include/zelvan/[a-z_]+\.h$|lib[^/]*/([^/]+/)?(libzelvan\.so|pkgconfig/zelvan\.pc$|cmake/zelvan/)|share/(doc/zelvan|man/man1|bash-completion|zsh|fish)/)' || true)"
 [[ -z "$stray" ]] || { echo "installed, and should not be: $stray"; exit 1; }
 
 is() { [[ "$1" == *"$2"* ]] || { echo "got '$1' instead of '$2'"; exit 1; }; }

@@ -1,13 +1,13 @@
 """What the man page promises of the host program, from the outside: exit statuses, refusals,
 files. GEOS, by way of shapely, judges what is written."""
 
-import json, os, pathlib, random, re, resource, shlex, subprocess, tempfile, time, unittest
+import json, os, pathlib, random, re, resource, shlex, shutil, subprocess, tempfile, time, unittest
 
 from shapely import wkt
 from shapely.geometry import MultiPolygon, Polygon, box, shape
 from shapely.ops import unary_union
 
-WITH_GEOS, WITHOUT_GEOS = os.environ["ZELVAN_TOOL"], os.environ["ZELVAN_TOOL_WITHOUT_GEOS"]
+FULL, WITH_GEOS, PLAIN = (os.environ["ZELVAN_TOOL" + one] for one in ("", "_JUDGE", "_PLAIN"))
 COUNTRIES = os.environ["ZELVAN_DATA"] + "/countries-50m.geojson"
 
 
@@ -83,7 +83,7 @@ class Tool(unittest.TestCase):
         for status, commands in cases.items():
             for arguments in commands:
                 self.run_tool(arguments, status)
-        self.run_tool("union bowtie.wkt --repair", program=WITHOUT_GEOS)
+        self.run_tool("union bowtie.wkt --repair", program=PLAIN)
         self.assertIn("4 4", pathlib.Path("good.wkt").read_text())
         self.assertFalse(os.path.exists("out.wkt"), "half a combination is none")
 
@@ -299,7 +299,7 @@ class Tool(unittest.TestCase):
         write("corner.wkt", "POLYGON ((0 40, 0 30, 10 30, 10 40, 0 40))")
         for text, lost, area, repaired in cases:
             write("p.wkt", ring(text))
-            for program in (WITH_GEOS, WITHOUT_GEOS):
+            for program in (WITH_GEOS, PLAIN):
                 for arguments, expected in (
                         ("triangulate p.wkt", area), ("union p.wkt", area),
                         ("intersect p.wkt block.wkt", area),
@@ -385,6 +385,83 @@ class Tool(unittest.TestCase):
         self.assertIn("<title>A &amp; B</title>", pathlib.Path("house.svg").read_text())
         self.assertIn("\ng A_&_B_1_1\n", pathlib.Path("house.obj").read_text())
 
+    def test_features_keep_what_they_have(self):
+        """Through every command and format, both ways. Shapefiles and FlatGeobuf have no ids of
+        the features' own: there an id is a property."""
+        one = {"kind": "field", "Größe": 1.5, "count": -3, "open": True, "none": None}
+        had = {7: {**one, "name": "a b"}, 8: {**one, "name": "Süd", "count": 2 ** 40, "open": False},
+               12: {**one, "name": "c,d", "kind": "wood", "Größe": 0.25}}
+        ring = lambda x: [[x, 0], [x + 4, 0], [x + 4, 4], [x, 4], [x, 0]]
+        document = {"type": "FeatureCollection", "features": [
+            {"type": "Feature", "id": id, "properties": had[id],
+             "geometry": {"type": "Polygon", "coordinates": [ring(4 * i)]}}
+            for i, id in enumerate(had)]}
+        system = lambda code: {"type": "name", "properties": {"name": "urn:ogc:def:crs:EPSG::%d" % code}}
+        for name, code in (("a.geojson", 25832), ("b.geojson", 3857)):
+            write(name, json.dumps({**document, "crs": system(code)}))
+        write("mask.wkt", "POLYGON ((-1 1, 20 1, 20 9, -1 9, -1 1))")
+
+        def part(area, *ids):  # a feature that is made of these
+            agreed = {key: value for key, value in had[ids[0]].items()
+                      if value is not None and all(had[id][key] == value for id in ids)}
+            return [ids[0] if len(ids) == 1 else None, agreed, area]
+
+        def features(name):
+            found, read = {}, json.loads(pathlib.Path(name).read_text())
+            self.assertEqual(read["crs"], system(25832))
+            for feature in read["features"]:
+                own = {key: value for key, value in feature["properties"].items() if value is not None}
+                id = own.pop("id", feature.get("id"))  # GeoPackage numbers what has none
+                entry = found.setdefault(repr(sorted(own.items())), [id if id in had else None, own, 0])
+                entry[2] += shape(feature["geometry"]).area
+            return [*found.values()]
+
+        whole = [part(16, id) for id in had]
+        table = [("triangulate %s", whole), ("union %s --by name", whole), ("union %s --only Süd", whole[1:2]),
+                 ("union %s --only 'name=c,d'", whole[2:]), ("xor %s mask.wkt --only Süd", whole[1:2]),
+                 ("union %s --by kind", [part(32, 7, 8), whole[2]]),
+                 ("union %s --only 'kind=field, wood'", [part(48, 7, 8, 12)]),
+                 ("subtract %s mask.wkt", [part(12, 7, 8, 12)]),
+                 ("subtract %s mask.wkt --each", [part(4, id) for id in had]),
+                 ("intersect %s mask.wkt --each", [part(12, id) for id in had])]
+        key = lambda feature: (repr(feature[0]), feature[2])
+        for extension in (".geojson", ".gpkg", ".shp", ".fgb"):
+            program = WITH_GEOS if extension == ".geojson" else FULL
+            self.run_tool("union a.geojson --by name -o in" + extension, program=program)
+            for command, expected in table:
+                with self.subTest(extension + ": " + command):
+                    self.run_tool(command % ("in" + extension) + " -o out" + extension, program=program)
+                    self.run_tool("triangulate out%s -o back.geojson" % extension, program=program)
+                    self.assertEqual(sorted(features("back.geojson"), key=key), sorted(expected, key=key))
+            self.assertRegex(self.run_tool("union in%s b.geojson -o no.wkt" % extension, 2, FULL),
+                             "b.geojson is in EPSG:3857, and in.* in EPSG:25832: bring them to one")
+        write("t.json", json.dumps({"type": "Topology", "arcs": [ring(0)], "objects": {
+            "o": {"type": "Polygon", "arcs": [[0]], "properties": {"name": "x"}}}}))
+        for command, area in (("subtract a.geojson mask.wkt -o o.dxf", 12), ("union t.json -o o.dxf", 16)):
+            self.run_tool(command, program=FULL)
+            self.run_tool("union o.dxf -o o.wkt", program=FULL)
+            self.assertEqual(seen("o.wkt")[2], area)
+        write("broken.gpkg", "no such file")
+        self.assertIn("broken.gpkg: cannot be read: ", self.run_tool("union broken.gpkg", 2, FULL))
+        self.assertIn("unknown extension", self.run_tool("union broken.gpkg", 2))
+        self.run_tool("union a.geojson -o no/such.gpkg", 2, FULL)
+
+    def test_shells_complete_what_there_is(self):
+        commands = re.findall(r"(?m)^  (\w+) ", self.run_tool("--help").split("Commands:")[1])
+        self.assertIn("union", commands)
+        script = self.run_tool("completion bash")
+        for words, expected in [(["zelvan", ""], {*commands, "help", "--help", "--version"}), *(
+                (["zelvan", command, "-"], set(re.findall(r"(?<![-\w])--?[a-z][-a-z]*(?=[ ,\n])", "\n".join(
+                    re.findall(r"(?m)^  (-[^ ].*?)(?:  |$)", self.run_tool("help " + command))) + " ")))
+                for command in commands), (["zelvan", "union", "--fill", "non"], {"non-zero"})]:
+            code = script + "COMP_WORDS=(%s); COMP_CWORD=%d; _zelvan; echo \"${COMPREPLY[@]}\"" % (
+                " ".join("'%s'" % word for word in words), len(words) - 1)
+            said = subprocess.run(["bash", "-c", code], capture_output=True, text=True).stdout
+            self.assertEqual({*said.split()}, expected, words)
+        for shell in filter(shutil.which, ("zsh", "fish")):
+            write("script", self.run_tool("completion " + shell))
+            self.assertEqual(subprocess.run([shell, "-n", "script"]).returncode, 0)
+
     def test_operations_are_those_of_geos(self):
         for seed in range(12):
             rng = random.Random(seed)
@@ -411,7 +488,7 @@ class Tool(unittest.TestCase):
     def test_neighbours_have_one_outline(self):
         only = COUNTRIES + " --only Bolivia,Paraguay,Uruguay,Zambia"
         self.run_tool("triangulate " + only + " -o apart.wkt")
-        for program in (WITH_GEOS, WITHOUT_GEOS):
+        for program in (WITH_GEOS, PLAIN):
             self.run_tool("union " + only + " -o region.geojson", program=program)
             polygons, holes, area = seen("region.geojson")
             self.assertEqual((polygons, holes), (3, 0))  # Bolivia and Paraguay are one

@@ -21,6 +21,8 @@ ROOT = Path(__file__).resolve().parents[3]
 def load_tests(loader, tests, pattern):
     for name in [name for name in sys.modules if name.partition(".")[0] == "zelvan"]:
         tests.addTests(doctest.DocTestSuite(name))
+    if numpy:
+        tests.addTests(doctest.DocFileSuite(str(ROOT / "docs/ANALYSIS.md"), module_relative=False))
     return tests
 
 
@@ -74,6 +76,58 @@ class Binding(unittest.TestCase):
             meshes = region.triangulate(), triangulate_rings(rings, grid=Grid())
             self.assertEqual(*[[part.tolist() for part in mesh] for mesh in meshes], seed)
 
+    @unittest.skipUnless(numpy, "arrays of regions need numpy")
+    def test_many_regions_are_as_each(self):
+        from shapely import wkb
+        from zelvan import RegionArray
+        for seed in range(16):
+            rng = random.Random(seed)
+            kept = [Region([random_ring(rng), random_ring(rng)], grid=Grid()) for _ in range(9)]
+            kept[seed % 8:seed % 8 + 2] = [Region(), Region([random_ring(rng, 1)], grid=Grid())]
+            many, other, one = RegionArray(kept), RegionArray(kept[::-1]), kept[seed % 5]
+            geometries = many.to_shapely()
+            records = [wkb.dumps(shape, big_endian=i % 2 > 0, srid=i % 3 or None)
+                       for i, shape in enumerate(geometries)]
+            xy, rings, polygons, regions = many.to_geoarrow()
+            turned = xy[::-1].copy()[::-1]
+            ways = [RegionArray.from_shapely(geometries, Grid()), RegionArray.from_wkb(records, Grid()),
+                    RegionArray.from_wkt([shape.wkt for shape in geometries], Grid()),
+                    RegionArray.from_geoarrow(turned, rings, polygons, regions, Grid()),
+                    pickle.loads(pickle.dumps(many)), many[::-1][numpy.arange(8, -1, -1)],
+                    RegionArray(Region.from_wkb(r.to_wkb(), Grid()) for r in many) | Region(),
+                    (many | one) - (one - many)]
+            for way in ways[:-1]:
+                self.assertTrue((way == many).all(), seed)
+            pairs = [*zip(kept, kept[::-1])]
+            for op in ("__or__", "__and__", "__sub__", "__xor__"):
+                each, all_of = [getattr(a, op)(b) for a, b in pairs], getattr(many, op)(other)
+                self.assertTrue((all_of == RegionArray(each)).all(), seed)
+                with_one = [getattr(a, op)(one) for a in kept]
+                self.assertEqual([*getattr(many, op)(one)], with_one)
+            self.assertEqual([*(one - many)], [one - a for a in kept])
+            self.assertEqual(many.union_all(), unite(kept))
+            self.assertEqual(many.area.tolist(), [a.area for a in kept])
+            self.assertEqual([None if numpy.isnan(box[0]) else (*box,) for box in many.bounds],
+                             [a.bounds for a in kept])
+            points = random_ring(rng)[:9]
+            self.assertEqual(many.contains(points).tolist(), [p in a for p, a in zip(points, kept)])
+            self.assertEqual(many.contains(points[0]).tolist(), [points[0] in a for a in kept])
+            for record in records:  # broken ones are refused, or are other regions
+                broken = bytearray(record[:rng.choice([len(record), rng.randrange(len(record))])])
+                for _ in range(rng.randrange(4)):
+                    broken[rng.randrange(len(broken)) if broken else 0:][:1] = [rng.randrange(256)]
+                try:
+                    Region.from_wkb(broken, Grid())
+                except ValueError:
+                    continue
+        tiny = to_shapely({"type": "Polygon", "coordinates": [[(0, 0), (.2, 0), (0, .2), (0, 0)]]})
+        for loss in (lambda: RegionArray.from_shapely([tiny, None], Grid()),
+                     lambda: RegionArray.from_wkb([tiny.wkb], Grid()),
+                     lambda: Region.from_wkb(tiny.wkb, Grid())):
+            with self.assertWarnsRegex(LossWarning, "^1 ring with an area") as caught:
+                self.assertFalse(any(map(bool, [*loss()])) if loss() else False)
+            self.assertEqual(caught.filename, __file__)
+
     def test_nothing_is_lost_without_a_word(self):
         tiny, far = [(0, 0), (.2, 0), (0, .2)], [(1e38, 1e38), (0, 0)]
         shape = {"type": "Polygon", "coordinates": [tiny]}
@@ -123,6 +177,8 @@ class Binding(unittest.TestCase):
                                   capture_output=True, text=True).stderr
         lives_on = "import zelvan; a = [zelvan.Region([[(0, 0), (1, 0), (1, 1)]])]; a.append(a)"
         self.assertEqual(errors(lives_on), "")
+        if numpy:
+            self.assertEqual(errors(lives_on + "; b = [zelvan.RegionArray(a[:1])]; b.append(b)"), "")
         self.assertRegex(errors(lives_on, ZELVAN_LIBRARY="nowhere"), "ImportError: .*nowhere")
 
 

@@ -12,7 +12,7 @@
 
 Nothing but the standard library is needed; arrays are numpy's where it is there, else
 memoryviews. Regions speak with shapely and geopandas by ``__geo_interface__`` and
-``Region.from_geojson``. The shared library is the installed one, or that of the
+``Region.from_geojson``; many at once, which needs numpy, are a ``RegionArray``. The shared library is the installed one, or that of the
 environment's ``ZELVAN_LIBRARY``.
 """
 
@@ -31,3 +31,10 @@ __all__ = [
     "Nearest", "Operation", "Part", "Points", "Polygon", "Region", "TooCoarseError",
     "check_coverage", "combine", "common_grid", "dissolve", "overlay", "triangulate_rings", "unite",
     "unite_rings"]
+
+try:
+    from ._region_array import Buffers, RegionArray
+    __all__ += ["Buffers", "RegionArray"]
+except ModuleNotFoundError as error:  # arrays of regions need numpy, the rest does not
+    if error.name != "numpy":
+        raise

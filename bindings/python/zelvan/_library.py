@@ -48,7 +48,7 @@ class CMesh(Structure):
 # Arrays and regions are addresses: whoever calls keeps what lies there.
 _GRID, _COUNTS, _FAULT = POINTER(CGrid), POINTER(Counts), POINTER(Fault)
 _HANDLE, _MESH = POINTER(c_void_p), POINTER(CMesh)
-_PARTS = POINTER(PartCounts)
+_PARTS, _NUMBER = POINTER(PartCounts), POINTER(c_uint32)
 _SIGNATURES: dict[str, tuple[Any, list[Any]]] = {
     "status_message": (c_char_p, [c_int32]),
     "grid_covering": (c_int32, [c_void_p, c_uint32, _GRID]),
@@ -60,6 +60,7 @@ _SIGNATURES: dict[str, tuple[Any, list[Any]]] = {
     "rings_combine": (
         c_int32, [c_int32, c_void_p, c_void_p, c_uint32, c_int32, c_void_p, c_void_p, c_uint32,
                   c_int32, _GRID, _HANDLE, _FAULT]),
+    "region_retain": (c_void_p, [c_void_p]),
     "region_release": (None, [c_void_p]),
     "region_combine": (c_int32, [c_int32, c_void_p, c_void_p, _HANDLE]),
     "region_unite": (c_int32, [c_void_p, c_uint32, _HANDLE]),
@@ -95,11 +96,24 @@ _SIGNATURES: dict[str, tuple[Any, list[Any]]] = {
     "rings_triangulate": (
         c_int32, [c_void_p, c_void_p, c_uint32, c_int32, _GRID, c_uint32, POINTER(_MESH), _FAULT]),
     "mesh_release": (None, [_MESH]),
+    "regions_create": (
+        c_int32, [c_void_p, c_void_p, c_void_p, c_void_p, c_uint32, _GRID, c_void_p, _NUMBER]),
+    "regions_from_wkb": (
+        c_int32, [c_void_p, c_void_p, c_uint32, _GRID, c_void_p, _NUMBER, _NUMBER]),
+    "regions_to_wkb": (c_int32, [c_void_p, c_uint32, c_void_p, c_void_p]),
+    "regions_retain": (None, [c_void_p, c_uint32]),
+    "regions_release": (None, [c_void_p, c_uint32]),
+    "regions_combine": (
+        c_int32, [c_int32, c_void_p, c_uint32, c_void_p, c_uint32, c_void_p, _NUMBER]),
+    "regions_measure": (c_int32, [c_void_p, c_uint32, c_void_p, c_void_p, c_void_p]),
+    "regions_contains": (c_int32, [c_void_p, c_uint32, c_void_p, c_uint32, c_void_p]),
+    "regions_counts": (c_int32, [c_void_p, c_uint32, _COUNTS]),
+    "regions_read": (c_int32, [c_void_p, c_uint32, _COUNTS, *4 * [c_void_p]]),
 }
 
 
 class Library:
-    """The functions of zelvan/region_c.h and overlay_c.h, without their prefix."""
+    """The functions of zelvan/region_c.h, regions_c.h and overlay_c.h, without their prefix."""
 
     def __init__(self, path: str) -> None:
         library = ctypes.CDLL(path)

@@ -5,15 +5,17 @@ from __future__ import annotations
 import warnings
 from array import array
 from contextlib import contextmanager
-from ctypes import POINTER, byref, c_double, c_int32, c_void_p, memmove
+from ctypes import POINTER, byref, c_double, c_int32, c_uint32, c_void_p, memmove
 from numbers import Real
 from typing import Any, Iterable, Iterator, NamedTuple, Optional, Union, overload
 
+from . import _shapely
 from ._arrays import (
     POINT_BYTES, Array, FlatRings, Points, address, blank, doubles, flat, flatten, shaped, split)
 from ._geojson import polygons_of, to_geometry
 from ._grid import FillRule, Grid, Operation
 from ._library import LIBRARY, TOO_COARSE, CGrid, CMesh, Counts, Fault, check
+from ._svg import picture
 
 _DELAUNAY, _NEIGHBOURS, _BOUNDARY = 1, 2, 1
 _IN_OR_ON = bytes(code < 128 for code in range(256))  # of sides as bytes: -1 is 255
@@ -194,6 +196,47 @@ class Region:
         united = regions[0] if len(regions) == 1 else unite(regions)
         united._warn_of_losses()
         return united
+
+    @classmethod
+    def from_wkb(cls, record: bytes, grid: Optional[Grid] = None) -> Region:
+        """The region of a record of well-known binary, also extended (PostGIS): rings of a polygon
+        count by the even-odd rule, polygons are united. Otherwise as ``from_geojson``.
+
+        >>> square = Region([[(0, 0), (4, 0), (4, 4), (0, 4)]])
+        >>> Region.from_wkb(square.to_wkb()) == square
+        True
+        """
+        ends, handle, left_out = array("Q", [0, len(record)]), c_void_p(), c_uint32()
+        check(LIBRARY.regions_from_wkb(
+            bytes(record), address(ends), 1, byref(grid._c()) if grid else None, byref(handle),
+            byref(left_out), None))
+        if left_out.value:
+            warnings.warn(f"{left_out.value} points and lines bound no region and are left out",
+                          stacklevel=2)
+        region = cls._adopt(handle.value)
+        region._warn_of_losses()
+        return region
+
+    @classmethod
+    def from_wkt(cls, text: str, grid: Optional[Grid] = None) -> Region:
+        """The same of a well-known text, which shapely reads."""
+        return cls.from_wkb(_shapely.from_wkt([text])[0].wkb, grid)
+
+    def to_wkb(self) -> bytes:
+        """A record of well-known binary: a polygon if the region is one, else a multipolygon."""
+        ends, one = array("Q", [0, 0]), _handles([self])
+        check(LIBRARY.regions_to_wkb(one, 1, address(ends), None))
+        room = array("B", bytes(ends[1]))
+        check(LIBRARY.regions_to_wkb(one, 1, address(ends), address(room)))
+        return room.tobytes()
+
+    def to_shapely(self) -> Any:
+        """The region as a geometry of shapely."""
+        return _shapely.from_wkb([self.to_wkb()])[0]
+
+    def _repr_svg_(self) -> str:
+        rings = [ring.tolist() for p in self.polygons for ring in (p.outer, *p.holes)]
+        return picture(rings, self.bounds)
 
     @property
     def __geo_interface__(self) -> dict[str, Any]:
@@ -472,9 +515,13 @@ class Region:
         >>> triangle.contains([(1, 1), (0, 3), (3, 3)]).tolist()
         [True, True, False]
         """
-        if _is_pair(points):
+        if is_pair(points):
             return self._sides([points])[0] >= 0
         return flat(array("B", self._sides(points).tobytes().translate(_IN_OR_ON)), "?")
+
+    def __contains__(self, point: tuple[float, float]) -> bool:
+        """``(x, y) in region``: the same for one point."""
+        return self._sides([point])[0] >= 0
 
     def sides(self, points: Points) -> Array:
         """Where points lie, decided exactly: an array with 1 for each that lies inside, 0 on
@@ -542,7 +589,7 @@ def _naming(place: str) -> Iterator[None]:
         raise type(error)(f"{place}: {error}") from None
 
 
-def _is_pair(points: Any) -> bool:
+def is_pair(points: Any) -> bool:
     return isinstance(points, (tuple, list)) and len(points) == 2 and isinstance(points[0], Real)
 
 
