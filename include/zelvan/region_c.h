@@ -352,8 +352,8 @@ ZELVAN_API zelvan_status ZELVAN_CALL zelvan_region_covers(const zelvan_region* a
  * The distance of two regions, which is 0 exactly where they have a point in common, and places of
  * them that are so far apart. The same on every machine. The distance is off by at most 2^-48 of
  * itself, and places by 2^-48 of the size of both regions, where the regions' box has 2^53 of the
- * finer steps at most along each axis; else by 2^-48 of that box. To find it takes the index of
- * zelvan_region_nearest of both.
+ * finer steps at most along each axis; else by 2^-48 of that box. It is searched in the indexes of
+ * zelvan_region_nearest, where the regions share no point.
  *
  * @param distance  receives the distance; infinity where a region has no polygons
  * @param places    receives x and y of a place of a, then of b, no numbers where the distance is
@@ -368,7 +368,8 @@ ZELVAN_API zelvan_status ZELVAN_CALL zelvan_region_distance(const zelvan_region*
  * the distance is 0, unless ZELVAN_BOUNDARY is asked for. Of equally near edges the first one that
  * zelvan_region_read gives is taken; the same on every machine. Errors are those of
  * zelvan_region_distance, with the point for the other region. The region makes an index of its
- * edges at the first call, in O(n log n) steps, and keeps it.
+ * edges at the first call, in O(n log n) steps, and keeps it: a point takes O(log n) steps where
+ * edges are short, and up to n where long ones lie side by side.
  *
  * @param options    0 or ZELVAN_BOUNDARY
  * @param xy         points
@@ -387,8 +388,8 @@ ZELVAN_API zelvan_status ZELVAN_CALL zelvan_region_nearest(const zelvan_region* 
 ZELVAN_API double ZELVAN_CALL zelvan_region_length(const zelvan_region* region);
 
 /** The centroid of a region, as x and y: the sums are exact, the result is rounded to doubles, and
- * off by at most 2^-50 of its larger coordinate and of the region's size. @return 1, or 0 with nothing
- * written for a region without polygons */
+ * off by at most 2^-50 of its larger coordinate and of the region's size. @return 1, or 0 with
+ * nothing written for a region without polygons */
 ZELVAN_API int32_t ZELVAN_CALL zelvan_region_centroid(const zelvan_region* region, double* xy);
 
 /** The convex hull of a region, exact, on its grid.

@@ -81,7 +81,7 @@ RegionHandle PolygonOf(const zelvan_region& region, std::uint32_t polygon) {
   const std::uint32_t first = all.FirstPoint(polygon);
   const std::uint32_t end = all.FirstPoint(polygon + 1);
   FlatRegion one;
-  one.points.assign(all.points.begin() + first, all.points.begin() + end);
+  one.points.assign(all.points.data() + first, all.points.data() + end);
   for (std::uint32_t i = all.polygonOffsets[polygon]; i < all.polygonOffsets[polygon + 1]; ++i) {
     one.ringOffsets.push_back(all.ringOffsets[i + 1] - first);
   }

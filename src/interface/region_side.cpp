@@ -10,6 +10,7 @@
 
 #include "memory/word_sort.h"
 #include "polygon/input_predicates.h"
+#include "polygon/sweep_axis.h"
 
 namespace zelvan {
 
@@ -95,15 +96,18 @@ class Cells {
 // Strips of points, from left to right in each: what is near each other is looked up one behind
 // the other, while the part of the index is at hand. Throws std::bad_alloc.
 std::vector<std::uint64_t> NearOnes(const zelvan_region& region, const double* xy,
-                                    std::uint32_t count) {
+                                    std::uint32_t count, bool isTurned) {
   constexpr int bits = 32;
   const int places = bits / 2 + std::countl_zero(count) / 2;  // about sqrt(count) strips
   const WorldBox box = BoundsOf(region);
-  const Cells strips(box.min.y, box.max.y, bits - places);
-  const Cells along(box.min.x, box.max.x, places);
+  const WorldPoint min = Turned(box.min, isTurned);
+  const WorldPoint max = Turned(box.max, isTurned);
+  const Cells strips(min.y, max.y, bits - places);
+  const Cells along(min.x, max.x, places);
   std::vector<std::uint64_t> words(count);
   for (std::size_t i = 0; i < count; ++i) {
-    const std::uint32_t place = strips.Of(xy[2 * i + 1]) << places | along.Of(xy[2 * i]);
+    const WorldPoint p = Turned(WorldPoint{xy[2 * i], xy[2 * i + 1]}, isTurned);
+    const std::uint32_t place = strips.Of(p.y) << places | along.Of(p.x);
     words[i] = std::uint64_t{place} << bits | i;
   }
   std::vector<std::uint64_t> scratch;
@@ -145,7 +149,7 @@ void FindSides(const zelvan_region& region, const double* xy, std::uint32_t coun
   };
   if (locator != nullptr && count >= kManyPoints) {
     try {
-      for (const std::uint64_t word : NearOnes(region, xy, count)) {
+      for (const std::uint64_t word : NearOnes(region, xy, count, locator->IsTurned())) {
         find(static_cast<std::uint32_t>(word));
       }
       return;

@@ -3,7 +3,8 @@
 // Heights of vertices cut the plane into slabs, each with few vertices inside. An edge that has
 // an end inside a slab is kept there. Of all others that cross the slab, none ends in it, so they
 // are ordered from left to right: they hang in a segment tree over the slabs (Bentley, 1977),
-// each at the highest nodes whose slabs it crosses.
+// each at the highest nodes whose slabs it crosses. Slabs lie along the axis that has fewer edges
+// beside each other: what is said of heights holds with the axes exchanged, then.
 //
 // What holds here:
 //  - The edges of a node cross all of its height and do not cross each other: at every height of
@@ -38,6 +39,9 @@ class RegionLocator {
   /// 1 inside, 0 on the boundary, -1 outside; exact for finite points (SideSign's bounds hold).
   [[nodiscard]] int SideOf(WorldPoint p) const noexcept;
 
+  /// Do points of one x lie in one slab, instead of points of one y?
+  [[nodiscard]] bool IsTurned() const noexcept { return isTurned_; }
+
  private:
   struct Edge {
     GridPoint low;  // of a horizontal edge the left end
@@ -63,6 +67,7 @@ class RegionLocator {
   [[nodiscard]] std::span<const Entry> ListOf(std::size_t node) const noexcept;
 
   WorldPoint middle_;
+  bool isTurned_ = false;              // are the axes of all that follows exchanged?
   std::vector<Edge> edges_;            // from left to right by their middles
   std::vector<std::int32_t> heights_;  // between slabs, ascending
   std::vector<Shelf> shelves_;         // disjoint, by height, from left to right

@@ -30,9 +30,9 @@ struct Relation {
   WorldPoint place{0.0, 0.0};  ///< of both regions where kShared is known, but for one rounding
 };
 
-/// Looks until one of the facts `last` is known, or none of them holds. Facts that are not asked
-/// for may be missing. Decided exactly, if coordinates are at least 2^-400 or 0. Throws
-/// std::bad_alloc.
+/// Looks until one of the facts `last` is known, or none of them holds. Other facts say
+/// nothing, but kShared does where kOverlapping is asked for. Decided exactly, if coordinates are
+/// at least 2^-400 or 0. Throws std::bad_alloc.
 [[nodiscard]] Relation Relate(const PlacedRegion& a, const PlacedRegion& b, unsigned last);
 
 }  // namespace zelvan
