@@ -27,14 +27,15 @@ namespace zelvan {
 
 using OverlayHandle = std::unique_ptr<zelvan_overlay>;
 
-/// Regions on one grid, and what they have of it together.
+/// The regions of an overlay, on one grid.
 struct LayersOnGrid {
   RegionGrid grid;
   std::vector<RegionHandle> regions;
+  /// What some of them have lost, added up.
   [[nodiscard]] std::uint32_t LostOf(std::span<const std::uint32_t> inputs) const noexcept;
 };
 
-/// Throws as documented above, as all do.
+/// On the grid that an operation on all of them takes; a move that loses something is refused.
 [[nodiscard]] LayersOnGrid OnOneGrid(std::span<const zelvan_region* const> regions);
 
 /// One sweep over all.

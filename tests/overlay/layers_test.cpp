@@ -66,7 +66,8 @@ std::string WrongInLayers(const std::vector<FlatRegion>& layers) {
 }
 
 TEST(OverlayLayers, PartsAreTheOracles) {
-  for (std::uint64_t seed = 0; seed < 4000; ++seed) {
+  const std::uint64_t cases = Scaled(4000);
+  for (std::uint64_t seed = 0; seed < cases; ++seed) {
     ASSERT_EQ(WrongInLayers(RandomLayers(seed)), "") << "seed " << seed;
   }
 }

@@ -3,8 +3,6 @@
 // seed. ZELVAN_TEST_SCALE is the share of the cases in per cent.
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-
 #include "overlay/overlay.h"
 #include "overlay/ring_cases.h"
 
@@ -14,16 +12,6 @@ using namespace zelvan::test;
 using zelvan::FillRule;
 using zelvan::FlatRegion;
 using zelvan::overlay::Operation;
-
-#ifndef ZELVAN_TEST_SCALE
-#define ZELVAN_TEST_SCALE 100
-#endif
-
-std::uint64_t Scaled(std::uint64_t cases) {
-  const char* text = std::getenv("ZELVAN_TEST_SCALE");
-  const auto scale = text != nullptr ? std::strtoull(text, nullptr, 10) : ZELVAN_TEST_SCALE;
-  return cases * scale / 100 + 1;
-}
 
 FlatRegion ByOverlay(std::span<const Ring> a, FillRule ruleA, std::span<const Ring> b,
                      FillRule ruleB, int op) {

@@ -4,13 +4,25 @@
 
 #include <array>
 #include <cstdint>
+#include <cstdlib>
 #include <functional>
 #include <span>
 #include <string>
 
 #include "support/arrangement_oracle.h"
 
+#ifndef ZELVAN_TEST_SCALE
+#define ZELVAN_TEST_SCALE 100
+#endif
+
 namespace zelvan::test {
+
+/// That many cases, or the share that ZELVAN_TEST_SCALE says.
+inline std::uint64_t Scaled(std::uint64_t cases) {
+  const char* text = std::getenv("ZELVAN_TEST_SCALE");
+  const auto scale = text != nullptr ? std::strtoull(text, nullptr, 10) : ZELVAN_TEST_SCALE;
+  return cases * scale / 100 + 1;
+}
 
 struct RingCase {
   std::array<Rings, 2> operands;
