@@ -2,6 +2,8 @@
 #include <zelvan/region.h>
 #include <zelvan/toolkit.h>
 
+#include <cmath>
+
 extern "C" int RegionsInC();
 extern "C" int ManyRegionsInC();
 extern "C" int FlatInterface();
@@ -18,6 +20,17 @@ bool RegionsInCpp() {
   return drawn == 1 && mesh.vertices.size() == 9 && mesh.triangles.size() == 9 && both == b;
 }
 
+bool GraphicsPage() {
+#include "GRAPHICS.md.inc"
+  return positions.size() == 16 && mesh.triangles.size() == 8 && indices[0] < 8 && hit && miss &&
+         tiles.size() == 2 && area == dug.Area() && area < ground.Area();
+}
+
+bool CadPage() {
+#include "CAD.md.inc"
+  return near && lost == 1 && outlines == 1 && drills == 1 && !overlap && touch;
+}
+
 bool Toolkit() {
   const double angle = 0.5;
   const VECTF p(1, 2, 3);
@@ -32,5 +45,6 @@ bool Toolkit() {
 }  // namespace
 
 int main() {
-  return RegionsInC() == 0 && ManyRegionsInC() == 0 && FlatInterface() == 0 && RegionsInCpp() && Toolkit() ? 0 : 1;
+  const bool in_c = RegionsInC() == 0 && ManyRegionsInC() == 0 && FlatInterface() == 0;
+  return in_c && RegionsInCpp() && GraphicsPage() && CadPage() && Toolkit() ? 0 : 1;
 }
