@@ -73,7 +73,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   } catch (const tool::UnreadableFile&) {
   }
   if (items.empty()) return 0;
-  fuzz::Expect(FaultsOf(items, true, tool::WriteGeoJson));
+  const auto write_geojson = [](std::ostream& out, const auto& all, tool::Show show) {
+    tool::WriteGeoJson(out, all, show, "");
+  };
+  fuzz::Expect(FaultsOf(items, true, write_geojson));
   fuzz::Expect(FaultsOf(items, false, tool::WriteWkt));
   return 0;
 }

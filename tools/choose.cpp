@@ -99,6 +99,7 @@ Choice ChoiceOf(std::string_view list, const std::vector<Input>& inputs,
 std::vector<std::string> Choose(const std::vector<std::string>& lists, std::vector<Input>& inputs) {
   std::vector<std::string> unknown;
   std::vector<Choice> choices;
+  choices.reserve(lists.size());
   for (const std::string& list : lists) choices.push_back(ChoiceOf(list, inputs, unknown));
   for (Input& input : inputs) {
     const auto is_left_out = [&](const Feature& feature) {

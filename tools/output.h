@@ -52,7 +52,7 @@ double TriangleArea(const zelvan::Mesh& mesh);
 void WriteSvg(std::ostream& out, const std::vector<Item>& items, Show show);
 void WriteObj(std::ostream& out, const std::vector<Item>& items);
 void WriteGeoJson(std::ostream& out, const std::vector<Item>& items, Show show,
-                  const std::string& crs = "");
+                  const std::string& crs);
 void WriteWkt(std::ostream& out, const std::vector<Item>& items, Show show);
 
 }  // namespace tool

@@ -156,6 +156,7 @@ class LayerWriter {
   // Can the format keep the ids, which differ, as its own?
   bool HasWholeIds(const std::vector<Item>& items) {
     std::vector<std::string> seen;
+    seen.reserve(items.size());
     for (const Item& item : items) seen.push_back(item.attributes.id);
     std::sort(seen.begin(), seen.end());
     const bool differ = std::adjacent_find(seen.begin(), seen.end()) == seen.end();

@@ -3,6 +3,8 @@
 #include <zelvan/region.h>
 #include <zelvan/toolkit.h>
 
+#include <cmath>
+
 extern "C" int RegionsInC();
 extern "C" int OverlaysInC();
 extern "C" int ManyRegionsInC();
@@ -25,6 +27,17 @@ bool Overlays() {
   return parts.size() == 3 && flooded == 4;
 }
 
+bool GraphicsPage() {
+#include "GRAPHICS.md.inc"
+  return positions.size() == 16 && mesh.triangles.size() == 8 && indices[0] < 8 && hit && miss &&
+         tiles.size() == 2 && area == dug.Area() && area < ground.Area();
+}
+
+bool CadPage() {
+#include "CAD.md.inc"
+  return near && lost == 1 && outlines == 1 && drills == 1 && !overlap && touch;
+}
+
 bool Toolkit() {
   const double angle = 0.5;
   const VECTF p(1, 2, 3);
@@ -40,5 +53,6 @@ bool Toolkit() {
 
 int main() {
   const bool inC = RegionsInC() == 0 && OverlaysInC() == 0 && ManyRegionsInC() == 0;
-  return inC && FlatInterface() == 0 && RegionsInCpp() && Overlays() && Toolkit() ? 0 : 1;
+  const bool pages = GraphicsPage() && CadPage();
+  return inC && pages && FlatInterface() == 0 && RegionsInCpp() && Overlays() && Toolkit() ? 0 : 1;
 }
