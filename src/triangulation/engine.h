@@ -49,29 +49,26 @@ struct TriVertex {
 };
 
 enum class Direction : std::uint8_t { kFromAbove = 0, kFromBelow = 1 };
-enum class Side : std::uint8_t { kLeft = 0, kRight = 1 };
 
 class TRIAGLOBS {
  public:
   TRIAGLOBS() = default;
   TRIAGLOBS(const TRIAGLOBS&) = delete;
   TRIAGLOBS& operator=(const TRIAGLOBS&) = delete;
-  virtual ~TRIAGLOBS() = default;
-
-  /// Appends one triangle to the area. Raises FAIL when the area's array is full.
-  virtual void EmitTriangle(VertexNode* a, VertexNode* b, VertexNode* c);
 
   /// Triangulates one area in grid form into its `triangles`, n + 2h - 2 for n
-  /// vertices and h holes. On failure the area is left without triangles.
+  /// vertices and h holes. If Run raises an exception, the area is left without triangles.
   void Run(Area* target, const InsertionOrder& insertionOrder = {});
+
+  /// Appends one triangle to the area. Raises FAIL if the area's array is full, and if the
+  /// triangle is not strictly counter-clockwise: a neck of no width, or a crossing.
+  void EmitTriangle(VertexNode* a, VertexNode* b, VertexNode* c);
 
  protected:
   // Set-up (engine.cpp).
   void Prepare(const InsertionOrder& insertionOrder);
-  void AllocateArrays();
   void AddRing(const zelvan::Contour* contour, std::uint32_t& walked);
   void ArrangeOrder(const InsertionOrder& insertionOrder);
-  void Emit(VertexNode* a, VertexNode* b, VertexNode* c);
 
   // Trapezoidation (point_location.cpp, edge_insertion.cpp, merge_trapezoids.cpp).
   void BuildTrapezoids();

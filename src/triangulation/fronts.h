@@ -51,8 +51,7 @@ class Fronts {
   // As in Chains.
 
   void Open(Ends& ends, const Corner& at);
-  [[nodiscard]] bool GoOnLeft(Ends& ends, const Corner& at, std::uint32_t leftEdge);
-  [[nodiscard]] bool GoOnRight(Ends& ends, const Corner& at, std::uint32_t rightEdge);
+  [[nodiscard]] bool GoOn(Side side, Ends& ends, const Corner& at, std::uint32_t edge);
   [[nodiscard]] bool Split(Ends& left, Ends& right, const Corner& at);
   [[nodiscard]] bool End(const Ends& ends, const Corner& at, std::uint32_t leftEdge,
                          std::uint32_t rightEdge);
@@ -82,9 +81,9 @@ class Fronts {
     std::uint32_t edge;
   };
 
-  [[nodiscard]] std::uint32_t Take(const Corner& corner);
-  void Give(std::uint32_t link) noexcept;
-  void GiveAll(std::uint32_t link, std::uint32_t end, Way way) noexcept;
+  [[nodiscard]] std::uint32_t Allocate(const Corner& corner);
+  void Release(std::uint32_t link) noexcept;
+  void ReleaseAll(std::uint32_t link, std::uint32_t end, Way way) noexcept;
   void Join(std::uint32_t from, std::uint32_t to, std::uint32_t edge, Way way) noexcept;
   [[nodiscard]] std::uint32_t Double(std::uint32_t link, Way way);
   [[nodiscard]] bool GoesOn(std::uint32_t from, std::uint32_t to, Way way) const noexcept;

@@ -29,11 +29,4 @@ struct Corner {
   std::uint32_t vertex;
 };
 
-/// On which side of a line that goes down from `upper` to `lower` does p lie? Positive
-/// to the right, at larger x; zero on it.
-[[nodiscard]] constexpr std::int64_t SideOfDescent(GridPoint upper, GridPoint lower,
-                                                   GridPoint p) noexcept {
-  return zelvan::Cross(upper, lower, p);
-}
-
 }  // namespace VORNEX

@@ -131,15 +131,31 @@ TEST(SnapShape, KeepsWhatDoesNotCollapse) {
   EXPECT_GT(collapsed, 500);
 }
 
-TEST(KeySort, BothWaysGiveOneOrder) {
+// Few, many and very many points, close together and all over the grid.
+TEST(KeySort, IsThatByComparisons) {
   Random random(22);
-  for (const std::uint32_t n : {50u, 5000u}) {
-    std::vector<std::uint64_t> keys(n);
-    for (auto& key : keys) key = KeyFromTheTop({random.Between(-99, 99), random.Between(-99, 99)});
-    const auto at = [&](std::uint32_t i) { return keys[i]; };
-    const KeyOrder packed = SortByKey(n, at, n), plain = SortByKey(n, at, 0);
-    EXPECT_EQ(packed.positions, plain.positions);
-    EXPECT_EQ(packed.equal.size(), plain.equal.size());
+  for (const std::uint32_t n : {0u, 1u, 50u, 299u, 300u, 2000u, 5000u, 40000u}) {
+    for (const std::int32_t reach : {9, 99, 9999, GRID_OFFSET}) {
+      std::vector<std::pair<std::uint64_t, std::uint32_t>> keys(n);
+      for (std::uint32_t i = 0; i < n; ++i) {
+        const auto any = [&] { return random.Between(-reach, reach - 1); };
+        keys[i] = {KeyFromTheTop({any(), random.Below(3) == 0 ? 0 : any()}), i};
+      }
+      const KeyOrder order = SortByKey(n, [&](std::uint32_t i) { return keys[i].first; });
+      std::sort(keys.begin(), keys.end());
+      std::uint32_t last = 0;  // place of a run
+      auto run = order.equal.begin();
+      for (std::uint32_t k = 0; k < n; ++k) {
+        ASSERT_EQ(order.positions[k], keys[k].second);
+        if (k + 1 < n && keys[k + 1].first == keys[k].first) continue;
+        if (k > last) {
+          ASSERT_TRUE(run != order.equal.end() && run->begin == last && run->end == k + 1);
+          ++run;
+        }
+        last = k + 1;
+      }
+      EXPECT_TRUE(run == order.equal.end());
+    }
   }
 }
 

@@ -36,10 +36,10 @@ struct Cut {
 TEST(Triangulation, AFailingAreaIsLeftWithoutTriangles) {
   const Rings crossing{{{20, 0}, {29, 0}, {20, 9}, {30, 8}, {30, 30}}};
   const auto shape = ShapeOf({kSquare, crossing});
-  EXPECT_EQ(VORNEX::TriangulateAreas(shape->areas), ERR::FAIL);
+  EXPECT_FALSE(Triangulate(*shape));
   EXPECT_EQ(zelvan::test::CheckTriangles(*shape->areas), "");
   EXPECT_EQ(shape->areas->next->triangles, nullptr);
-  EXPECT_FALSE(Triangulate(*shape));
+  EXPECT_EQ(shape->areas->next->triangleCount, 0u);
   EXPECT_EQ(shape->mesh, nullptr);
 }
 
@@ -52,16 +52,20 @@ TEST(Triangulation, TheOutputArrayIsGuarded) {
   shape->areas->triangleCount = 1;
   Probe engine(shape->areas);
   const auto& v = shape->vertexTable;
-  engine.EmitTriangle(v[0], v[1], v[2]);
-  try {
-    engine.EmitTriangle(v[2], v[1], v[0]);
-    FAIL();
-  } catch (...) {
-    EXPECT_EQ(ERR::Clear(), ERR::FAIL);
-  }
+  const auto refuses = [&](auto* a, auto* b, auto* c) {
+    try {
+      engine.EmitTriangle(a, b, c);
+    } catch (...) {
+      return ERR::Clear() == ERR::FAIL;
+    }
+    return false;
+  };
+  EXPECT_TRUE(refuses(v[2], v[1], v[0]));
+  EXPECT_FALSE(refuses(v[0], v[1], v[2]));
+  EXPECT_TRUE(refuses(v[0], v[2], v[3]));
 }
 
-// Areas, regions, and a mesh: the old one stays until the new one is whole.
+// Areas in both ways, regions, and a mesh: the old one stays until the new one is whole.
 TEST(Triangulation, EveryFailedAllocationIsReported) {
   Random random(9);
   const Rings raster = zelvan::test::LargePolygons(random, 48)[4];
@@ -70,15 +74,18 @@ TEST(Triangulation, EveryFailedAllocationIsReported) {
   const Cut expected(region);
   const std::size_t failures = support::FailEachInTurn(
       [&] {
-        const ERR::CODE code = VORNEX::TriangulateAreas(shape->areas);
-        EXPECT_EQ(code == ERR::OK, shape->areas->triangles != nullptr);
-        EXPECT_TRUE(code == ERR::OK || code == ERR::NOMEM);
+        zelvan::Area& area = *shape->areas;
         try {
+          EXPECT_TRUE(VORNEX::TriangulateBySweep(area));
+          VORNEX::TRIAGLOBS().Run(&area);
           EXPECT_EQ(Cut(region).triangles, expected.triangles);
-          return code == ERR::OK;
+          return true;
         } catch (const std::bad_alloc&) {
-          return false;
+        } catch (...) {
+          EXPECT_EQ(ERR::Clear(), ERR::NOMEM);
         }
+        EXPECT_EQ(area.triangles != nullptr, area.triangleCount != 0);
+        return false;
       },
       [&](bool /*struck*/) { shape->areas->triangles.reset(); });
   EXPECT_GT(failures, 30u);
