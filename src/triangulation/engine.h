@@ -12,9 +12,23 @@
 //  - The live trapezoids are visited newest block first, slots in ascending order;
 //    where the monotone decomposition starts depends on it.
 //  - Failures are raised with ERR::Raise: FAIL for geometry that is no area, NOMEM.
-//  - Every loop moves strictly down in the order of points, marks a record that it
-//    never takes twice, or descends an acyclic graph, so that any ring of vertices,
-//    crossing itself or not, ends in triangles or a failure.
+//
+//    after             holds
+//    Prepare           every edge runs with the area to its left
+//    BuildTrapezoids   the live trapezoids are those of the area's edges, whatever the order;
+//                      trapezoid.h says how they are linked
+//    Monotonate        each listed ring is monotone, with one side a single edge; together the
+//                      rings are the area
+//    the end           the triangles' areas sum to the area's
+//
+// Everything that is no area shows as a contradiction: a link that names nothing, a step that
+// does not descend, an inside trapezoid that is never reached, a triangle that is not
+// counter-clockwise.
+//
+// Why it ends, on any ring of vertices, crossing itself or not. The walk of an edge goes
+// strictly down in the order of points; searches descend a graph without cycles; the walk
+// through the trapezoids marks each once; diagonals are limited by n + 3 x contours; the cut
+// of a ring takes a vertex off the stack or moves on, and stops at the ring's end.
 #pragma once
 
 #include <initializer_list>

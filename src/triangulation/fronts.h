@@ -29,6 +29,12 @@
 // last vertex met and from the end beyond, in turns: no more than twice the shorter of the two
 // parts. So walks take O(n log n) steps in all where parts do not come together again around
 // holes, and never more than n a split.
+//
+// The number of flips is the cost of a Delaunay triangulation, and the start decides it. The
+// diagonals of chains run from one side of an area to the other: with k x k holes a row of 2k
+// vertices becomes two fans, which take of the order of k^2 flips to untangle in any order, k/2
+// a vertex. Flips a vertex with 50 x 50 and with 500 x 500 holes: 24.5 and 249.5 from chains,
+// 1.23 and 1.25 from fronts.
 #pragma once
 
 #include <cstdint>
