@@ -131,31 +131,36 @@ TEST(SnapShape, KeepsWhatDoesNotCollapse) {
   EXPECT_GT(collapsed, 500);
 }
 
-// Few, many and very many points, close together and all over the grid.
-TEST(KeySort, IsThatByComparisons) {
+// Few, many and very many keys of 1 to 62 bits, spread or on few values.
+TEST(KeySorter, SortsAsComparisonsDo) {
   Random random(22);
-  for (const std::uint32_t n : {0u, 1u, 50u, 299u, 300u, 2000u, 5000u, 40000u}) {
-    for (const std::int32_t reach : {9, 99, 9999, GRID_OFFSET}) {
-      std::vector<std::pair<std::uint64_t, std::uint32_t>> keys(n);
-      for (std::uint32_t i = 0; i < n; ++i) {
-        const auto any = [&] { return random.Between(-reach, reach - 1); };
-        keys[i] = {KeyFromTheTop({any(), random.Below(3) == 0 ? 0 : any()}), i};
-      }
-      const KeyOrder order = SortByKey(n, [&](std::uint32_t i) { return keys[i].first; });
-      std::sort(keys.begin(), keys.end());
-      std::uint32_t last = 0;  // place of a run
-      auto run = order.equal.begin();
-      for (std::uint32_t k = 0; k < n; ++k) {
-        ASSERT_EQ(order.positions[k], keys[k].second);
-        if (k + 1 < n && keys[k + 1].first == keys[k].first) continue;
-        if (k > last) {
-          ASSERT_TRUE(run != order.equal.end() && run->begin == last && run->end == k + 1);
-          ++run;
-        }
-        last = k + 1;
-      }
-      EXPECT_TRUE(run == order.equal.end());
+  KeySorter sorter;
+  for (int round = 0; round < 200; ++round) {
+    const auto n = static_cast<std::uint32_t>(random.Below(round % 10 == 0 ? 40000 : 4000));
+    const int bits = random.Between(1, 62), low = random.Below(bits);
+    const auto key = [&] { return random.Bits() >> (64 - bits) >> low << random.Below(low + 1); };
+    std::vector<std::pair<std::uint64_t, std::uint32_t>> keys(n);
+    for (std::uint32_t i = 0; i < n; ++i) keys[i] = {key(), i};
+    const auto keyOf = [given = keys](std::uint32_t i) { return given[i].first; };
+    sorter.Sort(n, bits, keyOf);
+    std::sort(keys.begin(), keys.end());
+    for (std::uint32_t k = 0; k < n; ++k) {
+      ASSERT_EQ(sorter[k], keys[k].second);
+      ASSERT_TRUE(k == 0 || keys[k - 1].first != keys[k].first || sorter.MayBeEqual(k - 1, k));
     }
+    const auto point = [&](std::uint32_t i) { return std::pair(keyOf(i) >> 22, i); };  // 40 bits
+    const KeyOrder order = SortByKey(n, [&](std::uint32_t i) { return point(i).first; });
+    std::size_t equal = 0;
+    for (std::uint32_t k = 1; k < n; ++k) {
+      const auto a = point(order.positions[k - 1]), b = point(order.positions[k]);
+      ASSERT_LT(a, b);
+      equal += a.first == b.first ? 1 : 0;
+    }
+    for (const KeyOrder::Run run : order.equal) {
+      ASSERT_EQ(point(order.positions[run.begin]).first, point(order.positions[run.end - 1]).first);
+      equal -= run.end - run.begin - 1;
+    }
+    ASSERT_EQ(equal, 0u);
   }
 }
 

@@ -13,7 +13,6 @@
 #include "triangulation/in_circle.h"
 #include "triangulation/region_triangles.h"
 #include "triangulation/triangulate.h"
-#include "triangulation/vertex_order.h"
 
 namespace {
 
@@ -129,32 +128,6 @@ TEST(SideOfCircle, IsTheSignOfTheDeterminant) {
   }
   EXPECT_GT(zeros, 10000);
   EXPECT_GT(signs, 10000);
-}
-
-// Few and many points, in a corner of the range or all over it, on lines and close together.
-TEST(VertexOrder, IsFromTheTopAndFromTheRight) {
-  Random random(23);
-  VORNEX::VertexOrder sorter;
-  for (int round = 0; round < 300; ++round) {
-    std::vector<VORNEX::SweepVertex> vertices(random.Below(std::size_t{3000}) + 3);
-    const int bits = random.Between(1, 31), jitter = random.Between(1, 4);
-    const auto coordinate = [&] {
-      const std::int64_t any = static_cast<std::int64_t>(random.Bits() >> (64 - bits));
-      const std::int64_t g =
-          random.Below(3) == 0 ? any : random.Below(std::int64_t{2}) << (bits - 1);
-      return static_cast<std::int32_t>((g ^ random.Below(jitter)) - (std::int64_t{1} << 30));
-    };
-    for (auto& v : vertices) v.point = {coordinate(), coordinate()};
-    const auto order = sorter.Sort(vertices);
-    std::vector<bool> seen(vertices.size());
-    for (std::size_t k = 0; k < order.size(); ++k) {
-      ASSERT_FALSE(seen[order[k]]);
-      seen[order[k]] = true;
-      if (k == 0) continue;
-      const GridPoint p = vertices[order[k - 1]].point, q = vertices[order[k]].point;
-      ASSERT_TRUE(VORNEX::GreaterThan(p, q) || (p == q && order[k - 1] < order[k]));
-    }
-  }
 }
 
 // A search looks at a logarithm of the intervals, and a chain's links are looked at once
