@@ -135,7 +135,7 @@ TEST(SnapShape, KeepsWhatDoesNotCollapse) {
 TEST(KeySorter, SortsAsComparisonsDo) {
   Random random(22);
   KeySorter sorter;
-  for (int round = 0; round < 200; ++round) {
+  for (int round = 0; round < 100; ++round) {
     const auto n = static_cast<std::uint32_t>(random.Below(round % 10 == 0 ? 40000 : 4000));
     const int bits = random.Between(1, 62), low = random.Below(bits);
     const auto key = [&] { return random.Bits() >> (64 - bits) >> low << random.Below(low + 1); };
