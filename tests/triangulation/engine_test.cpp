@@ -40,6 +40,13 @@ TEST(Triangulation, AFailingAreaIsLeftWithoutTriangles) {
   EXPECT_EQ(shape->areas->next->triangles, nullptr);
   EXPECT_EQ(shape->areas->next->triangleCount, 0u);
   EXPECT_EQ(shape->mesh, nullptr);
+  for (const std::uint32_t count : {3u, 5u}) {  // a ring is not as long as its contour says
+    const auto broken = ShapeOf({kSquare});
+    std::uint32_t& said = broken->areas->contours->count;
+    EXPECT_EQ(std::exchange(said, count), 4u);
+    EXPECT_FALSE(Triangulate(*broken));
+    said = 4;
+  }
 }
 
 TEST(Triangulation, TheOutputArrayIsGuarded) {
