@@ -194,6 +194,7 @@ std::uint32_t Fronts::LastBefore(std::uint32_t recent, std::uint32_t end, const 
   std::uint32_t link = recent;
   for (std::uint32_t next = links_[link].beside[way];
        GoesOn(link, next, way) && !LiesBeyond(next, at, way); next = links_[link].beside[way]) {
+    ++steps_;
     link = next;
     const std::uint32_t before = links_[end].beside[1 - way];
     const bool isMiddle = !GoesOn(end, before, way);

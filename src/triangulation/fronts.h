@@ -64,6 +64,9 @@ class Fronts {
   [[nodiscard]] bool Merge(Ends& left, const Ends& right, const Corner& at, std::uint32_t rightEdge,
                            std::uint32_t leftEdge);
 
+  /// Links walked to where fronts are split.
+  [[nodiscard]] std::uint64_t steps() const noexcept { return steps_; }
+
   /// Starts with nothing.
   void Begin() noexcept {
     links_.clear();
@@ -109,6 +112,7 @@ class Fronts {
   std::vector<Link> links_;
   std::vector<Waiting> waiting_;
   std::uint32_t free_ = kNone;
+  std::uint64_t steps_ = 0;
 };
 
 }  // namespace VORNEX

@@ -208,6 +208,11 @@ std::string FaultsOfMesh(Contours contours, std::vector<Numbers> triangles,
                          const std::vector<std::array<std::int32_t, 3>>& neighbours,
                          bool delaunay) {
   if (neighbours != Neighbours(triangles)) return "neighbours are wrong";
+  if (delaunay) {  // the order of flips.h
+    const auto isFirst = [](const Numbers& t) { return t[0] < std::min(t[1], t[2]); };
+    if (!std::all_of(triangles.begin(), triangles.end(), isFirst)) return "another first corner";
+    if (!std::is_sorted(triangles.begin(), triangles.end())) return "another order";
+  }
   const std::vector<std::uint32_t> lowest = contours.Lowest();
   contours.Renumber(lowest);
   std::vector<bool> used(lowest.size());

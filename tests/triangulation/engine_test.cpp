@@ -154,8 +154,19 @@ TEST(Sweep, WorkFollowsTheSize) {
       const zelvan::RegionWork work = Cut(FlatRegionOf(rings)).work;
       EXPECT_LE(static_cast<double>(work.intervals), n * std::log2(n));
       EXPECT_LE(static_cast<double>(work.flips), n);
+      EXPECT_LE(static_cast<double>(work.links), n * std::log2(n));
     }
   }
+  // A wide ceiling, and below it, by turns, a vertex on the left and a hole on the right.
+  constexpr std::int32_t kWide = 2000, kHoles = 500, kTop = 10 * kHoles;
+  Rings room{{{-9, 0}, {9 * kWide, 0}}};
+  for (std::int32_t x = kWide; x > 0; --x) room[0].push_back({9 * x, kTop + x * (kWide - x) / 9});
+  for (std::int32_t i = 0; i < kHoles; ++i) {
+    const std::int32_t x = 9 * kWide - 99, y = kTop - 10 * i;
+    room[0].push_back({-(i % 2), y});
+    room.push_back({{x, y - 5}, {x - 3, y - 8}, {x + 3, y - 8}});
+  }
+  EXPECT_LE(Cut(FlatRegionOf(room)).work.links, 2u * kWide);
   Ring comb{{50000, 500000}};
   for (std::int32_t x = 1; x <= 100001; ++x) comb.push_back({x, (x % 2 - 1) * 1000});
   const Cut cut(FlatRegionOf({comb}));
