@@ -87,7 +87,7 @@ class Chains {
 
   [[nodiscard]] std::uint32_t Start(const Corner& corner) { return Allocate(corner, kNone, kNone); }
 
-  // Does the chain consist of its first link alone?
+  // Does a chain consist of its first link alone?
   [[nodiscard]] bool IsSingle(std::uint32_t chain) const noexcept {
     return links_[chain].above == kNone;
   }
