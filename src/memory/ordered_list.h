@@ -31,8 +31,8 @@ class OrderedList {
   [[nodiscard]] std::uint32_t Before(std::uint32_t i) const noexcept { return nodes_[i].before; }
   [[nodiscard]] std::uint32_t After(std::uint32_t i) const noexcept { return nodes_[i].after; }
 
-  /// Searches with sideOf(item), which is negative if the place lies before the item, positive if
-  /// it lies behind the item, and 0 if it is the item itself.
+  /// Searches with sideOf(item): negative for a place before the item, positive behind it,
+  /// 0 for the item itself.
   /// @param from  an item that may be near the place, or kNone
   template <class SideOf>
   [[nodiscard]] Place Find(SideOf sideOf, std::uint32_t from = kNone) {
@@ -45,7 +45,7 @@ class OrderedList {
   std::uint32_t Insert(const Item& item, std::uint32_t before, std::uint32_t after);
   void Remove(std::uint32_t i) noexcept;
 
-  /// Removes all items.
+  /// Takes out everything.
   void Clear() noexcept {
     nodes_.clear();
     root_ = free_ = kNone;
@@ -73,7 +73,7 @@ class OrderedList {
   bool Walk(SideOf sideOf, std::uint32_t i, Place& place);
   template <class SideOf>
   Place Descend(SideOf sideOf);
-  std::uint32_t Allocate(const Item& item);
+  std::uint32_t Take(const Item& item);
   void Attach(std::uint32_t i, std::uint32_t parent, int side) noexcept;
   void RotateUp(std::uint32_t i) noexcept;
   void ReplaceChild(std::uint32_t parent, std::uint32_t old, std::uint32_t now) noexcept;
@@ -84,7 +84,7 @@ class OrderedList {
   std::uint64_t steps_ = 0;
 };
 
-// Searches along the list, for a few steps. @return false if the place is farther away
+// Along the list, a few steps. @return false when the place is farther away
 template <class Item>
 template <class SideOf>
 bool OrderedList<Item>::Walk(SideOf sideOf, std::uint32_t i, Place& place) {
@@ -128,7 +128,7 @@ typename OrderedList<Item>::Place OrderedList<Item>::Descend(SideOf sideOf) {
 }
 
 template <class Item>
-std::uint32_t OrderedList<Item>::Allocate(const Item& item) {
+std::uint32_t OrderedList<Item>::Take(const Item& item) {
   if (free_ == kNone) {
     if (nodes_.empty()) nodes_.reserve(16);
     nodes_.push_back({item, kNone, kNone, kNone, {kNone, kNone}});
@@ -144,7 +144,7 @@ std::uint32_t OrderedList<Item>::Allocate(const Item& item) {
 template <class Item>
 std::uint32_t OrderedList<Item>::Insert(const Item& item, std::uint32_t before,
                                         std::uint32_t after) {
-  const std::uint32_t i = Allocate(item);
+  const std::uint32_t i = Take(item);
   nodes_[i].before = before;
   nodes_[i].after = after;
   if (before != kNone) nodes_[before].after = i;
