@@ -6,6 +6,10 @@
 // result's side leads to the edge that goes on: a traced contour is one boundary
 // walk of one face of the result. Counter-clockwise walks become areas, clockwise
 // ones the holes of the innermost area around them.
+//
+// A trace uses up one edge per step and stops at a used one. Simplifying a contour removes a
+// vertex or moves on, and ends with a look at the head, whose removal can bring two equal
+// points together.
 #pragma once
 
 #include "boolean/hole_placement.h"

@@ -12,6 +12,10 @@
 // that the sweep has counted below it are all of others, and those keep their side
 // of the place when they are snapped.
 //
+// So labels are right where edges cancel, where areas of one operand touch along an edge, and
+// on rings that cross. No point is located for them: the sweep counts while it searches.
+// Flooding visits each pixel once, and each chain from its two ends.
+//
 // An edge that has its operand to its right is marked TURNED and is walked the other
 // way round; stored polygons have none, rings that cross or wind clockwise do.
 #pragma once

@@ -13,6 +13,16 @@
 //
 // The sweep inserts vertices into the operands' rings but never changes a
 // segment: all geometry stays that of the straight edges.
+//
+// The work. Of n segments at most n (n - 1) / 2 pairs are swapped, so there are at most
+// 5 n + 2 swaps events; a test counts them. Most vertices of most inputs meet nothing. Such a
+// vertex costs its place in one sort, an exchange in the status list, and four tests for
+// crossings and for its pixel; only local extremes search the list's index, and only
+// crossings wait in a heap: O(n + (e + k) log n) for e extremes and k crossings. The walks of a
+// column pass over segments in order and stop at the first that spans the column and misses
+// the row; a walk passes over segments that start in the column, too, and where these times
+// the rows exceed the active segments it looks at every segment instead, which bounds all
+// columns together by O(n sqrt n).
 #pragma once
 
 #include <cstdint>

@@ -18,7 +18,7 @@ class Arena {
   static_assert(std::is_trivially_destructible_v<T>, "records are dropped without clean-up");
 
  public:
-  /// A new record, zero-filled. Throws std::bad_alloc.
+  /// Hands out a new record, zero-filled. Throws std::bad_alloc.
   [[nodiscard]] T* Take() {
     if (next_ == end_) AddBlock();
     *next_ = T{};

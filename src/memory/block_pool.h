@@ -30,14 +30,13 @@ class BlockPool {
   BlockPool& operator=(const BlockPool&) = delete;
   ~BlockPool() { Release(); }
 
-  /// A live record, zero-filled when asked, else with the content its slot last had.
-  /// Raises ERR::NOMEM when a new block cannot be had.
-  T* Take(bool zeroFill = true) {
+  /// Hands out a live record, zero-filled. Raises ERR::NOMEM if a new block cannot be had.
+  T* Take() {
     if (freeList_ == nullptr) AddBlock();
     Slot* slot = freeList_;
     freeList_ = slot->Next();
     slot->link = kLive;
-    if (zeroFill) slot->record = T{};
+    slot->record = T{};
     ++count_;
     return &slot->record;
   }

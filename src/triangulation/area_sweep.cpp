@@ -2,7 +2,9 @@
 #include "triangulation/area_sweep.h"
 
 #include <cstddef>
+#include <memory>
 #include <span>
+#include <utility>
 #include <vector>
 
 #include "triangulation/chains.h"
@@ -50,45 +52,33 @@ zelvan::KeyOrder OrderOf(std::span<const SweepVertex> vertices) {
   });
 }
 
-bool Sweep(zelvan::Area& area, const SweepSettings& settings) {
+}  // namespace
+
+bool TriangulateBySweep(zelvan::Area& area, const SweepSettings& settings) {
+  area.triangles.reset();
+  area.triangleCount = 0;
   FlatArea flat;
   if (!Flatten(area, flat)) return false;
-  area.triangleCount = static_cast<std::uint32_t>(flat.vertices.size()) + 2 * flat.contours - 4;
+  const auto n = static_cast<std::uint32_t>(flat.vertices.size());
+  const std::uint32_t count = n + 2 * flat.contours - 4;
   // Not by std::make_unique_for_overwrite, which older standard libraries lack.
-  area.triangles.reset(new zelvan::Triangle[area.triangleCount]);
-  TriangleWriter writer(area, flat.nodes, settings.mesh, settings.numbering);
+  std::unique_ptr<zelvan::Triangle[]> triangles(new zelvan::Triangle[count]);
+  TriangleWriter writer({triangles.get(), count}, flat.nodes, settings.mesh, settings.numbering);
   Chains<TriangleWriter> chains(writer);
   PlaneSweep<Chains<TriangleWriter>, true> sweep(chains);
   chains.Begin();
   sweep.Begin(flat.vertices);
-  const bool isKnown =
-      settings.order != nullptr && settings.order->positions.size() == flat.vertices.size();
+  const bool isKnown = settings.order != nullptr && settings.order->positions.size() == n;
   zelvan::KeyOrder order = isKnown ? *settings.order : OrderOf(flat.vertices);
   for (const zelvan::KeyOrder::Run& run : order.equal) {
     sweep.ArrangeShared(std::span(order.positions).subspan(run.begin, run.end - run.begin));
   }
   const bool found = sweep.Run(order.positions) && writer.IsComplete();
   if (settings.counts != nullptr) *settings.counts = {sweep.steps(), chains.steps()};
-  return found;
-}
-
-void DropTriangles(zelvan::Area& area) noexcept {
-  area.triangles.reset();
-  area.triangleCount = 0;
-}
-
-}  // namespace
-
-bool TriangulateBySweep(zelvan::Area& area, const SweepSettings& settings) {
-  DropTriangles(area);
-  try {
-    const bool found = Sweep(area, settings);
-    if (!found) DropTriangles(area);
-    return found;
-  } catch (...) {
-    DropTriangles(area);
-    throw;
-  }
+  if (!found) return false;
+  area.triangles = std::move(triangles);
+  area.triangleCount = count;
+  return true;
 }
 
 }  // namespace VORNEX

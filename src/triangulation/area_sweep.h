@@ -33,6 +33,10 @@
 // ends: no two edges cross. A vertex on an edge lies on its outer side; so contact from outside is
 // no contradiction. Of the vertices on one point those that end something come before those that
 // start something, in the order of the kinds below.
+//
+// Why it ends. Each vertex is met once; each link of a chain is pushed once and cut off at most
+// once; a search goes down a tree. A front that is split is walked, no farther than twice the
+// shorter part (fronts.h).
 #pragma once
 
 #include <cstdint>

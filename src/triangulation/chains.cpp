@@ -9,18 +9,16 @@
 namespace VORNEX {
 
 template <class Writer>
-bool Chains<Writer>::GoOnLeft(Ends& ends, const Corner& at, std::uint32_t leftEdge) {
-  const std::uint32_t step = StepTo(ends, leftEdge, kNone);
-  if (!CloseLeft(ends.left, at, step, leftEdge)) return false;
-  ends.right = AppendAndCut(ends.right, at, step);
-  ends.left = Start(at);
-  return ends.right != kNone;
-}
-
-template <class Writer>
-bool Chains<Writer>::GoOnRight(Ends& ends, const Corner& at, std::uint32_t rightEdge) {
-  const std::uint32_t step = StepTo(ends, kNone, rightEdge);
-  if (!CloseRight(ends.right, at, step, rightEdge)) return false;
+bool Chains<Writer>::GoOn(Side side, Ends& ends, const Corner& at, std::uint32_t edge) {
+  if (side == kLeft) {
+    const std::uint32_t step = StepTo(ends, edge, kNone);
+    if (!CloseLeft(ends.left, at, step, edge)) return false;
+    ends.right = AppendAndCut(ends.right, at, step);
+    ends.left = Start(at);
+    return ends.right != kNone;
+  }
+  const std::uint32_t step = StepTo(ends, kNone, edge);
+  if (!CloseRight(ends.right, at, step, edge)) return false;
   ends.left = Append(ends.left, at, step);
   ends.right = Start(at);
   return true;
@@ -64,7 +62,7 @@ bool Chains<Writer>::CloseRight(std::uint32_t chain, const Corner& end, std::uin
     const bool isLast = IsSingle(links_[chain].above);
     if (!CutEnd(chain, end, edge, isLast ? single : writer_.AddDiagonal())) return false;
   }
-  Give(chain);
+  Release(chain);
   return true;
 }
 
@@ -91,7 +89,7 @@ bool Chains<Writer>::CloseLeft(std::uint32_t chain, const Corner& end, std::uint
     }
     reflex_.push_back({next.corner, edge, kNone});
     edge = next.edge;
-    Give(chain);
+    Release(chain);
     chain = above;
   }
   return true;

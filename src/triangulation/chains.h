@@ -48,8 +48,8 @@ class Chains {
   // are given by name. False is a contradiction.
 
   void Open(Ends& ends, const Corner& at) { ends = {Start(at), Start(at)}; }
-  [[nodiscard]] bool GoOnLeft(Ends& ends, const Corner& at, std::uint32_t leftEdge);
-  [[nodiscard]] bool GoOnRight(Ends& ends, const Corner& at, std::uint32_t rightEdge);
+  /// `edge` is the one on that side of the interval.
+  [[nodiscard]] bool GoOn(Side side, Ends& ends, const Corner& at, std::uint32_t edge);
   /// `left` is what is split, and becomes what lies left of the vertex.
   [[nodiscard]] bool Split(Ends& left, Ends& right, const Corner& at);
   [[nodiscard]] bool End(const Ends& ends, const Corner& at, std::uint32_t leftEdge,
@@ -68,7 +68,8 @@ class Chains {
     std::uint32_t above;  // kNone for the first
   };
 
-  [[nodiscard]] std::uint32_t Take(const Corner& corner, std::uint32_t edge, std::uint32_t above) {
+  [[nodiscard]] std::uint32_t Allocate(const Corner& corner, std::uint32_t edge,
+                                       std::uint32_t above) {
     if (free_ == kNone) {
       links_.push_back({corner, edge, above});
       return static_cast<std::uint32_t>(links_.size() - 1);
@@ -79,14 +80,14 @@ class Chains {
     return link;
   }
 
-  void Give(std::uint32_t link) noexcept {
+  void Release(std::uint32_t link) noexcept {
     links_[link].above = free_;
     free_ = link;
   }
 
-  [[nodiscard]] std::uint32_t Start(const Corner& corner) { return Take(corner, kNone, kNone); }
+  [[nodiscard]] std::uint32_t Start(const Corner& corner) { return Allocate(corner, kNone, kNone); }
 
-  // Does the chain consist of its first link alone?
+  // Does a chain consist of its first link alone?
   [[nodiscard]] bool IsSingle(std::uint32_t chain) const noexcept {
     return links_[chain].above == kNone;
   }
@@ -102,7 +103,7 @@ class Chains {
   // Continues a chain opposite a left edge. @return the new end
   [[nodiscard]] std::uint32_t Append(std::uint32_t chain, const Corner& corner,
                                      std::uint32_t edge) {
-    return Take(corner, edge, chain);
+    return Allocate(corner, edge, chain);
   }
 
   // Continues a chain opposite a right edge and cuts what becomes convex.
@@ -112,7 +113,7 @@ class Chains {
     while (!IsSingle(chain) && EndIsConvex(chain, corner)) {
       if (!CutEnd(chain, corner, edge, writer_.AddDiagonal())) return kNone;
     }
-    return Take(corner, edge, chain);
+    return Allocate(corner, edge, chain);
   }
 
   // Ends the ring of the right edge `single`, and its chain, in the lower end of that
@@ -142,7 +143,7 @@ class Chains {
     const std::uint32_t above = end.above;
     if (!writer_.Add(links_[above].corner, end.corner, next, {end.edge, edge, third})) return false;
     edge = third;
-    Give(chain);
+    Release(chain);
     chain = above;
     return true;
   }

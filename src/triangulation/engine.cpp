@@ -25,13 +25,8 @@ std::unique_ptr<T[]> NewArray(std::size_t n) {
 
 void TRIAGLOBS::EmitTriangle(VertexNode* a, VertexNode* b, VertexNode* c) {
   if (emitted >= area->triangleCount) ERR::Raise(ERR::FAIL);
-  area->triangles[emitted++] = {a, b, c};
-}
-
-// A triangle without area would mean a neck of no width, or a crossing.
-void TRIAGLOBS::Emit(VertexNode* a, VertexNode* b, VertexNode* c) {
   if (zelvan::Cross(a->grid, b->grid, c->grid) <= 0) ERR::Raise(ERR::FAIL);
-  EmitTriangle(a, b, c);
+  area->triangles[emitted++] = {a, b, c};
 }
 
 void TRIAGLOBS::Run(Area* target, const InsertionOrder& insertionOrder) {

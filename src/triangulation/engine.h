@@ -12,9 +12,23 @@
 //  - The live trapezoids are visited newest block first, slots in ascending order;
 //    where the monotone decomposition starts depends on it.
 //  - Failures are raised with ERR::Raise: FAIL for geometry that is no area, NOMEM.
-//  - Every loop moves strictly down in the order of points, marks a record that it
-//    never takes twice, or descends an acyclic graph, so that any ring of vertices,
-//    crossing itself or not, ends in triangles or a failure.
+//
+//    after             holds
+//    Prepare           every edge runs with the area to its left
+//    BuildTrapezoids   the live trapezoids are those of the area's edges, whatever the order;
+//                      trapezoid.h says how they are linked
+//    Monotonate        each listed ring is monotone, with one side a single edge; together the
+//                      rings are the area
+//    the end           the triangles' areas sum to the area's
+//
+// Everything that is no area shows as a contradiction: a link that names nothing, a step that
+// does not descend, an inside trapezoid that is never reached, a triangle that is not
+// counter-clockwise.
+//
+// Why it ends, on any ring of vertices, crossing itself or not. The walk of an edge goes
+// strictly down in the order of points; searches descend a graph without cycles; the walk
+// through the trapezoids marks each once; diagonals are limited by n + 3 x contours; the cut
+// of a ring takes a vertex off the stack or moves on, and stops at the ring's end.
 #pragma once
 
 #include <initializer_list>
@@ -49,29 +63,26 @@ struct TriVertex {
 };
 
 enum class Direction : std::uint8_t { kFromAbove = 0, kFromBelow = 1 };
-enum class Side : std::uint8_t { kLeft = 0, kRight = 1 };
 
 class TRIAGLOBS {
  public:
   TRIAGLOBS() = default;
   TRIAGLOBS(const TRIAGLOBS&) = delete;
   TRIAGLOBS& operator=(const TRIAGLOBS&) = delete;
-  virtual ~TRIAGLOBS() = default;
-
-  /// Appends one triangle to the area. Raises FAIL when the area's array is full.
-  virtual void EmitTriangle(VertexNode* a, VertexNode* b, VertexNode* c);
 
   /// Triangulates one area in grid form into its `triangles`, n + 2h - 2 for n
-  /// vertices and h holes. On failure the area is left without triangles.
+  /// vertices and h holes. If Run raises an exception, the area is left without triangles.
   void Run(Area* target, const InsertionOrder& insertionOrder = {});
+
+  /// Appends one triangle to the area. Raises FAIL if the area's array is full, and if the
+  /// triangle is not strictly counter-clockwise: a neck of no width, or a crossing.
+  void EmitTriangle(VertexNode* a, VertexNode* b, VertexNode* c);
 
  protected:
   // Set-up (engine.cpp).
   void Prepare(const InsertionOrder& insertionOrder);
-  void AllocateArrays();
   void AddRing(const zelvan::Contour* contour, std::uint32_t& walked);
   void ArrangeOrder(const InsertionOrder& insertionOrder);
-  void Emit(VertexNode* a, VertexNode* b, VertexNode* c);
 
   // Trapezoidation (point_location.cpp, edge_insertion.cpp, merge_trapezoids.cpp).
   void BuildTrapezoids();

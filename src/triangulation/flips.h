@@ -72,9 +72,9 @@ class Flips {
 /// Puts the triangles of a polygon into the order above. Keeps its arrays, too.
 class Arrangement {
  public:
-  /// @param first   number of the polygon's first point, and `end` of the next one's
-  /// @param linked  with their twins, each as some side of its triangle; else those are lost
-  /// @param spare   as long as `sides`; the place of the twins, where these are to be lost
+  /// @param first   the number of the polygon's first point; `end` is that of the next polygon's
+  /// @param linked  are the twins kept, each as some side of its triangle? Else they are lost.
+  /// @param spare   as long as `sides`; may be the array of the twins if these are to be lost
   /// Throws std::bad_alloc, with the triangles where they were.
   void Run(Sides sides, std::uint32_t first, std::uint32_t end, bool linked,
            std::span<std::uint32_t> spare);

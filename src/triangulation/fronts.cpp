@@ -19,7 +19,7 @@ bool IsBeyond(GridPoint p, GridPoint q, std::uint32_t way) noexcept {
 
 }  // namespace
 
-std::uint32_t Fronts::Take(const Corner& corner) {
+std::uint32_t Fronts::Allocate(const Corner& corner) {
   std::uint32_t link = free_;
   if (link == kNone) {
     link = static_cast<std::uint32_t>(links_.size());
@@ -31,16 +31,16 @@ std::uint32_t Fronts::Take(const Corner& corner) {
   return link;
 }
 
-void Fronts::Give(std::uint32_t link) noexcept {
+void Fronts::Release(std::uint32_t link) noexcept {
   links_[link].beside[0] = free_;
   free_ = link;
 }
 
 // The links from one to the one before `end`.
-void Fronts::GiveAll(std::uint32_t link, std::uint32_t end, Way way) noexcept {
+void Fronts::ReleaseAll(std::uint32_t link, std::uint32_t end, Way way) noexcept {
   while (link != end) {
     const std::uint32_t next = links_[link].beside[way];
-    Give(link);
+    Release(link);
     link = next;
   }
 }
@@ -56,7 +56,7 @@ void Fronts::Join(std::uint32_t from, std::uint32_t to, std::uint32_t edge, Way 
 // A second link for the same vertex, which takes over what lies behind the first.
 std::uint32_t Fronts::Double(std::uint32_t link, Way way) {
   const Corner corner = links_[link].corner;
-  const std::uint32_t copy = Take(corner);
+  const std::uint32_t copy = Allocate(corner);
   const std::uint32_t next = links_[link].beside[way];
   if (next != kNone) Join(copy, next, links_[link].edge[way], way);
   return copy;
@@ -144,8 +144,8 @@ std::uint32_t Fronts::Close(std::uint32_t end, const Corner& at, std::uint32_t s
   const std::uint32_t keep = FirstToKeep(end, at, way);
   const std::uint32_t step = keep == end ? single : writer_.AddDiagonal();
   if (!CutRing(at, step, keep, end, single, way)) return kNone;
-  GiveAll(end, keep, way);
-  const std::uint32_t made = Take(at);
+  ReleaseAll(end, keep, way);
+  const std::uint32_t made = Allocate(at);
   Join(made, keep, step, way);
   return made;
 }
@@ -169,7 +169,7 @@ bool Fronts::Smooth(std::uint32_t made, Way way) {
     const bool added =
         way == 1 ? writer_.Add(c, b, a, {bc, ab, edge}) : writer_.Add(a, b, c, {ab, bc, edge});
     if (!added) return false;
-    Give(sharp);
+    Release(sharp);
     Join(made, next, edge, way);
     sharp = next;
   }
@@ -177,18 +177,14 @@ bool Fronts::Smooth(std::uint32_t made, Way way) {
 }
 
 void Fronts::Open(Ends& ends, const Corner& at) {
-  const std::uint32_t link = Take(at);
+  const std::uint32_t link = Allocate(at);
   ends = {{link, link}, link};
 }
 
-bool Fronts::GoOnLeft(Ends& ends, const Corner& at, std::uint32_t leftEdge) {
-  ends.recent = ends.end[0] = Close(ends.end[0], at, leftEdge, 1);
-  return ends.recent != kNone && Smooth(ends.recent, 1);
-}
-
-bool Fronts::GoOnRight(Ends& ends, const Corner& at, std::uint32_t rightEdge) {
-  ends.recent = ends.end[1] = Close(ends.end[1], at, rightEdge, 0);
-  return ends.recent != kNone && Smooth(ends.recent, 0);
+bool Fronts::GoOn(Side side, Ends& ends, const Corner& at, std::uint32_t edge) {
+  const Way inward = OtherSide(side);
+  ends.recent = ends.end[side] = Close(ends.end[side], at, edge, inward);
+  return ends.recent != kNone && Smooth(ends.recent, inward);
 }
 
 // The last link of a middle, from `recent` on, that does not lie beyond a vertex: looked for
@@ -198,6 +194,7 @@ std::uint32_t Fronts::LastBefore(std::uint32_t recent, std::uint32_t end, const 
   std::uint32_t link = recent;
   for (std::uint32_t next = links_[link].beside[way];
        GoesOn(link, next, way) && !LiesBeyond(next, at, way); next = links_[link].beside[way]) {
+    ++steps_;
     link = next;
     const std::uint32_t before = links_[end].beside[1 - way];
     const bool isMiddle = !GoesOn(end, before, way);
@@ -223,8 +220,8 @@ bool Fronts::Split(Ends& left, Ends& right, const Corner& at) {
     far = Double(near, way);
     if (left.end[way] == near) left.end[way] = far;
   }
-  const std::uint32_t nearEnd = Take(at);
-  const std::uint32_t farEnd = Take(at);
+  const std::uint32_t nearEnd = Allocate(at);
+  const std::uint32_t farEnd = Allocate(at);
   Join(near, nearEnd, nearEdge, way);
   Join(farEnd, far, farEdge, way);
   Ends& nearPart = way == 1 ? left : right;
@@ -248,7 +245,7 @@ bool Fronts::End(const Ends& ends, const Corner& at, std::uint32_t leftEdge,
   if (!CutRing(at, step, keep, leftEnd, leftEdge, 1) ||
       !CutRing(at, step, keep, rightEnd, rightEdge, 0))
     return false;
-  GiveAll(leftEnd, kNone, 1);
+  ReleaseAll(leftEnd, kNone, 1);
   return true;
 }
 
@@ -258,7 +255,7 @@ bool Fronts::Merge(Ends& left, const Ends& right, const Corner& at, std::uint32_
   const std::uint32_t twin = Close(right.end[0], at, leftEdge, 1);
   if (made == kNone || twin == kNone) return false;
   Join(made, links_[twin].beside[1], links_[twin].edge[1], 1);
-  Give(twin);
+  Release(twin);
   left.end[1] = right.end[1];
   left.recent = made;
   return Smooth(made, 0) && Smooth(made, 1);

@@ -31,7 +31,7 @@ void TRIAGLOBS::TriangulateRing(ChainNode* start) {
   }
   if (count < 3) ERR::Raise(ERR::FAIL);
   if (count == 3) {
-    Emit(p->vertex, p->next->vertex, p->prev->vertex);
+    EmitTriangle(p->vertex, p->next->vertex, p->prev->vertex);
   } else {
     TriangulateMonotone(top, top->next->vertex->grid == lowest ? 0 : 1);
   }
@@ -57,7 +57,7 @@ void TRIAGLOBS::TriangulateMonotone(ChainNode* top, int side) {
       VertexNode* a = reflexStack[r - 1];
       VertexNode* b = reflexStack[r];
       if (zelvan::Cross(b->grid, a->grid, v->grid) < 0) {
-        Emit(a, b, v);
+        EmitTriangle(a, b, v);
         --r;
         continue;
       }
@@ -66,7 +66,7 @@ void TRIAGLOBS::TriangulateMonotone(ChainNode* top, int side) {
     PushVertex(r, v);
     cur = cur->next;
   }
-  Emit(reflexStack[r - 1], reflexStack[r], cur->vertex);
+  EmitTriangle(reflexStack[r - 1], reflexStack[r], cur->vertex);
 }
 
 }  // namespace VORNEX

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <utility>
 
 #include "triangulation/interval_list.h"
 #include "triangulation/sweep_records.h"
@@ -52,8 +53,7 @@ class PlaneSweep {
   void ReadEvent(std::uint32_t v, Event& event) const noexcept;
 
   [[nodiscard]] bool Handle(const Event& event);
-  [[nodiscard]] bool GoOnLeft(const Event& event);
-  [[nodiscard]] bool GoOnRight(const Event& event);
+  [[nodiscard]] bool GoOn(Side side, const Event& event);
   [[nodiscard]] bool Open(const Event& event);
   [[nodiscard]] bool Split(const Event& event);
   [[nodiscard]] bool End(const Event& event);
@@ -64,11 +64,10 @@ class PlaneSweep {
 
   [[nodiscard]] Place Locate(const Corner& at);
   [[nodiscard]] std::uint32_t Nearby(std::uint32_t v) const noexcept;
-  [[nodiscard]] std::uint32_t TakeInterval(std::uint32_t edge) noexcept;
-  [[nodiscard]] bool KeepsClearOnLeft(std::uint32_t i) const noexcept;
-  [[nodiscard]] bool KeepsClearOnRight(std::uint32_t i) const noexcept;
-  void SetLeft(std::uint32_t i, const Event& event);
-  void SetRight(std::uint32_t i, const Event& event);
+  [[nodiscard]] std::uint32_t UnlinkEdge(std::uint32_t edge) noexcept;
+  [[nodiscard]] bool KeepsClear(Side side, std::uint32_t i) const noexcept;
+  void SetEdge(Side side, std::uint32_t i, const Event& event) noexcept;
+  void MoveRightEdge(std::uint32_t from, std::uint32_t to) noexcept;
 
   std::span<SweepVertex> vertices_;
   Cutter& cutter_;
@@ -139,9 +138,9 @@ bool PlaneSweep<Cutter, kMayCross>::Handle(const Event& event) {
     case Kind::kSpike:
       return false;
     case Kind::kLeft:
-      return GoOnLeft(event);
+      return GoOn(kLeft, event);
     case Kind::kRight:
-      return GoOnRight(event);
+      return GoOn(kRight, event);
     case Kind::kOpen:
       return Open(event);
     case Kind::kSplit:
@@ -171,91 +170,61 @@ std::uint32_t PlaneSweep<Cutter, kMayCross>::Nearby(std::uint32_t v) const noexc
 template <class Cutter, bool kMayCross>
 typename PlaneSweep<Cutter, kMayCross>::Place PlaneSweep<Cutter, kMayCross>::Locate(
     const Corner& at) {
-  return intervals_.Find([&](const Interval<Ends>& interval) { return SideOf(interval, at.point); },
-                         Nearby(at.vertex));
+  return intervals_.Find(
+      [&](const Interval<Ends>& interval) { return PlaceBeside(interval, at.point); },
+      Nearby(at.vertex));
 }
 
-// The interval that an edge bounds, which ends now; kNone when its upper end was not met.
+// The interval that an edge bounds, where the edge ends now; kNone when its upper end was not met.
 template <class Cutter, bool kMayCross>
-std::uint32_t PlaneSweep<Cutter, kMayCross>::TakeInterval(std::uint32_t edge) noexcept {
-  const std::uint32_t i = vertices_[edge].interval;
-  vertices_[edge].interval = kNone;
-  return i;
+std::uint32_t PlaneSweep<Cutter, kMayCross>::UnlinkEdge(std::uint32_t edge) noexcept {
+  return std::exchange(vertices_[edge].interval, kNone);
 }
 
-// An edge from endedUpper ends at a point of a facing edge. Does it only touch that one,
-// and not run along it?
-inline bool OnlyTouches(GridPoint endedUpper, GridPoint ended, GridPoint upper,
-                        GridPoint lower) noexcept {
-  return ended == upper || SideOfDescent(upper, lower, endedUpper) != 0;
+// An edge ends at a point of a facing edge. Does it only touch that one, and not run along it?
+inline bool OnlyTouches(const Descent& ended, const Descent& facing) noexcept {
+  return ended.lower == facing.upper || SideOfDescent(facing, ended.upper) != 0;
 }
 
-// The left edge of an interval ends. Does it keep clear of the interval before it?
+// The edge on one side of an interval ends. Does it keep clear of the interval beside it?
 template <class Cutter, bool kMayCross>
-bool PlaneSweep<Cutter, kMayCross>::KeepsClearOnLeft(std::uint32_t i) const noexcept {
+bool PlaneSweep<Cutter, kMayCross>::KeepsClear(Side side, std::uint32_t i) const noexcept {
   if constexpr (!kMayCross) return true;
-  const std::uint32_t before = intervals_.Before(i);
-  if (before == kNone) return true;
-  const Interval<Ends>& interval = intervals_[i];
-  const GridPoint upper = intervals_[before].rightUpper;
-  const GridPoint lower = intervals_[before].rightLower;
-  const std::int64_t side = SideOfDescent(upper, lower, interval.leftLower);
-  return side > 0 ||
-         (side == 0 && OnlyTouches(interval.leftUpper, interval.leftLower, upper, lower));
+  const std::uint32_t beside = side == kLeft ? intervals_.Before(i) : intervals_.After(i);
+  if (beside == kNone) return true;
+  const Descent& ended = intervals_[i].edge[side];
+  const Descent& facing = intervals_[beside].edge[OtherSide(side)];
+  const std::int64_t place = SideOfDescent(facing, ended.lower);
+  return (side == kLeft ? place > 0 : place < 0) || (place == 0 && OnlyTouches(ended, facing));
 }
 
-// The same for the right edge and the interval after it.
+// An edge of the vertex goes down from here on one side of an interval: on the left the edge to
+// the next vertex, on the right the edge to the previous one.
 template <class Cutter, bool kMayCross>
-bool PlaneSweep<Cutter, kMayCross>::KeepsClearOnRight(std::uint32_t i) const noexcept {
-  if constexpr (!kMayCross) return true;
-  const std::uint32_t after = intervals_.After(i);
-  if (after == kNone) return true;
-  const Interval<Ends>& interval = intervals_[i];
-  const GridPoint upper = intervals_[after].leftUpper;
-  const GridPoint lower = intervals_[after].leftLower;
-  const std::int64_t side = SideOfDescent(upper, lower, interval.rightLower);
-  return side < 0 ||
-         (side == 0 && OnlyTouches(interval.rightUpper, interval.rightLower, upper, lower));
-}
-
-// The vertex's own edge goes down from here as the left edge of an interval.
-template <class Cutter, bool kMayCross>
-void PlaneSweep<Cutter, kMayCross>::SetLeft(std::uint32_t i, const Event& event) {
+void PlaneSweep<Cutter, kMayCross>::SetEdge(Side side, std::uint32_t i,
+                                            const Event& event) noexcept {
   Interval<Ends>& interval = intervals_[i];
-  interval.leftUpper = event.at.point;
-  interval.leftLower = event.nextPoint;
-  vertices_[event.at.vertex].interval = i;
-}
-
-// The edge before the vertex goes down from here as the right edge of an interval.
-template <class Cutter, bool kMayCross>
-void PlaneSweep<Cutter, kMayCross>::SetRight(std::uint32_t i, const Event& event) {
-  Interval<Ends>& interval = intervals_[i];
-  interval.rightUpper = event.at.point;
-  interval.rightLower = event.prevPoint;
-  interval.rightEdge = event.prev;
-  vertices_[event.prev].interval = i;
+  const std::uint32_t edge = side == kLeft ? event.at.vertex : event.prev;
+  interval.edge[side] = {event.at.point, side == kLeft ? event.nextPoint : event.prevPoint};
+  if (side == kRight) interval.rightEdge = edge;
+  vertices_[edge].interval = i;
 }
 
 template <class Cutter, bool kMayCross>
-bool PlaneSweep<Cutter, kMayCross>::GoOnLeft(const Event& event) {
-  const std::uint32_t edge = event.prev;
-  const std::uint32_t i = TakeInterval(edge);
-  if (i == kNone) return false;
-  if (!KeepsClearOnLeft(i)) return false;
-  if (!cutter_.GoOnLeft(intervals_[i].ends, event.at, edge)) return false;
-  SetLeft(i, event);
-  return true;
+void PlaneSweep<Cutter, kMayCross>::MoveRightEdge(std::uint32_t from, std::uint32_t to) noexcept {
+  intervals_[to].edge[kRight] = intervals_[from].edge[kRight];
+  intervals_[to].rightEdge = intervals_[from].rightEdge;
+  vertices_[intervals_[to].rightEdge].interval = to;
 }
 
+// The contour goes on along one side of an interval.
 template <class Cutter, bool kMayCross>
-bool PlaneSweep<Cutter, kMayCross>::GoOnRight(const Event& event) {
-  const std::uint32_t edge = event.at.vertex;
-  const std::uint32_t i = TakeInterval(edge);
-  if (i == kNone) return false;
-  if (!KeepsClearOnRight(i)) return false;
-  if (!cutter_.GoOnRight(intervals_[i].ends, event.at, edge)) return false;
-  SetRight(i, event);
+bool PlaneSweep<Cutter, kMayCross>::GoOn(Side side, const Event& event) {
+  const std::uint32_t edge = side == kLeft ? event.prev : event.at.vertex;
+  const std::uint32_t i = UnlinkEdge(edge);
+  if (i == kNone || !KeepsClear(side, i)) return false;
+  if (!cutter_.GoOn(side, intervals_[i].ends, event.at, edge)) return false;
+  SetEdge(side, i, event);
   return true;
 }
 
@@ -265,8 +234,8 @@ bool PlaneSweep<Cutter, kMayCross>::Open(const Event& event) {
   if (place.at != kNone) return false;
   const std::uint32_t i = intervals_.Insert({}, place.before, place.after);
   cutter_.Open(intervals_[i].ends, event.at);
-  SetLeft(i, event);
-  SetRight(i, event);
+  SetEdge(kLeft, i, event);
+  SetEdge(kRight, i, event);
   return true;
 }
 
@@ -276,15 +245,10 @@ bool PlaneSweep<Cutter, kMayCross>::Split(const Event& event) {
   const std::uint32_t i = Locate(event.at).at;
   if (i == kNone) return false;
   const std::uint32_t rest = intervals_.Insert({}, i, intervals_.After(i));
-  Interval<Ends>& left = intervals_[i];
-  Interval<Ends>& right = intervals_[rest];
-  right.rightUpper = left.rightUpper;
-  right.rightLower = left.rightLower;
-  right.rightEdge = left.rightEdge;
-  vertices_[right.rightEdge].interval = rest;
-  if (!cutter_.Split(left.ends, right.ends, event.at)) return false;
-  SetRight(i, event);
-  SetLeft(rest, event);
+  MoveRightEdge(i, rest);
+  if (!cutter_.Split(intervals_[i].ends, intervals_[rest].ends, event.at)) return false;
+  SetEdge(kRight, i, event);
+  SetEdge(kLeft, rest, event);
   return true;
 }
 
@@ -292,29 +256,25 @@ template <class Cutter, bool kMayCross>
 bool PlaneSweep<Cutter, kMayCross>::End(const Event& event) {
   const std::uint32_t leftEdge = event.prev;
   const std::uint32_t rightEdge = event.at.vertex;
-  const std::uint32_t i = TakeInterval(leftEdge);
-  if (i == kNone || TakeInterval(rightEdge) != i) return false;
-  if (!KeepsClearOnLeft(i) || !KeepsClearOnRight(i)) return false;
+  const std::uint32_t i = UnlinkEdge(leftEdge);
+  if (i == kNone || UnlinkEdge(rightEdge) != i) return false;
+  if (!KeepsClear(kLeft, i) || !KeepsClear(kRight, i)) return false;
   if (!cutter_.End(intervals_[i].ends, event.at, leftEdge, rightEdge)) return false;
   intervals_.Remove(i);
   return true;
 }
 
-// The interval on the left takes over the other one.
+// The interval on the left goes on as both.
 template <class Cutter, bool kMayCross>
 bool PlaneSweep<Cutter, kMayCross>::Merge(const Event& event) {
   const std::uint32_t leftEdge = event.prev;
   const std::uint32_t rightEdge = event.at.vertex;
-  const std::uint32_t l = TakeInterval(rightEdge);
-  const std::uint32_t r = TakeInterval(leftEdge);
+  const std::uint32_t l = UnlinkEdge(rightEdge);
+  const std::uint32_t r = UnlinkEdge(leftEdge);
   if (l == kNone || r == kNone || intervals_.After(l) != r) return false;
-  Interval<Ends>& left = intervals_[l];
-  const Interval<Ends>& right = intervals_[r];
-  if (!cutter_.Merge(left.ends, right.ends, event.at, rightEdge, leftEdge)) return false;
-  left.rightUpper = right.rightUpper;
-  left.rightLower = right.rightLower;
-  left.rightEdge = right.rightEdge;
-  vertices_[left.rightEdge].interval = l;
+  if (!cutter_.Merge(intervals_[l].ends, intervals_[r].ends, event.at, rightEdge, leftEdge))
+    return false;
+  MoveRightEdge(r, l);
   intervals_.Remove(r);
   return true;
 }

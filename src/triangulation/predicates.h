@@ -21,6 +21,13 @@ namespace VORNEX {
 using zelvan::GridPoint;
 using zelvan::VertexNode;
 
+/// The sides of an interval, a trapezoid or an edge, at smaller and at larger x.
+enum Side : std::uint32_t { kLeft = 0, kRight = 1 };
+
+[[nodiscard]] constexpr Side OtherSide(Side side) noexcept {
+  return side == kLeft ? kRight : kLeft;
+}
+
 /// The bound points that stand for plus and minus infinity. A vertex may lie there.
 inline constexpr GridPoint TOP{zelvan::GRID_MAX - zelvan::GRID_OFFSET,
                                zelvan::GRID_MAX - zelvan::GRID_OFFSET};

@@ -32,7 +32,7 @@ class RegionCutter {
 
   [[nodiscard]] zelvan::RegionWork Run() {
     for (std::size_t p = 0; p < region_.Polygons(); ++p) CutPolygon(p);
-    return {plainSweep_.steps() + delaunaySweep_.steps(), flipCount_};
+    return {plainSweep_.steps() + delaunaySweep_.steps(), flipCount_, fronts_.steps()};
   }
 
  private:

@@ -11,6 +11,7 @@ namespace zelvan {
 struct RegionWork {
   std::uint64_t intervals = 0;  ///< looked at by searches
   std::uint64_t flips = 0;
+  std::uint64_t links = 0;  ///< of fronts, walked to where these are split
 };
 
 /// Cuts a region, coordinates from -2^30 to 2^30 - 1, polygon by polygon into its n + 2h - 2a

@@ -17,9 +17,9 @@ namespace VORNEX {
 class RegionWriter {
  public:
   /// Starts a polygon. Throws std::bad_alloc.
-  /// @param first     number of the polygon's first vertex, which the sweep calls 0
-  /// @param corners   room for three numbers a triangle
-  /// @param twins     the same for the sides across; null where nobody asks
+  /// @param first     the number of the polygon's first vertex, which the sweep calls 0
+  /// @param corners   receives three numbers a triangle
+  /// @param twins     receives the sides across, three a triangle; null if nobody asks for them
   void Begin(std::uint32_t first, std::uint32_t vertices, std::uint32_t wanted,
              std::uint32_t* corners, std::uint32_t* twins) {
     first_ = first;

@@ -20,20 +20,14 @@ struct SweepVertex {
   GridPoint point;
   std::uint32_t prev;  ///< on the contour
   std::uint32_t next;
-  std::uint32_t interval;  ///< that the vertex's edge bounds now; kNone before and after
+  std::uint32_t interval;  ///< the interval that the vertex's edge bounds now; else kNone
 };
 
-/// A vertex of the sweep with what is asked of it most: a look at far memory less.
+/// A vertex by its number, with a copy of its point: most questions to a vertex are for its
+/// point, and the copy spares them a look at far memory.
 struct Corner {
   GridPoint point;
   std::uint32_t vertex;
 };
-
-/// On which side of a line that goes down from `upper` to `lower` does p lie? Positive
-/// to the right, at larger x; zero on it.
-[[nodiscard]] constexpr std::int64_t SideOfDescent(GridPoint upper, GridPoint lower,
-                                                   GridPoint p) noexcept {
-  return zelvan::Cross(upper, lower, p);
-}
 
 }  // namespace VORNEX

@@ -19,20 +19,20 @@ namespace VORNEX {
 
 class TriangleWriter {
  public:
-  /// @param nodes     of the area's vertices
-  /// @param mesh      null when no mesh is wanted
-  /// @param numbering where the area's vertices stand in the mesh
-  TriangleWriter(zelvan::Area& area, std::span<VertexNode* const> nodes, TriangleMesh* mesh,
-                 AreaNumbering numbering)
+  /// @param triangles  receives the triangles of the area, all of them
+  /// @param nodes      of the area's vertices
+  /// @param mesh       null when no mesh is wanted
+  /// @param numbering  where the area's vertices stand in the mesh
+  TriangleWriter(std::span<zelvan::Triangle> triangles, std::span<VertexNode* const> nodes,
+                 TriangleMesh* mesh, AreaNumbering numbering)
       : nodes_(nodes),
         edgeCount_(static_cast<std::uint32_t>(nodes.size())),
-        wanted_(area.triangleCount),
-        triangles_(area.triangles.get()),
+        triangles_(triangles),
         mesh_(mesh),
         numbering_(numbering) {
     // Of the edges of all triangles each contour edge counts once, each diagonal twice.
     if (mesh_ == nullptr) return;
-    numbers_.reserve((3 * std::size_t{wanted_} + nodes.size()) / 2);
+    numbers_.reserve((3 * triangles.size() + nodes.size()) / 2);
     numbers_.resize(nodes.size(), kNone);
   }
 
@@ -43,10 +43,10 @@ class TriangleWriter {
   }
 
   /// Adds a triangle by its corners, counter-clockwise, and its edges, the first one
-  /// between the first two corners. @return false when the area's array is full
+  /// between the first two corners. @return false if the array is full
   [[nodiscard]] bool Add(const Corner& p, const Corner& q, const Corner& r,
                          const std::array<std::uint32_t, 3>& edge) {
-    if (count_ == wanted_) return false;
+    if (IsComplete()) return false;
     triangles_[count_++] = {nodes_[p.vertex], nodes_[q.vertex], nodes_[r.vertex]};
     if (mesh_ != nullptr) {
       const std::uint32_t pq = NumberOf(edge[0], p.vertex, q.vertex);
@@ -58,7 +58,7 @@ class TriangleWriter {
   }
 
   /// Have all triangles of the area been added?
-  [[nodiscard]] bool IsComplete() const noexcept { return count_ == wanted_; }
+  [[nodiscard]] bool IsComplete() const noexcept { return count_ == triangles_.size(); }
 
  private:
   // The number of an edge in the mesh, given at its first appearance.
@@ -72,12 +72,11 @@ class TriangleWriter {
 
   std::span<VertexNode* const> nodes_;
   std::uint32_t edgeCount_;
-  std::uint32_t wanted_;
-  zelvan::Triangle* triangles_;
+  std::span<zelvan::Triangle> triangles_;
   TriangleMesh* mesh_;
   AreaNumbering numbering_;
   std::vector<std::uint32_t> numbers_;  // in the mesh, of the edges by name; kNone at first
-  std::uint32_t count_ = 0;
+  std::size_t count_ = 0;
 };
 
 }  // namespace VORNEX

@@ -1,7 +1,8 @@
 // The entries of the triangulation engine (triangulate.h).
 #include "triangulation/triangulate.h"
 
-#include <new>
+#include <zelvan/error.h>
+
 #include <utility>
 #include <vector>
 
@@ -46,28 +47,30 @@ void ReserveMesh(TriangleMesh& mesh, const zelvan::Area* ring) {
   mesh.Reserve((3 * triangles + vertices) / 2, triangles);
 }
 
-// One area into its triangles and the mesh, which may be null.
+// Cuts one area into its triangles and into the mesh of the settings.
 void TriangulateArea(zelvan::Area& area, const SweepSettings& settings) {
-  TriangleMesh* mesh = settings.mesh;
-  const std::size_t edges = mesh != nullptr ? mesh->edges().size() : 0;
-  const std::size_t faces = mesh != nullptr ? mesh->faces().size() : 0;
+  TriangleMesh& mesh = *settings.mesh;
+  const std::size_t edges = mesh.edges().size();
+  const std::size_t faces = mesh.faces().size();
   if (TriangulateBySweep(area, settings)) return;
-  if (mesh != nullptr) mesh->Truncate(edges, faces);
+  mesh.Truncate(edges, faces);
   TRIAGLOBS().Run(&area);
-  if (mesh != nullptr) FillMesh(*mesh, area);
+  FillMesh(mesh, area);
 }
 
-// Calls work and tells how it ended.
-template <class Work>
-ERR::CODE CodeOf(Work work) {
-  try {
-    work();
-    return ERR::OK;
-  } catch (const std::bad_alloc&) {
-    return ERR::NOMEM;
-  } catch (...) {
-    return ERR::Clear();
-  }
+// Cuts all areas of a shape into their triangles and into the mesh.
+void TriangulateAreas(zelvan::Shape& shape, TriangleMesh& mesh) {
+  ReserveMesh(mesh, shape.areas);
+  const std::vector<std::int32_t> shared = SharedNumbers(shape.vertexTable);
+  const bool isOnly = shape.areas->next == shape.areas;
+  const zelvan::KeyOrder* order = isOnly ? &shape.vertexTable.fromTheTop() : nullptr;
+  std::int32_t first = 0;
+  zelvan::ForEachArea(shape.areas, [&](zelvan::Area* area) {
+    TriangulateArea(*area, {&mesh, AreaNumbering(first, shared), order});
+    for (const zelvan::Contour* c = area->contours; c != nullptr; c = c->next) {
+      first += static_cast<std::int32_t>(c->count);
+    }
+  });
 }
 
 void DeleteMesh(TriangleMesh* mesh) noexcept {
@@ -76,43 +79,22 @@ void DeleteMesh(TriangleMesh* mesh) noexcept {
 
 }  // namespace
 
-ERR::CODE TriangulateAreas(zelvan::Area* ring) {
-  return CodeOf(
-      [=] { zelvan::ForEachArea(ring, [](zelvan::Area* area) { TriangulateArea(*area, {}); }); });
-}
-
-ERR::CODE TriangulateAreas(zelvan::Area* ring, const InsertionOrder& order) {
-  return CodeOf([&] {
-    zelvan::ForEachArea(ring, [&](zelvan::Area* area) { TRIAGLOBS().Run(area, order); });
-  });
-}
-
 }  // namespace VORNEX
 
 namespace zelvan {
 
 bool Triangulate(Shape& shape) {
-  using namespace VORNEX;
   if (shape.areas == nullptr) return false;
-  MeshOwner mesh(nullptr, DeleteMesh);
-  const ERR::CODE code = CodeOf([&] {
-    mesh.reset(new TriangleMesh(shape.vertexTable));
-    ReserveMesh(*mesh, shape.areas);
-    const std::vector<std::int32_t> shared = SharedNumbers(shape.vertexTable);
-    const bool isOnly = shape.areas->next == shape.areas;
-    const KeyOrder* order = isOnly ? &shape.vertexTable.fromTheTop() : nullptr;
-    std::int32_t first = 0;
-    ForEachArea(shape.areas, [&](Area* area) {
-      TriangulateArea(*area, {mesh.get(), AreaNumbering(first, shared), order});
-      for (const Contour* c = area->contours; c != nullptr; c = c->next) {
-        first += static_cast<std::int32_t>(c->count);
-      }
-    });
-  });
-  if (code != ERR::OK) return false;
-  mesh->ReleaseIndex();
-  shape.mesh = std::move(mesh);
-  return true;
+  try {
+    MeshOwner mesh(new VORNEX::TriangleMesh(shape.vertexTable), VORNEX::DeleteMesh);
+    VORNEX::TriangulateAreas(shape, *mesh);
+    mesh->ReleaseIndex();
+    shape.mesh = std::move(mesh);
+    return true;
+  } catch (...) {
+    ERR::Clear();
+    return false;
+  }
 }
 
 }  // namespace zelvan

@@ -77,6 +77,10 @@ TEST(Error, MessagesAreCutToTheBuffer) {
   EXPECT_STREQ(text, "Out of");
   EXPECT_TRUE(ERR::GetErrorMessage(memory, text, 0, nullptr) && *text == 'O');
   EXPECT_TRUE(ERR::GetErrorMessage(memory, nullptr, 0, nullptr));
+  CException* file = Catch<void*>(ERR::FILE);
+  EXPECT_TRUE(ERR::GetErrorMessage(file, text, sizeof text, nullptr));
+  EXPECT_STREQ(text, "A file ");
+  ERR::Delete(file);
 }
 
 }  // namespace

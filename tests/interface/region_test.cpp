@@ -236,8 +236,7 @@ TEST(RegionGuarantee, EqualReadsTheSame) {
   }
 }
 
-// Sessions of random operations, judged as the fuzzer judges its own: an end of the program, with
-// the fault named, is the failure.
+// Sessions of random operations, judged as the fuzzer judges its own; its judge throws.
 TEST(RegionGuarantee, MeshIsConsistent) {
   for (std::uint64_t seed = 0; seed < 1000; ++seed) {
     Random random(seed);
@@ -245,6 +244,13 @@ TEST(RegionGuarantee, MeshIsConsistent) {
     for (std::uint8_t& byte : bytes) byte = static_cast<std::uint8_t>(random.Bits() >> 24);
     EXPECT_NO_THROW(LLVMFuzzerTestOneInput(bytes.data(), bytes.size())) << seed;
   }
+  // Two polygons that both touch themselves in the place where they meet.
+  std::vector<Ring> rings = {{{0, 0}, {9, 0}, {9, 9}, {0, 9}}, {{9, 9}, {5, 8}, {8, 5}}};
+  for (std::size_t i = 0; i < 2; ++i) {
+    rings.push_back(rings[i]);
+    for (Point& p : rings.back()) p = {18 - p.x, 18 - p.y};
+  }
+  EXPECT_EQ(zelvan::test::CheckMeshes(Region(rings, FillRule::EvenOdd, Grid())), "");
 }
 
 // That no circle holds a vertex across an edge, the judge of meshes sees. Here: a polygon's
@@ -320,6 +326,17 @@ TEST(RegionGuarantee, NothingIsLostSilently) {
     const Region a = make(1), b = make(step);
     const Grid grid = CommonGrid(a, b);
     EXPECT_EQ(grid, zelvan::CommonGrid(std::array{b, Region(), a}));
+    // Of many, some at the ends of their grids.
+    const auto atAnEnd = [&](const Grid& on) {
+      const auto end = [&] { return on.Step() * (random.Below(2) == 0 ? 0 : kFar - 99); };
+      const Point p{on.Origin().x + end(), on.Origin().y + end()}, q{p.x + 99 * on.Step(), p.y};
+      return Region({{p, q, {q.x, p.y + 99 * on.Step()}}}, FillRule::NonZero, on);
+    };
+    std::vector<Region> many = {a, atAnEnd(a.Grid()), b, atAnEnd(b.Grid()), atAnEnd(b.Grid())};
+    const Grid wide = CommonGrid(many);
+    for (const Region& region : many) EXPECT_NO_THROW((void)region.OnGrid(wide));
+    random.Shuffle(many);
+    EXPECT_EQ(CommonGrid(many), wide);
     bool isFaithful = true;
     for (const Region& region : {a, b}) {
       const Region moved = region.OnGrid(grid);

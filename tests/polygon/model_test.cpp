@@ -131,15 +131,36 @@ TEST(SnapShape, KeepsWhatDoesNotCollapse) {
   EXPECT_GT(collapsed, 500);
 }
 
-TEST(KeySort, BothWaysGiveOneOrder) {
+// Few, many and very many keys of 1 to 62 bits, spread or on few values.
+TEST(KeySorter, SortsAsComparisonsDo) {
   Random random(22);
-  for (const std::uint32_t n : {50u, 5000u}) {
-    std::vector<std::uint64_t> keys(n);
-    for (auto& key : keys) key = KeyFromTheTop({random.Between(-99, 99), random.Between(-99, 99)});
-    const auto at = [&](std::uint32_t i) { return keys[i]; };
-    const KeyOrder packed = SortByKey(n, at, n), plain = SortByKey(n, at, 0);
-    EXPECT_EQ(packed.positions, plain.positions);
-    EXPECT_EQ(packed.equal.size(), plain.equal.size());
+  KeySorter sorter;
+  for (int round = 0; round < 100; ++round) {
+    const auto n = static_cast<std::uint32_t>(random.Below(round % 10 == 0 ? 40000 : 4000));
+    const int bits = random.Between(1, 62), low = random.Below(bits);
+    const auto key = [&] { return random.Bits() >> (64 - bits) >> low << random.Below(low + 1); };
+    std::vector<std::pair<std::uint64_t, std::uint32_t>> keys(n);
+    for (std::uint32_t i = 0; i < n; ++i) keys[i] = {key(), i};
+    const auto keyOf = [given = keys](std::uint32_t i) { return given[i].first; };
+    sorter.Sort(n, bits, keyOf);
+    std::sort(keys.begin(), keys.end());
+    for (std::uint32_t k = 0; k < n; ++k) {
+      ASSERT_EQ(sorter[k], keys[k].second);
+      ASSERT_TRUE(k == 0 || keys[k - 1].first != keys[k].first || sorter.MayBeEqual(k - 1, k));
+    }
+    const auto point = [&](std::uint32_t i) { return std::pair(keyOf(i) >> 22, i); };  // 40 bits
+    const KeyOrder order = SortByKey(n, [&](std::uint32_t i) { return point(i).first; });
+    std::size_t equal = 0;
+    for (std::uint32_t k = 1; k < n; ++k) {
+      const auto a = point(order.positions[k - 1]), b = point(order.positions[k]);
+      ASSERT_LT(a, b);
+      equal += a.first == b.first ? 1 : 0;
+    }
+    for (const KeyOrder::Run run : order.equal) {
+      ASSERT_EQ(point(order.positions[run.begin]).first, point(order.positions[run.end - 1]).first);
+      equal -= run.end - run.begin - 1;
+    }
+    ASSERT_EQ(equal, 0u);
   }
 }
 

@@ -49,9 +49,10 @@ struct FlatMesh {
 /// The same below any interface, with coordinates of up to 31 bits.
 [[nodiscard]] std::string CheckMeshes(const FlatRegion& region);
 
-/// What became of a ring of areas that was cut in both ways: by the sweep, and by insertion under
-/// the given orders. All that succeed give the same triangles; what fails leaves nothing behind;
-/// and where the areas are sound, or the sweep finds them so, everything succeeds.
+/// What became of a ring of areas that were cut in both ways, each on its own: by the sweep, and by
+/// insertion under the given orders. All ways that succeed give the same triangles; a way that
+/// fails leaves nothing behind; and where the areas are sound, or the sweep finds them so, every
+/// way succeeds.
 struct Cuts {
   bool swept;
   bool inserted;      ///< under every order

@@ -13,7 +13,6 @@
 #include "triangulation/in_circle.h"
 #include "triangulation/region_triangles.h"
 #include "triangulation/triangulate.h"
-#include "triangulation/vertex_order.h"
 
 namespace {
 
@@ -36,11 +35,18 @@ struct Cut {
 TEST(Triangulation, AFailingAreaIsLeftWithoutTriangles) {
   const Rings crossing{{{20, 0}, {29, 0}, {20, 9}, {30, 8}, {30, 30}}};
   const auto shape = ShapeOf({kSquare, crossing});
-  EXPECT_EQ(VORNEX::TriangulateAreas(shape->areas), ERR::FAIL);
+  EXPECT_FALSE(Triangulate(*shape));
   EXPECT_EQ(zelvan::test::CheckTriangles(*shape->areas), "");
   EXPECT_EQ(shape->areas->next->triangles, nullptr);
-  EXPECT_FALSE(Triangulate(*shape));
+  EXPECT_EQ(shape->areas->next->triangleCount, 0u);
   EXPECT_EQ(shape->mesh, nullptr);
+  for (const std::uint32_t count : {3u, 5u}) {  // a ring is not as long as its contour says
+    const auto broken = ShapeOf({kSquare});
+    std::uint32_t& said = broken->areas->contours->count;
+    EXPECT_EQ(std::exchange(said, count), 4u);
+    EXPECT_FALSE(Triangulate(*broken));
+    said = 4;
+  }
 }
 
 TEST(Triangulation, TheOutputArrayIsGuarded) {
@@ -52,16 +58,20 @@ TEST(Triangulation, TheOutputArrayIsGuarded) {
   shape->areas->triangleCount = 1;
   Probe engine(shape->areas);
   const auto& v = shape->vertexTable;
-  engine.EmitTriangle(v[0], v[1], v[2]);
-  try {
-    engine.EmitTriangle(v[2], v[1], v[0]);
-    FAIL();
-  } catch (...) {
-    EXPECT_EQ(ERR::Clear(), ERR::FAIL);
-  }
+  const auto refuses = [&](auto* a, auto* b, auto* c) {
+    try {
+      engine.EmitTriangle(a, b, c);
+    } catch (...) {
+      return ERR::Clear() == ERR::FAIL;
+    }
+    return false;
+  };
+  EXPECT_TRUE(refuses(v[2], v[1], v[0]));
+  EXPECT_FALSE(refuses(v[0], v[1], v[2]));
+  EXPECT_TRUE(refuses(v[0], v[2], v[3]));
 }
 
-// Areas, regions, and a mesh: the old one stays until the new one is whole.
+// Areas in both ways, regions, and a mesh: the old one stays until the new one is whole.
 TEST(Triangulation, EveryFailedAllocationIsReported) {
   Random random(9);
   const Rings raster = zelvan::test::LargePolygons(random, 48)[4];
@@ -70,15 +80,18 @@ TEST(Triangulation, EveryFailedAllocationIsReported) {
   const Cut expected(region);
   const std::size_t failures = support::FailEachInTurn(
       [&] {
-        const ERR::CODE code = VORNEX::TriangulateAreas(shape->areas);
-        EXPECT_EQ(code == ERR::OK, shape->areas->triangles != nullptr);
-        EXPECT_TRUE(code == ERR::OK || code == ERR::NOMEM);
+        zelvan::Area& area = *shape->areas;
         try {
+          EXPECT_TRUE(VORNEX::TriangulateBySweep(area));
+          VORNEX::TRIAGLOBS().Run(&area);
           EXPECT_EQ(Cut(region).triangles, expected.triangles);
-          return code == ERR::OK;
+          return true;
         } catch (const std::bad_alloc&) {
-          return false;
+        } catch (...) {
+          EXPECT_EQ(ERR::Clear(), ERR::NOMEM);
         }
+        EXPECT_EQ(area.triangles != nullptr, area.triangleCount != 0);
+        return false;
       },
       [&](bool /*struck*/) { shape->areas->triangles.reset(); });
   EXPECT_GT(failures, 30u);
@@ -124,32 +137,6 @@ TEST(SideOfCircle, IsTheSignOfTheDeterminant) {
   EXPECT_GT(signs, 10000);
 }
 
-// Few and many points, in a corner of the range or all over it, on lines and close together.
-TEST(VertexOrder, IsFromTheTopAndFromTheRight) {
-  Random random(23);
-  VORNEX::VertexOrder sorter;
-  for (int round = 0; round < 300; ++round) {
-    std::vector<VORNEX::SweepVertex> vertices(random.Below(std::size_t{3000}) + 3);
-    const int bits = random.Between(1, 31), jitter = random.Between(1, 4);
-    const auto coordinate = [&] {
-      const std::int64_t any = static_cast<std::int64_t>(random.Bits() >> (64 - bits));
-      const std::int64_t g =
-          random.Below(3) == 0 ? any : random.Below(std::int64_t{2}) << (bits - 1);
-      return static_cast<std::int32_t>((g ^ random.Below(jitter)) - (std::int64_t{1} << 30));
-    };
-    for (auto& v : vertices) v.point = {coordinate(), coordinate()};
-    const auto order = sorter.Sort(vertices);
-    std::vector<bool> seen(vertices.size());
-    for (std::size_t k = 0; k < order.size(); ++k) {
-      ASSERT_FALSE(seen[order[k]]);
-      seen[order[k]] = true;
-      if (k == 0) continue;
-      const GridPoint p = vertices[order[k - 1]].point, q = vertices[order[k]].point;
-      ASSERT_TRUE(VORNEX::GreaterThan(p, q) || (p == q && order[k - 1] < order[k]));
-    }
-  }
-}
-
 // A search looks at a logarithm of the intervals, and a chain's links are looked at once
 // when they are pushed and once when they are cut off, however large the area is. As a region,
 // it is swept along the axis with less to search; from these triangles less than a flip a vertex
@@ -167,8 +154,19 @@ TEST(Sweep, WorkFollowsTheSize) {
       const zelvan::RegionWork work = Cut(FlatRegionOf(rings)).work;
       EXPECT_LE(static_cast<double>(work.intervals), n * std::log2(n));
       EXPECT_LE(static_cast<double>(work.flips), n);
+      EXPECT_LE(static_cast<double>(work.links), n * std::log2(n));
     }
   }
+  // A wide ceiling, and below it, by turns, a vertex on the left and a hole on the right.
+  constexpr std::int32_t kWide = 2000, kHoles = 500, kTop = 10 * kHoles;
+  Rings room{{{-9, 0}, {9 * kWide, 0}}};
+  for (std::int32_t x = kWide; x > 0; --x) room[0].push_back({9 * x, kTop + x * (kWide - x) / 9});
+  for (std::int32_t i = 0; i < kHoles; ++i) {
+    const std::int32_t x = 9 * kWide - 99, y = kTop - 10 * i;
+    room[0].push_back({-(i % 2), y});
+    room.push_back({{x, y - 5}, {x - 3, y - 8}, {x + 3, y - 8}});
+  }
+  EXPECT_LE(Cut(FlatRegionOf(room)).work.links, 2u * kWide);
   Ring comb{{50000, 500000}};
   for (std::int32_t x = 1; x <= 100001; ++x) comb.push_back({x, (x % 2 - 1) * 1000});
   const Cut cut(FlatRegionOf({comb}));
