@@ -1,9 +1,6 @@
 // Result assembly (assembly.h).
 #include "boolean/assembly.h"
 
-#include <zelvan/error.h>
-
-#include <cstddef>
 #include <utility>
 #include <vector>
 
@@ -59,10 +56,7 @@ OwnedContour TraceContour(Step at, BoolOp op, std::vector<GridPoint>& trace) {
     MarkVisited(at.Holder());
     at = WalkEdge(at, op);
   } while ((at.Holder()->flags & VISITED) == 0);
-  OwnedContour contour(NewContourInBlock(static_cast<std::uint32_t>(trace.size())));
-  if (contour == nullptr) ERR::Raise(ERR::NOMEM);
-  for (std::size_t i = 0; i < trace.size(); ++i) contour->block[i].grid = trace[i];
-  return contour;
+  return NewContour(trace);
 }
 
 void DeliverContour(OwnedContour contour, OwnedRing& result, PendingHoles& pendingHoles) {
@@ -116,7 +110,7 @@ void CollectContour(Contour* contour, OwnedRing& result, PendingHoles& pendingHo
   }
   const auto direction = ContourRule(op, contour);
   if (!direction) return;
-  OwnedContour copy(CopyContour(contour, false));
+  OwnedContour copy = CopyContour(contour);
   copy->flags &= ~ENGINE_BITS;
   if (!FinishContour(copy.get())) return;
   if (*direction == Direction::BACKWARD) ReverseContour(copy.get());
@@ -138,12 +132,7 @@ void SimplifyContour(Contour* contour) noexcept {
 
 bool FinishContour(Contour* contour) noexcept {
   SimplifyContour(contour);
-  contour->count = 0;
-  contour->gridBox = {contour->head->grid, contour->head->grid};
-  ForEachVertex(contour, [&](const VertexNode* v) {
-    ++contour->count;
-    GrowBox(contour->gridBox, v->grid);
-  });
+  FitBox(contour);
   const std::int64_t twiceArea = TwiceArea(contour->head);
   if (contour->count < 3 || twiceArea == 0) return false;
   contour->flags = twiceArea > 0 ? contour->flags | CONTOUR_CCW : contour->flags & ~CONTOUR_CCW;

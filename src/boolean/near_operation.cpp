@@ -147,19 +147,16 @@ bool NearOperation::CopyParts(Area* copies) const {
   GridBox frame = box_;
   Contour** end = &copies->contours;
   for (const Part& part : parts_) {
-    *end = CopyContour(part.contour, false);
+    *end = CopyContour(part.contour).release();
     end = &(*end)->next;
     GrowBox(frame, part.contour->gridBox);
   }
   if (!isAround_) return true;
   frame = Widened(frame);
   if (!Contains(kWholeGrid, frame)) return false;
-  Contour* contour = *end = NewContourInBlock(4);
-  if (contour == nullptr) ERR::Raise(ERR::NOMEM);
-  contour->block[0].grid = frame.min;
-  contour->block[1].grid = {frame.max.gx, frame.min.gy};
-  contour->block[2].grid = frame.max;
-  contour->block[3].grid = {frame.min.gx, frame.max.gy};
+  const GridPoint corners[] = {
+      frame.min, {frame.max.gx, frame.min.gy}, frame.max, {frame.min.gx, frame.max.gy}};
+  *end = NewContour(corners).release();
   return true;
 }
 

@@ -33,7 +33,6 @@ void SwapRings(Contour& a, Contour& b) noexcept {
   std::swap(a.flags, b.flags);
   std::swap(a.gridBox, b.gridBox);
   std::swap(a.block, b.block);
-  std::swap(a.blockSize, b.blockSize);
 }
 
 }  // namespace
@@ -235,8 +234,8 @@ void NearOperation::LinkAreas() noexcept {
   }
   for (Area* area : areas_) {
     if (area->contours != nullptr) continue;
-    FreeArea(TakeOut(region_, area));
     removed_.push_back(area);
+    delete TakeOut(region_, area);
   }
 }
 

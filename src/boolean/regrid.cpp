@@ -18,13 +18,6 @@ void ForEachVertexOf(const Area* ring, Visit visit) {
   ForEachContour(ring, [&](const Contour* contour) { ForEachVertex(contour, visit); });
 }
 
-void ResetBoxes(Area* ring) noexcept {
-  ForEachContour(ring, [](Contour* contour) {
-    contour->gridBox = {contour->head->grid, contour->head->grid};
-    ForEachVertex(contour, [&](const VertexNode* v) { GrowBox(contour->gridBox, v->grid); });
-  });
-}
-
 bool HasEqualNeighbours(const Area* ring) noexcept {
   bool found = false;
   ForEachVertexOf(ring, [&](const VertexNode* v) { found |= v->grid == v->next->grid; });
@@ -60,7 +53,7 @@ WorldBox WorldBoxOf(const Area* ring, const WorldBox& gridBox) noexcept {
 }
 
 Area* CopyOnGrid(const Area* ring, const WorldBox& from, const WorldBox& to) {
-  OwnedRing copy(CopyOperand(ring));
+  OwnedRing copy(CopyAreas(ring));
   if (IsSame(from, to)) return copy.release();
   UnsnapShape(copy.first, from.min, from.max);
   SnapRing(copy.first, to.min, to.max);
@@ -87,7 +80,7 @@ WorldBox MoveToOwnGrid(Area* ring, const WorldBox& box) {
     ForEachVertexOf(ring, [&](VertexNode* v) { v->grid = before[i++]; });
     return box;
   }
-  ResetBoxes(ring);
+  ForEachContour(ring, FitBox);
   return own;
 }
 

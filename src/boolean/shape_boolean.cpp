@@ -52,7 +52,7 @@ std::optional<WorldBox> CombineRegions(const Area* areas, const WorldBox& grid, 
   if (isSettled != nullptr) *isSettled = false;
   if (other.areas == nullptr || (areas == nullptr && op != UNION)) return std::nullopt;
   if (areas == nullptr) {
-    result.first = CopyOperand(other.areas);
+    result.first = CopyAreas(other.areas);
     return BoxOf(other);
   }
   const WorldBox common = CommonBox(areas, grid, other);

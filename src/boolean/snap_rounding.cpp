@@ -158,8 +158,7 @@ void Sweep::CollectCandidates(std::int32_t x) {
   // The walks pass over started segments. Where they might pass over more than there
   // are segments, or rows are many, looking at every segment costs no more.
   const std::size_t active = status_.Size();
-  if (search_ == ColumnSearch::kEverySegment || 8 * rows_.size() >= active ||
-      rows_.size() * starts >= active) {
+  if (8 * rows_.size() >= active || rows_.size() * starts >= active) {
     CollectAll();
   } else {
     CollectOwn();
@@ -226,7 +225,7 @@ void Sweep::SplitAt(Segment* s, HotRow& row, std::int32_t x) {
   } else {
     vertex = records_.vertices.Take();
     vertex->grid = centre;
-    vertex->flags = s->lower->flags | VERTEX_LENT;
+    vertex->flags = s->lower->flags;
     LinkBefore(s->forward != 0 ? s->upper : s->upper->next, vertex);
   }
   OnSnappedVertex(row.entries, vertex, records_.entries);

@@ -156,7 +156,7 @@ void ReplaceByRegion(Shape& shape) {
   const bool isTurned = TwiceArea(shape.areas->contours->head) < 0;  // by the grid
   const WindingRule rule = isTurned ? WindingRule::kNegative : WindingRule::kPositive;
   SweepRecords records;  // outlive the copy
-  const OwnedRing copy(CopyOperand(shape.areas));
+  const OwnedRing copy(CopyAreas(shape.areas));
   OwnedRing region;
   const ERR::CODE code = CombineCopies(copy.first, nullptr, region.first, UNION, records, rule);
   if (code != ERR::OK) ERR::Raise(code);

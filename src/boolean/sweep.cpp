@@ -13,7 +13,7 @@ void Sweep::Run(SegmentTable& table) {
     column_.clear();
     while (!queue_.Empty() && queue_.Min().x == x) HandleNext();
     eventCount_ += column_.size();
-    if (search_ == ColumnSearch::kEverySegment || !NothingMeets()) SnapColumn(x);
+    if (!NothingMeets()) SnapColumn(x);
   }
 }
 

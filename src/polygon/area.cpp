@@ -46,21 +46,12 @@ void AppendArea(Area*& ring, Area* area) noexcept {
   ring->prev = area;
 }
 
-void FreeArea(Area* area) noexcept {
-  while (area->contours != nullptr) {
-    Contour* contour = area->contours;
-    area->contours = contour->next;
-    FreeContour(contour);
-  }
-  delete area;
-}
-
 void FreeAreas(Area*& ring) noexcept {
   if (ring == nullptr) return;
   ring->prev->next = nullptr;
   while (ring != nullptr) {
     Area* next = ring->next;
-    FreeArea(ring);
+    delete ring;
     ring = next;
   }
 }
@@ -76,6 +67,13 @@ void PlaceContour(Area*& ring, Contour* contour) {
   if (area == nullptr) ERR::Raise(ERR::FAIL);
   contour->next = area->contours->next;
   area->contours->next = contour;
+}
+
+Area::~Area() {
+  while (contours != nullptr) {
+    const OwnedContour first(contours);
+    contours = first->next;
+  }
 }
 
 Shape::~Shape() {

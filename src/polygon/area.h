@@ -13,9 +13,6 @@ namespace zelvan {
 /// an empty ring it becomes the first. A null area is ignored.
 void AppendArea(Area*& ring, Area* area) noexcept;
 
-/// Frees one area that is in no ring any more, with its contours and triangles.
-void FreeArea(Area* area) noexcept;
-
 /// Frees every area of the ring and sets the reference to null.
 void FreeAreas(Area*& ring) noexcept;
 

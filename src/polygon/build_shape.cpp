@@ -71,8 +71,7 @@ OwnedContour MakeContour(PointList& list, bool* apart) {
   RequireFiniteExtent(list);
   RemoveCollinear(list);
   if (list.size() < 3 || HasSelfCrossing(list, apart)) throw ZelvanLib::BadPolyError();
-  OwnedContour contour(NewContourInBlock(static_cast<std::uint32_t>(list.size())));
-  if (contour == nullptr) throw std::bad_alloc();
+  OwnedContour contour = NewContour(static_cast<std::uint32_t>(list.size()));
   contour->worldBox = {Planar(list[0]), Planar(list[0])};
   VertexNode* v = contour->head;
   for (const InputPoint& p : list) {

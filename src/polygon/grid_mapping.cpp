@@ -36,9 +36,8 @@ bool SnapArea(Area* area, WorldPoint boxMin, WorldPoint boxMax) noexcept {
     if (SnapContour(*link, boxMin, boxMax)) {
       link = &(*link)->next;
     } else {
-      Contour* collapsed = *link;
+      const OwnedContour collapsed(*link);
       *link = collapsed->next;
-      FreeContour(collapsed);
     }
   }
   return true;
@@ -88,7 +87,7 @@ void SnapRing(Area*& ring, WorldPoint boxMin, WorldPoint boxMax) noexcept {
       area->prev->next = next;
       next->prev = area->prev;
       if (ring == area) ring = next == area ? nullptr : next;
-      FreeArea(area);
+      delete area;
     }
     area = next;
   }

@@ -30,13 +30,10 @@ struct CrossEntry;
 /// Set in a contour's flags while its ring runs counter-clockwise.
 inline constexpr std::uint32_t CONTOUR_CCW = 0x100;
 
-/// Set in a vertex's flags where its ring does not own it.
-inline constexpr std::uint32_t VERTEX_LENT = 0x100;
-
 struct VertexNode {
   VertexNode* next;  ///< in the direction of the contour
   VertexNode* prev;
-  std::uint32_t flags;  ///< VERTEX_ bits; low byte: the Boolean engine's
+  std::uint32_t flags;  ///< low byte: the Boolean engine's
   union {               ///< one overlay, not two copies
     WorldPoint world;
     GridPoint grid;
@@ -47,7 +44,6 @@ struct VertexNode {
     CrossEntry* crossPrev;         ///< Boolean engine: entry of the edge toward prev
     VORNEX::TriVertex* triVertex;  ///< triangulation engine
     std::int32_t number;           ///< mesh: the vertex's number while it is filled
-    VertexNode* copy;              ///< operand copies: the vertex and its copy
   };
   CrossEntry* crossNext;  ///< Boolean engine: entry of the edge toward next
 };
@@ -61,8 +57,7 @@ struct Contour {
     WorldBox worldBox;
     GridBox gridBox;
   };
-  std::unique_ptr<VertexNode[]> block;  ///< vertices that were made together, or null
-  std::uint32_t blockSize;              ///< their number, also of those out of the ring by now
+  std::unique_ptr<VertexNode[]> block;  ///< the vertices, in ring order when they were made
 };
 
 /// Three corners, in the order in which the triangulation engine emitted them.
@@ -78,6 +73,8 @@ struct Area {
   Contour* contours;                      ///< the outer boundary, then the holes
   std::unique_ptr<Triangle[]> triangles;  ///< null until triangulated
   std::uint32_t triangleCount;
+
+  ~Area();
 };
 
 /// Owns a mesh without knowing its type: the engine that made it says how it ends.
