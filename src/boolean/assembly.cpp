@@ -61,7 +61,7 @@ OwnedContour TraceContour(Step at, BoolOp op, std::vector<GridPoint>& trace) {
 
 void DeliverContour(OwnedContour contour, OwnedRing& result, PendingHoles& pendingHoles) {
   if ((contour->flags & CONTOUR_CCW) == 0) {
-    pendingHoles.Push(std::move(contour));
+    pendingHoles.push_back(std::move(contour));
     return;
   }
   PlaceContour(result.first, contour.get());

@@ -3,28 +3,15 @@
 #pragma once
 
 #include <cstddef>
+#include <vector>
 
 #include "polygon/area.h"
 #include "polygon/contour.h"
 
 namespace zelvan {
 
-/// Finished clockwise contours, linked through `next`, newest first; owned.
-class PendingHoles {
- public:
-  PendingHoles() = default;
-  PendingHoles(const PendingHoles&) = delete;
-  PendingHoles& operator=(const PendingHoles&) = delete;
-  ~PendingHoles();
-
-  void Push(OwnedContour hole) noexcept;
-  [[nodiscard]] OwnedContour Pop() noexcept;
-  [[nodiscard]] bool Empty() const noexcept { return first_ == nullptr; }
-  [[nodiscard]] const Contour* First() const noexcept { return first_; }
-
- private:
-  Contour* first_ = nullptr;
-};
+/// Finished clockwise contours, oldest first.
+using PendingHoles = std::vector<OwnedContour>;
 
 /// Places the holes of a region's faces, newest first: where there is one area only they
 /// are its holes, else by the cheaper of the two ways below. Raises ERR::FAIL when an area

@@ -37,11 +37,7 @@ bool IsSame(const WorldBox& a, const WorldBox& b) noexcept {
 // Unsnapping keeps the order of coordinates, so the corners suffice; the ends of the
 // grid are the corners of its box without rounding, so a box that is filled stays.
 WorldBox WorldBoxOf(const Area* ring, const WorldBox& gridBox) noexcept {
-  GridBox box = ring->contours->gridBox;
-  ForEachContour(ring, [&](const Contour* contour) {
-    GrowBox(box, contour->gridBox.min);
-    GrowBox(box, contour->gridBox.max);
-  });
+  const GridBox box = BoxOfRing(ring);
   WorldBox world{Unsnap(box.min, gridBox.min, gridBox.max),
                  Unsnap(box.max, gridBox.min, gridBox.max)};
   constexpr std::int32_t last = GRID_MAX - GRID_OFFSET;

@@ -160,7 +160,7 @@ void ReplaceByRegion(Shape& shape) {
   OwnedRing region;
   const ERR::CODE code = CombineCopies(copy.first, nullptr, region.first, UNION, records, rule);
   if (code != ERR::OK) ERR::Raise(code);
-  TakeOver(shape, region, MakeTables(region.first), BoxOf(shape));
+  AdoptRegion(shape, region, MakeTables(region.first), BoxOf(shape));
 }
 
 }  // namespace zelvan

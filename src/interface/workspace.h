@@ -8,7 +8,7 @@
 
 #include <memory>
 
-#include "boolean/shape_queue.h"
+#include "queue/shape_queue.h"
 #include "polygon/records.h"
 
 namespace zelvan {

@@ -7,6 +7,7 @@
 
 #include "polygon/containment.h"
 #include "polygon/contour.h"
+#include "polygon/grid_box.h"
 
 namespace zelvan {
 
@@ -67,6 +68,12 @@ void PlaceContour(Area*& ring, Contour* contour) {
   if (area == nullptr) ERR::Raise(ERR::FAIL);
   contour->next = area->contours->next;
   area->contours->next = contour;
+}
+
+GridBox BoxOfRing(const Area* ring) noexcept {
+  GridBox box = kNoBox;
+  ForEachArea(ring, [&](const Area* area) { GrowBox(box, area->contours->gridBox); });
+  return box;
 }
 
 Area::~Area() {

@@ -23,6 +23,9 @@ void FreeAreas(Area*& ring) noexcept;
 /// hole, ERR::NOMEM when there is no memory; the contour then stays the caller's.
 void PlaceContour(Area*& ring, Contour* contour);
 
+/// The box of all outer boundaries of a ring in grid form; kNoBox for a null ring.
+[[nodiscard]] GridBox BoxOfRing(const Area* ring) noexcept;
+
 /// A ring of areas that is freed unless it is handed on.
 class OwnedRing {
  public:

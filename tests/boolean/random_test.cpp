@@ -78,7 +78,7 @@ Areas PlacedAgain(const Areas& areas, decltype(zelvan::PlaceHolesBySweep)& place
     zelvan::AppendArea(ring.first, RingOf({{rings[0]}}).release());
     for (std::size_t i = rings.size(); i-- > 1;) {
       zelvan::OwnedRing hole = RingOf({{rings[i]}});
-      holes.Push(zelvan::OwnedContour(std::exchange(hole.first->contours, nullptr)));
+      holes.emplace_back(std::exchange(hole.first->contours, nullptr));
     }
   }
   const std::size_t pairs = place(ring, holes);

@@ -9,7 +9,7 @@
 
 #include "boolean/boolean.h"
 #include "boolean/shape_boolean.h"
-#include "boolean/shape_queue.h"
+#include "queue/shape_queue.h"
 #include "boolean/soundness.h"
 #include "polygon/build_shape.h"
 #include "polygon/grid_mapping.h"
