@@ -139,15 +139,17 @@ void EdgeIndex::ForEachBucket(GridPoint a, GridPoint b, Visit visit) {
 }
 
 void EdgeIndex::AddEdge(const VertexNode* v, Owner owner) {
-  ForEachBucket(v->grid, v->next->grid, [&](std::uint32_t& bucket) {
+  const Entry entry{v->grid, v->next->grid, owner, kNone};
+  ForEachBucket(entry.from, entry.to, [&](std::uint32_t& bucket) {
     std::uint32_t place = free_;
     if (place != kNone) {
       free_ = entries_[place].next;
+      entries_[place] = entry;
     } else {
       place = static_cast<std::uint32_t>(entries_.size());
-      entries_.emplace_back();
+      entries_.push_back(entry);
     }
-    entries_[place] = {v->grid, v->next->grid, owner, std::exchange(bucket, place)};
+    entries_[place].next = std::exchange(bucket, place);
   });
 }
 

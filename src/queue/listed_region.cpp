@@ -32,9 +32,9 @@ ListedRegion::ListedRegion(OwnedRing& ring, std::size_t edgesToCome) : edgesToCo
       ContourList contour(1);
       contour.front().area = one.begin();
       ContourList& contours = one.front().contours;
-      MoveRanked(contours, contours.end(), contour, contour.begin());
+      MoveRanked(contours, contours.end(), contour);
     }
-    MoveRanked(areas_, areas_.end(), one, one.begin());
+    MoveRanked(areas_, areas_.end(), one);
   });
   auto listed = areas_.begin();
   ForEachArea(ring.first, [&](Area* area) {
@@ -108,8 +108,8 @@ void ListedRegion::Append(OwnedContour contour, AreaPlace area) {
   one.front().contour = std::move(contour);
   UpdateIndex([&](EdgeIndex& index) { index.Add(one.begin(), *one.front().contour); });
   ContourList& contours = one.front().area->contours;
-  MoveRanked(contours, contours.end(), one, one.begin());
-  if (!newArea.empty()) MoveRanked(areas_, areas_.end(), newArea, newArea.begin());
+  MoveRanked(contours, contours.end(), one);
+  MoveRanked(areas_, areas_.end(), newArea);
 }
 
 }  // namespace zelvan

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <list>
 #include <optional>
 #include <vector>
@@ -31,17 +32,17 @@ struct ListedArea {
   std::uint64_t rank = 0;  ///< grows along the areas
 };
 
-/// Moves an element between two lists, to the place before `place`, and ranks it there.
+/// Moves all elements of a list into another one, before `place`, and ranks them there.
 template <class List>
-void MoveRanked(List& to, typename List::iterator place, List& from,
-                typename List::iterator element) noexcept {
+void MoveRanked(List& to, typename List::iterator place, List& from) noexcept {
   constexpr std::uint64_t gap = std::uint64_t{1} << 32;
-  to.splice(place, from, element);
-  const std::uint64_t low = element == to.begin() ? 0 : std::prev(element)->rank;
-  const std::uint64_t high = place == to.end() ? low + 2 * gap : place->rank;
-  element->rank = low + (high - low) / 2;
-  if (high - low > 1) return;
-  std::uint64_t rank = 0;
+  const std::uint64_t parts = from.size() + 1;
+  std::uint64_t rank = place == to.begin() ? 0 : std::prev(place)->rank;
+  const std::uint64_t step = place == to.end() ? gap : (place->rank - rank) / parts;
+  for (auto& each : from) each.rank = rank += step;
+  to.splice(place, from);
+  if (step > 0) return;
+  rank = 0;
   for (auto& each : to) each.rank = rank += gap;
 }
 

@@ -110,9 +110,6 @@ void NearOperation::MakeRoom() {
 
 void NearOperation::Commit() noexcept {
   for (Part& part : parts_) ReplacePart(part);
-  for (auto made = fromOperand_.begin(); made != fromOperand_.end(); ++made) {
-    added_.push_back(made);
-  }
   if (isInPlace_) {
     MoveIn(areas_[0], areas_[0]->contours.end(), fromOperand_);
   } else {
@@ -124,7 +121,6 @@ void NearOperation::Commit() noexcept {
 void NearOperation::ReplacePart(Part& part) noexcept {
   if (part.stays) return;
   const AreaPlace area = part.listed->area;
-  for (auto made = part.made.begin(); made != part.made.end(); ++made) added_.push_back(made);
   MoveIn(area, std::next(part.listed), part.made);
   if (part.heir != nullptr) {
     std::swap(part.listed->contour, part.heir);
@@ -135,10 +131,11 @@ void NearOperation::ReplacePart(Part& part) noexcept {
 
 void NearOperation::MoveIn(AreaPlace area, ContourList::iterator place,
                            ContourList& made) noexcept {
-  while (!made.empty()) {
-    made.front().area = area;
-    MoveRanked(area->contours, place, made, made.begin());
+  for (auto each = made.begin(); each != made.end(); ++each) {
+    each->area = area;
+    added_.push_back(each);
   }
+  MoveRanked(area->contours, place, made);
 }
 
 // Puts the contours of all areas that take part into new lists: outer boundaries with the area
@@ -147,10 +144,13 @@ void NearOperation::Distribute() noexcept {
   AreaList& areas = region_.Areas();
   ContourList all;
   for (const AreaPlace area : areas_) all.splice(all.end(), area->contours);
+  for (auto each = fromOperand_.begin(); each != fromOperand_.end(); ++each) added_.push_back(each);
   all.splice(all.end(), fromOperand_);
   const auto move = [&](ContourList::iterator contour, AreaPlace home) {
     contour->area = home;
-    MoveRanked(home->contours, home->contours.end(), all, contour);
+    ContourList one;
+    one.splice(one.end(), all, contour);
+    MoveRanked(home->contours, home->contours.end(), one);
   };
   for (auto next = all.begin(); next != all.end();) {
     const auto outer = next++;
@@ -158,8 +158,10 @@ void NearOperation::Distribute() noexcept {
     AreaPlace home = outer->area;
     if (home == areas.end() || !home->contours.empty()) {
       const AreaPlace place = home == areas.end() ? home : std::next(homes_.back());
-      home = newAreas_.begin();
-      MoveRanked(areas, place, newAreas_, home);
+      AreaList one;
+      one.splice(one.end(), newAreas_, newAreas_.begin());
+      home = one.begin();
+      MoveRanked(areas, place, one);
     }
     move(outer, home);
     homes_.push_back(home);
