@@ -81,16 +81,10 @@ void CollectEdges(const Contour* contour, OwnedRing& result, PendingHoles& pendi
   });
 }
 
-bool IsCollinear(const VertexNode* v) noexcept {
-  const GridPoint a = v->prev->grid;
-  const GridPoint b = v->grid;
-  const GridPoint c = v->next->grid;
-  return std::int64_t{c.gy - b.gy} * (b.gx - a.gx) == std::int64_t{b.gy - a.gy} * (c.gx - b.gx);
-}
-
 bool IsRedundant(const VertexNode* v) noexcept {
   if (v->prev == v) return false;
-  return v->grid == v->prev->grid || (v->prev != v->next && IsCollinear(v));
+  const bool isCollinear = Cross(v->prev->grid, v->grid, v->next->grid) == 0;
+  return v->grid == v->prev->grid || (v->prev != v->next && isCollinear);
 }
 
 // Removes v if it is redundant; its predecessor follows a removed head.

@@ -51,7 +51,7 @@ WorldBox WorldBoxOf(const Area* ring, const WorldBox& gridBox) noexcept {
 Area* CopyOnGrid(const Area* ring, const WorldBox& from, const WorldBox& to) {
   OwnedRing copy(CopyAreas(ring));
   if (IsSame(from, to)) return copy.release();
-  UnsnapShape(copy.first, from.min, from.max);
+  UnsnapRing(copy.first, from.min, from.max);
   SnapRing(copy.first, to.min, to.max);
   return copy.release();
 }

@@ -10,8 +10,8 @@ namespace zelvan {
 namespace {
 
 // The change from below a segment to above it.
-Winding StepOver(const Segment* s) noexcept {
-  const Winding step = StepOf(OperandOf(s->lower));
+Winding StepOverSegment(const Segment* s) noexcept {
+  const Winding step = StepOverEdgeOf(OperandOf(s->lower));
   return s->forward != 0 ? step : Winding{} - step;
 }
 
@@ -20,7 +20,7 @@ Winding SumOf(const StatusNode* n) noexcept {
 }
 
 void Resum(StatusNode* n) noexcept {
-  n->sum = StepOver(n->segment) + SumOf(n->left) + SumOf(n->right);
+  n->sum = StepOverSegment(n->segment) + SumOf(n->left) + SumOf(n->right);
 }
 
 }  // namespace
@@ -29,7 +29,7 @@ void StatusList::InsertBelow(Segment* s, Segment* t) {
   StatusNode* node = pool_.Take();
   node->segment = s;
   node->priority = static_cast<std::uint32_t>(MixPair(0x5EED, taken_++));
-  node->sum = StepOver(s);
+  node->sum = StepOverSegment(s);
   s->node = node;
   Attach(node, s, t);
   while (node->parent != nullptr && node->parent->priority < node->priority) RotateUp(node);
@@ -93,7 +93,7 @@ void StatusList::Swap(Segment* first, Segment* second) noexcept {
   first->above = upper;
   upper->below = first;
 
-  const Winding change = StepOver(second) - StepOver(first);
+  const Winding change = StepOverSegment(second) - StepOverSegment(first);
   std::swap(first->node, second->node);
   first->node->segment = first;
   second->node->segment = second;
@@ -108,7 +108,8 @@ Winding StatusList::WindingBelow(const Segment* s) const noexcept {
   const StatusNode* n = s->node;
   Winding below = SumOf(n->left);
   for (; n->parent != nullptr; n = n->parent) {
-    if (n->parent->right == n) below += StepOver(n->parent->segment) + SumOf(n->parent->left);
+    if (n->parent->right == n)
+      below += StepOverSegment(n->parent->segment) + SumOf(n->parent->left);
   }
   return below;
 }

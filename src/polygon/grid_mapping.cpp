@@ -106,7 +106,7 @@ void UnsnapContour(Contour* contour, WorldPoint boxMin, WorldPoint boxMax) noexc
   contour->worldBox = {Unsnap(box.min, boxMin, boxMax), Unsnap(box.max, boxMin, boxMax)};
 }
 
-void UnsnapShape(Area* ring, WorldPoint boxMin, WorldPoint boxMax) noexcept {
+void UnsnapRing(Area* ring, WorldPoint boxMin, WorldPoint boxMax) noexcept {
   ForEachContour(ring, [&](Contour* contour) { UnsnapContour(contour, boxMin, boxMax); });
 }
 

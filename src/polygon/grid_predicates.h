@@ -36,6 +36,13 @@ namespace zelvan {
   return 3;
 }
 
+/// Counter-clockwise from +x: does the direction of u come before that of v? Neither is zero.
+[[nodiscard]] constexpr bool ComesBefore(GridPoint u, GridPoint v) noexcept {
+  const std::uint32_t quadrantU = Quadrant(u);
+  const std::uint32_t quadrantV = Quadrant(v);
+  return quadrantU != quadrantV ? quadrantU < quadrantV : Cross(u, v) > 0;
+}
+
 /// Do edges p-q and q-r run back over each other?
 [[nodiscard]] constexpr bool FoldsBack(GridPoint p, GridPoint q, GridPoint r) noexcept {
   return Cross(p, q, r) == 0 && Dot(Difference(p, q), Difference(r, q)) > 0;
