@@ -15,7 +15,7 @@
 
 #include "boolean/labels.h"
 #include "polygon/area.h"
-#include "polygon/records.h"
+#include "polygon/shape.h"
 #include "polygon/tables.h"
 
 namespace zelvan {

@@ -9,7 +9,7 @@
 #include <memory>
 
 #include "queue/shape_queue.h"
-#include "polygon/records.h"
+#include "polygon/shape.h"
 
 namespace zelvan {
 

@@ -8,6 +8,7 @@
 #include "polygon/containment.h"
 #include "polygon/contour.h"
 #include "polygon/grid_box.h"
+#include "polygon/shape.h"
 
 namespace zelvan {
 

@@ -6,6 +6,7 @@
 
 #include "polygon/area.h"
 #include "polygon/contour.h"
+#include "polygon/shape.h"
 
 namespace zelvan {
 

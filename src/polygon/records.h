@@ -1,4 +1,4 @@
-// The records in which polygons are kept: Shape, Area, Contour, VertexNode.
+// The records in which polygons are kept: Area, Contour, VertexNode; a Shape (shape.h) owns them.
 //
 // What holds between two calls of the flat interface:
 //  - Vertex rings and area rings are circular and doubly linked; the contours of
@@ -13,14 +13,11 @@
 
 #include <cstdint>
 #include <memory>
-#include <vector>
 
 #include "polygon/grid.h"
-#include "polygon/vertex_table.h"
 
 namespace VORNEX {
 struct TriVertex;
-class TriangleMesh;
 }  // namespace VORNEX
 
 namespace zelvan {
@@ -77,26 +74,6 @@ struct Area {
   ~Area();
 };
 
-/// Owns a mesh without knowing its type: the engine that made it says how it ends.
-using MeshOwner = std::unique_ptr<VORNEX::TriangleMesh, void (*)(VORNEX::TriangleMesh*) noexcept>;
-
-inline void NoMesh(VORNEX::TriangleMesh* /*none*/) noexcept {}
-
-/// A polygon: a ring of areas on the grid of a world box, with the tables by
-/// which its vertices and contours are numbered. Owns all of it.
-struct Shape {
-  Shape() = default;
-  Shape(const Shape&) = delete;
-  Shape& operator=(const Shape&) = delete;
-  ~Shape();
-
-  Area* areas = nullptr;                    ///< first area of the ring, or null
-  VertexTable vertexTable;                  ///< every vertex, contour by contour
-  MeshOwner mesh{nullptr, NoMesh};          ///< the last triangulation, or null
-  std::vector<VertexNode*> contourStarts;   ///< the head of each contour, in table order
-  std::vector<std::uint32_t> contourSizes;  ///< the count of each contour, in table order
-  WorldPoint boxMin{};
-  WorldPoint boxMax{};
-};
+struct Shape;  // shape.h
 
 }  // namespace zelvan

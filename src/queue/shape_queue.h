@@ -25,7 +25,7 @@
 #include <list>
 #include <memory>
 
-#include "polygon/records.h"
+#include "polygon/shape.h"
 
 namespace zelvan {
 

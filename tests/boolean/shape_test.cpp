@@ -38,7 +38,7 @@ using test::Rings;
 std::unique_ptr<Shape> ShapeOf(const WorldRing& ring) {
   std::vector<InputPoint> points;
   for (const auto& p : ring) points.push_back({p.x, p.y, 0.0});
-  return BuildShape(points);
+  return BuildShape(ValidatedContour(points));
 }
 
 WorldAreas WorldOf(const Shape& shape) {
