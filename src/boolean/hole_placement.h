@@ -13,9 +13,9 @@ namespace zelvan {
 /// Finished clockwise contours, oldest first.
 using PendingHoles = std::vector<OwnedContour>;
 
-/// Places the holes of a region's faces, newest first: where there is one area only they
-/// are its holes, else by the cheaper of the two ways below. Raises ERR::FAIL when an area
-/// for one is missing, ERR::NOMEM.
+/// Places the holes of a region's faces, newest first. If the region has one area only, they
+/// are the holes of that area; else the cheaper of the two ways below finds their areas. Raises
+/// ERR::FAIL when an area for one is missing, ERR::NOMEM.
 /// @return the pairs of a hole and an area that were tested, for the bound in the tests
 std::size_t PlaceHoles(OwnedRing& result, PendingHoles& pendingHoles);
 

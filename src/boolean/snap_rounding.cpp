@@ -62,9 +62,9 @@ void OnSnappedVertex(CrossEntry*& ringHead, VertexNode* vertex, EntryPool& pool)
 
 namespace {
 
-// Does the part of s within the column that ends at twiceX / 2, or that starts there,
-// pass below or above the whole pixel of p, without taking one of its heights? Decided
-// there, for a part that also passes p's abscissa, or its own end, on the same side.
+// Does a segment pass below the whole pixel of p, or above it, at the abscissa twiceX / 2, a
+// border of the pixel's column? If the segment also passes on that side at its end in the column,
+// or at the abscissa of p, it takes no height of the pixel between there and the border.
 bool IsBelowPixel(const Segment* s, std::int64_t twiceX, GridPoint p) noexcept {
   const GridPoint a = s->low;
   const std::int64_t dx = s->high.gx - a.gx;
@@ -168,7 +168,7 @@ void Sweep::CollectCandidates(std::int32_t x) {
   candidates_.erase(std::unique(candidates_.begin(), candidates_.end()), candidates_.end());
 }
 
-// What is active now, and what has been until the column.
+// The segments that are active now, and those that ended in the column.
 void Sweep::CollectAll() {
   for (const SweepEvent& e : column_) {
     if (e.Kind() == EVENT_END) candidates_.push_back(e.first);

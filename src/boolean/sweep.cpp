@@ -100,7 +100,7 @@ void Sweep::Cross(Segment* first, Segment* second) {
   CheckPair(first, first->above);
 }
 
-// Queues the crossing of a with b directly above it, where there is one to come.
+// Queues the crossing of a with b directly above it, if they will cross.
 void Sweep::CheckPair(Segment* a, Segment* b) {
   if (status_.IsEnd(a) || status_.IsEnd(b)) return;
   const GridPoint a0 = a->low;
