@@ -24,8 +24,8 @@ bench::Job MakeJob(const bench::Work& work) {
   job.prepare = [data](std::size_t) { zelvan::FreeAreas(data->result.first); };
   job.work = [data, operation](std::size_t) {
     zelvan::SweepRecords records;  // outlive the copies
-    const zelvan::OwnedRing a(zelvan::CopyOperand(data->main.first));
-    const zelvan::OwnedRing b(zelvan::CopyOperand(data->others.first));
+    const zelvan::OwnedRing a(zelvan::CopyAreas(data->main.first));
+    const zelvan::OwnedRing b(zelvan::CopyAreas(data->others.first));
     bench::Require(zelvan::CombineCopies(a.first, b.first, data->result.first, operation, records,
                                          zelvan::WindingRule::kPositive) == ERR::OK,
                    "the operation failed");

@@ -44,10 +44,9 @@ class Grid {
 
 /// Adds a contour as an area of its own, counter-clockwise.
 inline void AddRing(zelvan::OwnedRing& ring, const Grid& grid, const Xyz& contour) {
-  zelvan::Contour* made = nullptr;
-  for (std::size_t i = 0; i < contour.size(); i += 3) {
-    zelvan::AppendVertex(made, grid.In(&contour[i]));
-  }
+  std::vector<zelvan::GridPoint> points;
+  for (std::size_t i = 0; i < contour.size(); i += 3) points.push_back(grid.In(&contour[i]));
+  zelvan::Contour* const made = zelvan::NewContour(points).release();
   made->flags |= zelvan::CONTOUR_CCW;
   if (zelvan::TwiceArea(made->head) < 0) {
     zelvan::ReverseContour(made);

@@ -1,9 +1,6 @@
 // Result assembly (assembly.h).
 #include "boolean/assembly.h"
 
-#include <zelvan/error.h>
-
-#include <cstddef>
 #include <utility>
 #include <vector>
 
@@ -59,15 +56,12 @@ OwnedContour TraceContour(Step at, BoolOp op, std::vector<GridPoint>& trace) {
     MarkVisited(at.Holder());
     at = WalkEdge(at, op);
   } while ((at.Holder()->flags & VISITED) == 0);
-  OwnedContour contour(NewContourInBlock(static_cast<std::uint32_t>(trace.size())));
-  if (contour == nullptr) ERR::Raise(ERR::NOMEM);
-  for (std::size_t i = 0; i < trace.size(); ++i) contour->block[i].grid = trace[i];
-  return contour;
+  return NewContour(trace);
 }
 
 void DeliverContour(OwnedContour contour, OwnedRing& result, PendingHoles& pendingHoles) {
   if ((contour->flags & CONTOUR_CCW) == 0) {
-    pendingHoles.Push(std::move(contour));
+    pendingHoles.push_back(std::move(contour));
     return;
   }
   PlaceContour(result.first, contour.get());
@@ -87,16 +81,10 @@ void CollectEdges(const Contour* contour, OwnedRing& result, PendingHoles& pendi
   });
 }
 
-bool IsCollinear(const VertexNode* v) noexcept {
-  const GridPoint a = v->prev->grid;
-  const GridPoint b = v->grid;
-  const GridPoint c = v->next->grid;
-  return std::int64_t{c.gy - b.gy} * (b.gx - a.gx) == std::int64_t{b.gy - a.gy} * (c.gx - b.gx);
-}
-
 bool IsRedundant(const VertexNode* v) noexcept {
   if (v->prev == v) return false;
-  return v->grid == v->prev->grid || (v->prev != v->next && IsCollinear(v));
+  const bool isCollinear = Cross(v->prev->grid, v->grid, v->next->grid) == 0;
+  return v->grid == v->prev->grid || (v->prev != v->next && isCollinear);
 }
 
 // Removes v if it is redundant; its predecessor follows a removed head.
@@ -116,7 +104,7 @@ void CollectContour(Contour* contour, OwnedRing& result, PendingHoles& pendingHo
   }
   const auto direction = ContourRule(op, contour);
   if (!direction) return;
-  OwnedContour copy(CopyContour(contour, false));
+  OwnedContour copy = CopyContour(contour);
   copy->flags &= ~ENGINE_BITS;
   if (!FinishContour(copy.get())) return;
   if (*direction == Direction::BACKWARD) ReverseContour(copy.get());
@@ -138,12 +126,7 @@ void SimplifyContour(Contour* contour) noexcept {
 
 bool FinishContour(Contour* contour) noexcept {
   SimplifyContour(contour);
-  contour->count = 0;
-  contour->gridBox = {contour->head->grid, contour->head->grid};
-  ForEachVertex(contour, [&](const VertexNode* v) {
-    ++contour->count;
-    GrowBox(contour->gridBox, v->grid);
-  });
+  FitBox(contour);
   const std::int64_t twiceArea = TwiceArea(contour->head);
   if (contour->count < 3 || twiceArea == 0) return false;
   contour->flags = twiceArea > 0 ? contour->flags | CONTOUR_CCW : contour->flags & ~CONTOUR_CCW;

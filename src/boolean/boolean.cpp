@@ -77,8 +77,8 @@ ERR::CODE Boolean(const Area* a, const Area* b, Area*& result, BoolOp op) noexce
       return;
     }
     SweepRecords records;
-    const OwnedRing copyA(CopyOperand(a));
-    const OwnedRing copyB(CopyOperand(b));
+    const OwnedRing copyA(CopyAreas(a));
+    const OwnedRing copyB(CopyAreas(b));
     const ERR::CODE code = CombineCopies(copyA.first, copyB.first, result, op, records);
     if (code != ERR::OK) ERR::Raise(code);
   });

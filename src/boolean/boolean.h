@@ -21,7 +21,7 @@ namespace zelvan {
 
 /// Combines two regions, each a ring of areas or null, into a new one, null when the
 /// result is empty. What their contours cross of themselves counts by the even-odd
-/// rule; where one is null, the result is a copy of the other, with its triangles, or
+/// rule; where one is null, the result is a copy of the other or
 /// empty. Throws nothing; after a failure the result is null.
 /// @return ERR::OK, ERR::NOMEM, or ERR::FAIL
 ERR::CODE Boolean(const Area* a, const Area* b, Area*& result, BoolOp op) noexcept;

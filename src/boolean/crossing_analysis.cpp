@@ -7,6 +7,7 @@
 
 #include "boolean/snap_rounding.h"
 #include "polygon/area.h"
+#include "polygon/grid_predicates.h"
 
 namespace zelvan {
 
@@ -19,13 +20,13 @@ bool AngleBefore(const CrossEntry* a, const CrossEntry* b) noexcept {
   const std::uint32_t qa = a->flags >> QUADRANT_SHIFT;
   const std::uint32_t qb = b->flags >> QUADRANT_SHIFT;
   if (qa != qb) return qa < qb;
-  const std::int64_t turn = std::int64_t{a->dy} * b->dx - std::int64_t{b->dy} * a->dx;
-  if (turn != 0) return turn < 0;
+  const std::int64_t turn = Cross({a->dx, a->dy}, {b->dx, b->dy});
+  if (turn != 0) return turn > 0;
   return (a->flags & ENTRY_FIRST) == 0 && (b->flags & ENTRY_FIRST) != 0;
 }
 
 // Nothing else meets v: its pixel holds its own two edge ends, which differ.
-bool IsPlain(const VertexNode* v) noexcept {
+bool MeetsNothing(const VertexNode* v) noexcept {
   return v->crossNext->next == v->crossPrev && v->crossNext->prev == v->crossPrev &&
          v->prev->grid != v->next->grid;
 }
@@ -34,11 +35,10 @@ void Gather(CrossEntry* start, Entries& entries) {
   entries.clear();
   CrossEntry* e = start;
   do {
-    const GridPoint here = e->vertex->grid;
-    const GridPoint there = FarEndOf(e)->grid;
-    e->dx = there.gx - here.gx;
-    e->dy = there.gy - here.gy;
-    e->flags |= Quadrant(e->dx, e->dy) << QUADRANT_SHIFT;
+    const GridPoint edge = Difference(FarEndOf(e)->grid, e->vertex->grid);
+    e->dx = edge.gx;
+    e->dy = edge.gy;
+    e->flags |= Quadrant({e->dx, e->dy}) << QUADRANT_SHIFT;
     if ((e->vertex->flags & FROM_FIRST) != 0) e->flags |= ENTRY_FIRST;
     entries.push_back(e);
     e = e->next;
@@ -106,7 +106,7 @@ bool HasEqualEdges(const Entries& entries) noexcept {
 // @return whether the pixel has no equal edges; if it has, it waits for the contours' order
 bool AnalyseWithoutCopies(CrossEntry* start, Entries& entries) {
   VertexNode* const v = start->vertex;
-  if (IsPlain(v)) {
+  if (MeetsNothing(v)) {
     v->crossPrev = v->crossNext = nullptr;
     return true;
   }

@@ -9,22 +9,12 @@
 // passes over them.
 #pragma once
 
-#include <cstdint>
 #include <vector>
 
 #include "boolean/cross_entry.h"
 #include "polygon/records.h"
 
 namespace zelvan {
-
-/// Quadrant of a non-zero vector, 0 to 3 counter-clockwise, each with the axis
-/// that it starts from: 0 with +x, 1 with +y, 2 with -x, 3 with -y.
-[[nodiscard]] constexpr std::uint32_t Quadrant(std::int32_t dx, std::int32_t dy) noexcept {
-  if (dx > 0 && dy >= 0) return 0;
-  if (dx <= 0 && dy > 0) return 1;
-  if (dx < 0 && dy <= 0) return 2;
-  return 3;
-}
 
 /// Analyses every pixel that the sweep gave vertices, each once: first those without equal
 /// edges, in the order of the sweep, in which their records stand side by side; then, where

@@ -11,7 +11,7 @@ namespace zelvan {
 namespace {
 
 // Sign of a two-bit field, 0 for events that are no crossings, shifted to 0..2.
-std::uint64_t Side(const SweepEvent& e, std::uint32_t shift) noexcept {
+std::uint64_t FractionBits(const SweepEvent& e, std::uint32_t shift) noexcept {
   if (e.Kind() != EVENT_CROSS) return 1;
   const std::uint32_t bits = (e.flags >> shift) & 3;
   return bits == 3 ? 0 : bits + 1;
@@ -22,7 +22,7 @@ std::uint64_t Side(const SweepEvent& e, std::uint32_t shift) noexcept {
 std::uint64_t Key(const SweepEvent& e) noexcept {
   const auto x = static_cast<std::uint64_t>(std::int64_t{e.x} + GRID_OFFSET);
   const auto y = static_cast<std::uint64_t>(std::int64_t{e.y} + GRID_OFFSET);
-  return x << 26 | Side(e, 2) << 24 | y << 4 | Side(e, 4) << 2 | e.Kind();
+  return x << 26 | FractionBits(e, 2) << 24 | y << 4 | FractionBits(e, 4) << 2 | e.Kind();
 }
 static_assert(GRID_MAX < 1 << 20, "a row takes bits 4 to 23 of the key");
 
@@ -48,36 +48,36 @@ void EventQueue::Fill(std::vector<Segment>& table) {
 // All that ends or starts at the next place: the segments by which the contours leave
 // its vertices, and those by which they come.
 void EventQueue::LoadPlace() {
-  ends_.clear();
-  nextEnd_ = 0;
+  endpoints_.clear();
+  nextEndpoint_ = 0;
   const auto add = [this](std::uint32_t segment, bool starts) {
-    ends_.push_back(std::uint64_t{starts} << 32 | (2 * segment + (starts ? 0 : 1)));
+    endpoints_.push_back(std::uint64_t{starts} << 32 | (2 * segment + (starts ? 0 : 1)));
   };
   for (; nextVertex_ < vertices_.size(); ++nextVertex_) {
     const Segment& leaving = (*table_)[vertices_[nextVertex_]];
-    if (ends_.empty()) place_ = StartOf(leaving);
+    if (endpoints_.empty()) place_ = StartOf(leaving);
     if (StartOf(leaving) != place_) break;
     add(vertices_[nextVertex_], leaving.forward != 0);
     add(leaving.before, (*table_)[leaving.before].forward == 0);
   }
-  std::sort(ends_.begin(), ends_.end());
-  LoadEnd();
+  std::sort(endpoints_.begin(), endpoints_.end());
+  LoadEndpoint();
 }
 
-void EventQueue::LoadEnd() {
-  if (nextEnd_ == ends_.size()) {
+void EventQueue::LoadEndpoint() {
+  if (nextEndpoint_ == endpoints_.size()) {
     if (nextVertex_ < vertices_.size()) return LoadPlace();
-    endKey_ = kNoKey;
+    endpointKey_ = kNoKey;
     return;
   }
-  const auto seq = static_cast<std::uint32_t>(ends_[nextEnd_]);
-  end_ = {seq % 2 == 0 ? EVENT_START : EVENT_END,
-          seq,
-          place_.gx,
-          place_.gy,
-          table_->data() + seq / 2,
-          nullptr};
-  endKey_ = Key(end_);
+  const auto seq = static_cast<std::uint32_t>(endpoints_[nextEndpoint_]);
+  endpoint_ = {seq % 2 == 0 ? EVENT_START : EVENT_END,
+               seq,
+               place_.gx,
+               place_.gy,
+               table_->data() + seq / 2,
+               nullptr};
+  endpointKey_ = Key(endpoint_);
 }
 
 bool EventQueue::IsLater(const Pending& a, const Pending& b) noexcept {
@@ -90,10 +90,10 @@ void EventQueue::Insert(const SweepEvent& event) {
 }
 
 SweepEvent EventQueue::PopMin() {
-  if (EndIsFirst()) {
-    const SweepEvent event = end_;
-    ++nextEnd_;
-    LoadEnd();
+  if (EndpointIsFirst()) {
+    const SweepEvent event = endpoint_;
+    ++nextEndpoint_;
+    LoadEndpoint();
     return event;
   }
   std::pop_heap(heap_.begin(), heap_.end(), IsLater);

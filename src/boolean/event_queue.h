@@ -53,13 +53,13 @@ class EventQueue {
 
   /// The smallest event; the queue must not be empty.
   [[nodiscard]] const SweepEvent& Min() const noexcept {
-    return EndIsFirst() ? end_ : heap_.front().event;
+    return EndpointIsFirst() ? endpoint_ : heap_.front().event;
   }
 
   /// Removes the smallest event and returns it.
   SweepEvent PopMin();
 
-  [[nodiscard]] bool Empty() const noexcept { return endKey_ == kNoKey && heap_.empty(); }
+  [[nodiscard]] bool Empty() const noexcept { return endpointKey_ == kNoKey && heap_.empty(); }
 
  private:
   struct Pending {
@@ -67,12 +67,12 @@ class EventQueue {
     SweepEvent event;
   };
 
-  [[nodiscard]] bool EndIsFirst() const noexcept {
-    return heap_.empty() || endKey_ < heap_.front().key;
+  [[nodiscard]] bool EndpointIsFirst() const noexcept {
+    return heap_.empty() || endpointKey_ < heap_.front().key;
   }
   static bool IsLater(const Pending& a, const Pending& b) noexcept;
   void LoadPlace();
-  void LoadEnd();
+  void LoadEndpoint();
 
   static constexpr std::uint64_t kNoKey = std::numeric_limits<std::uint64_t>::max();
 
@@ -82,10 +82,10 @@ class EventQueue {
   std::size_t nextVertex_ = 0;  // vertices_[nextVertex_...] is still pending
   // The ends and starts at the place before it: numbers, and above them the kind.
   GridPoint place_{};
-  std::vector<std::uint64_t> ends_;
-  std::size_t nextEnd_ = 0;
-  SweepEvent end_{};               // the event of ends_[nextEnd_]
-  std::uint64_t endKey_ = kNoKey;  // and its key among all events
+  std::vector<std::uint64_t> endpoints_;
+  std::size_t nextEndpoint_ = 0;
+  SweepEvent endpoint_{};               // the event of endpoints_[nextEndpoint_]
+  std::uint64_t endpointKey_ = kNoKey;  // and its key among all events
   std::vector<Pending> heap_;
 };
 

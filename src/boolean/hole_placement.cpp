@@ -11,7 +11,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <utility>
 #include <vector>
 
 #include "boolean/event_queue.h"
@@ -27,9 +26,7 @@ class AreaSearch {
   AreaSearch(const OwnedRing& result, const PendingHoles& pendingHoles) {
     ForEachArea(result.first, [&](Area* area) { Add(area->contours, area); });
     firstHole_ = areas_.size();
-    for (const Contour* hole = pendingHoles.First(); hole != nullptr; hole = hole->next) {
-      Add(hole, nullptr);
-    }
+    for (std::size_t i = pendingHoles.size(); i-- > 0;) Add(pendingHoles[i].get(), nullptr);
   }
 
   /// The area of each hole, newest hole first, null where there is none.
@@ -75,9 +72,11 @@ class AreaSearch {
 };
 
 // Behind the outer boundary, before the holes that are there.
-void AddHole(Area* area, OwnedContour hole) noexcept {
+void AddLastHole(Area* area, PendingHoles& pendingHoles) noexcept {
+  OwnedContour& hole = pendingHoles.back();
   hole->next = area->contours->next;
   area->contours->next = hole.release();
+  pendingHoles.pop_back();
 }
 
 bool IsOnly(const Area* area) noexcept {
@@ -88,35 +87,16 @@ bool IsOnly(const Area* area) noexcept {
 bool TestsAreCheaper(const OwnedRing& result, const PendingHoles& pendingHoles) noexcept {
   std::size_t perHole = 0;
   ForEachArea(result.first, [&](const Area* area) { perHole += 1 + area->contours->count; });
-  std::size_t holes = 0;
   std::size_t vertices = perHole;
-  for (const Contour* hole = pendingHoles.First(); hole != nullptr; hole = hole->next) {
-    ++holes;
-    vertices += hole->count;
-  }
-  return holes * perHole <= 64 * vertices;
+  for (const OwnedContour& hole : pendingHoles) vertices += hole->count;
+  return pendingHoles.size() * perHole <= 64 * vertices;
 }
 
 }  // namespace
 
-PendingHoles::~PendingHoles() {
-  while (!Empty()) static_cast<void>(Pop());
-}
-
-void PendingHoles::Push(OwnedContour hole) noexcept {
-  hole->next = first_;
-  first_ = hole.release();
-}
-
-OwnedContour PendingHoles::Pop() noexcept {
-  OwnedContour hole(first_);
-  first_ = std::exchange(hole->next, nullptr);
-  return hole;
-}
-
 std::size_t PlaceHoles(OwnedRing& result, PendingHoles& pendingHoles) {
   if (IsOnly(result.first)) {
-    while (!pendingHoles.Empty()) AddHole(result.first, pendingHoles.Pop());
+    while (!pendingHoles.empty()) AddLastHole(result.first, pendingHoles);
     return 0;
   }
   return TestsAreCheaper(result, pendingHoles) ? PlaceHolesByTests(result, pendingHoles)
@@ -127,10 +107,10 @@ std::size_t PlaceHolesByTests(OwnedRing& result, PendingHoles& pendingHoles) {
   std::size_t areas = 0;
   ForEachArea(result.first, [&](const Area*) { ++areas; });
   std::size_t pairs = 0;
-  for (; !pendingHoles.Empty(); pairs += areas) {
-    OwnedContour hole = pendingHoles.Pop();
-    PlaceContour(result.first, hole.get());
-    static_cast<void>(hole.release());
+  for (; !pendingHoles.empty(); pairs += areas) {
+    PlaceContour(result.first, pendingHoles.back().get());
+    static_cast<void>(pendingHoles.back().release());
+    pendingHoles.pop_back();
   }
   return pairs;
 }
@@ -138,7 +118,7 @@ std::size_t PlaceHolesByTests(OwnedRing& result, PendingHoles& pendingHoles) {
 std::size_t PlaceHolesBySweep(OwnedRing& result, PendingHoles& pendingHoles) {
   for (Area* area : AreaSearch(result, pendingHoles).Run()) {
     if (area == nullptr) ERR::Raise(ERR::FAIL);
-    AddHole(area, pendingHoles.Pop());
+    AddLastHole(area, pendingHoles);
   }
   return 0;
 }

@@ -3,32 +3,19 @@
 #pragma once
 
 #include <cstddef>
+#include <vector>
 
 #include "polygon/area.h"
 #include "polygon/contour.h"
 
 namespace zelvan {
 
-/// Finished clockwise contours, linked through `next`, newest first; owned.
-class PendingHoles {
- public:
-  PendingHoles() = default;
-  PendingHoles(const PendingHoles&) = delete;
-  PendingHoles& operator=(const PendingHoles&) = delete;
-  ~PendingHoles();
+/// Finished clockwise contours, oldest first.
+using PendingHoles = std::vector<OwnedContour>;
 
-  void Push(OwnedContour hole) noexcept;
-  [[nodiscard]] OwnedContour Pop() noexcept;
-  [[nodiscard]] bool Empty() const noexcept { return first_ == nullptr; }
-  [[nodiscard]] const Contour* First() const noexcept { return first_; }
-
- private:
-  Contour* first_ = nullptr;
-};
-
-/// Places the holes of a region's faces, newest first: where there is one area only they
-/// are its holes, else by the cheaper of the two ways below. Raises ERR::FAIL when an area
-/// for one is missing, ERR::NOMEM.
+/// Places the holes of a region's faces, newest first. If the region has one area only, they
+/// are the holes of that area; else the cheaper of the two ways below finds their areas. Raises
+/// ERR::FAIL when an area for one is missing, ERR::NOMEM.
 /// @return the pairs of a hole and an area that were tested, for the bound in the tests
 std::size_t PlaceHoles(OwnedRing& result, PendingHoles& pendingHoles);
 

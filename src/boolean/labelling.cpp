@@ -4,24 +4,17 @@
 #include <cstdint>
 
 #include "polygon/area.h"
+#include "polygon/grid_predicates.h"
 
 namespace zelvan {
 
 namespace {
 
-std::int64_t Turn(GridPoint from, GridPoint to) noexcept {
-  return std::int64_t{from.gx} * to.gy - std::int64_t{from.gy} * to.gx;
-}
-
 // Of two edges that leave a place rightwards or straight up or down: does a lie
 // below b? Equal edges do not.
 bool IsLower(GridPoint a, GridPoint b) noexcept {
-  const std::int64_t turn = Turn(a, b);
+  const std::int64_t turn = Cross(a, b);
   return turn > 0 || (turn == 0 && a.gy < b.gy);
-}
-
-GridPoint Difference(GridPoint a, GridPoint b) noexcept {
-  return {a.gx - b.gx, a.gy - b.gy};
 }
 
 // The label of an edge of operand `own` from the operands that contain its sides.
@@ -50,8 +43,8 @@ struct Bundle {
 };
 
 // The change from clockwise to counter-clockwise of one copy.
-Winding StepAcross(const CrossEntry* e) noexcept {
-  const Winding step = StepOf(OperandOf(e));
+Winding StepOverEntry(const CrossEntry* e) noexcept {
+  const Winding step = StepOverEdgeOf(OperandOf(e));
   return IsTowardPrev(e) ? Winding{} - step : step;
 }
 
@@ -60,7 +53,7 @@ Bundle BundleFrom(CrossEntry* first) noexcept {
   CrossEntry* e = first;
   do {
     b.last = e;
-    b.step += StepAcross(e);
+    b.step += StepOverEntry(e);
     if (LabelOf(HolderOf(e)) != LABEL_DROPPED) b.kept[OperandOf(e) - OPERAND_A] = e;
     e = e->next;
   } while (e != first && SameEdge(e, first));
@@ -111,7 +104,7 @@ class Flood {
 
   void Enter(const Arrival& a) {
     if ((a.entry->flags & HAS_COPIES) == 0) {
-      PixelWithoutCopies(a.entry, IsTowardPrev(a.entry) ? a.left + StepAcross(a.entry) : a.left);
+      PixelWithoutCopies(a.entry, IsTowardPrev(a.entry) ? a.left + StepOverEntry(a.entry) : a.left);
       return;
     }
     const Bundle b = BundleFrom(FirstCopy(a.entry));
@@ -128,7 +121,7 @@ class Flood {
   void FromPlain(VertexNode* v, Winding outside) {
     const bool nextIsLower =
         IsLower(Difference(v->next->grid, v->grid), Difference(v->prev->grid, v->grid));
-    const Winding step = StepOf(OperandOf(v));
+    const Winding step = StepOverEdgeOf(OperandOf(v));
     const Winding left = nextIsLower ? outside + step : outside;
     const std::uint32_t bits =
         EdgeBits(OperandOf(v), OperandsAround(left, rule_), OperandsAround(left - step, rule_));
@@ -149,7 +142,7 @@ class Flood {
     do {
       e = e->next;
       const Sector clockwise = sector;
-      sector.winding += StepAcross(e);
+      sector.winding += StepOverEntry(e);
       sector.inside = OperandsAround(sector.winding, rule_);
       LabelEdge(e, clockwise, sector);
       e->flags |= FLOODED;

@@ -1,28 +1,20 @@
 // Private copies of operands and their marking before an operation.
 //
-// Copies raise ERR::NOMEM; what they had built is released and the source keeps
-// its geometry and flags.
+// Copies throw std::bad_alloc or raise ERR::NOMEM; what they had built is released.
 #pragma once
 
 #include <cstddef>
 
+#include "polygon/contour.h"
 #include "polygon/records.h"
 
 namespace zelvan {
 
-/// A copy of a ring in grid form, head for head. With `link` each vertex and its
-/// copy name each other in their `copy` fields.
-[[nodiscard]] Contour* CopyContour(const Contour* contour, bool link);
+/// A copy of a contour in grid form, head for head.
+[[nodiscard]] OwnedContour CopyContour(const Contour* contour);
 
-/// A copy of an area, contours in their order, with its triangles.
-[[nodiscard]] Area* CopyArea(const Area* area);
-
-/// A copy of a ring of areas; null for a null ring.
+/// A copy of a ring of areas without triangles; null for a null ring.
 [[nodiscard]] Area* CopyAreas(const Area* ring);
-
-/// The same without triangles and without a trace in the source: what the engine
-/// works on.
-[[nodiscard]] Area* CopyOperand(const Area* ring);
 
 /// Sets the engine's bits to those of a new operation: every contour unlabelled,
 /// every edge unknown and of operand A or B, no entries.

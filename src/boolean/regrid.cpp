@@ -18,13 +18,6 @@ void ForEachVertexOf(const Area* ring, Visit visit) {
   ForEachContour(ring, [&](const Contour* contour) { ForEachVertex(contour, visit); });
 }
 
-void ResetBoxes(Area* ring) noexcept {
-  ForEachContour(ring, [](Contour* contour) {
-    contour->gridBox = {contour->head->grid, contour->head->grid};
-    ForEachVertex(contour, [&](const VertexNode* v) { GrowBox(contour->gridBox, v->grid); });
-  });
-}
-
 bool HasEqualNeighbours(const Area* ring) noexcept {
   bool found = false;
   ForEachVertexOf(ring, [&](const VertexNode* v) { found |= v->grid == v->next->grid; });
@@ -44,11 +37,7 @@ bool IsSame(const WorldBox& a, const WorldBox& b) noexcept {
 // Unsnapping keeps the order of coordinates, so the corners suffice; the ends of the
 // grid are the corners of its box without rounding, so a box that is filled stays.
 WorldBox WorldBoxOf(const Area* ring, const WorldBox& gridBox) noexcept {
-  GridBox box = ring->contours->gridBox;
-  ForEachContour(ring, [&](const Contour* contour) {
-    GrowBox(box, contour->gridBox.min);
-    GrowBox(box, contour->gridBox.max);
-  });
+  const GridBox box = BoxOfRing(ring);
   WorldBox world{Unsnap(box.min, gridBox.min, gridBox.max),
                  Unsnap(box.max, gridBox.min, gridBox.max)};
   constexpr std::int32_t last = GRID_MAX - GRID_OFFSET;
@@ -60,9 +49,9 @@ WorldBox WorldBoxOf(const Area* ring, const WorldBox& gridBox) noexcept {
 }
 
 Area* CopyOnGrid(const Area* ring, const WorldBox& from, const WorldBox& to) {
-  OwnedRing copy(CopyOperand(ring));
+  OwnedRing copy(CopyAreas(ring));
   if (IsSame(from, to)) return copy.release();
-  UnsnapShape(copy.first, from.min, from.max);
+  UnsnapRing(copy.first, from.min, from.max);
   SnapRing(copy.first, to.min, to.max);
   return copy.release();
 }
@@ -87,7 +76,7 @@ WorldBox MoveToOwnGrid(Area* ring, const WorldBox& box) {
     ForEachVertexOf(ring, [&](VertexNode* v) { v->grid = before[i++]; });
     return box;
   }
-  ResetBoxes(ring);
+  ForEachContour(ring, FitBox);
   return own;
 }
 

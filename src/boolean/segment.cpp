@@ -5,14 +5,6 @@
 
 namespace zelvan {
 
-namespace {
-
-bool ComesFirst(GridPoint a, GridPoint b) noexcept {
-  return a.gx < b.gx || (a.gx == b.gx && a.gy < b.gy);
-}
-
-}  // namespace
-
 void FillSegments(SegmentTable& table, const Area* ring) {
   ForEachContour(ring, [&](const Contour* contour) { FillSegments(table, contour); });
 }
@@ -20,7 +12,7 @@ void FillSegments(SegmentTable& table, const Area* ring) {
 void FillSegments(SegmentTable& table, const Contour* contour) {
   const std::size_t first = table.size();
   ForEachVertex(contour, [&](VertexNode* v) {
-    const bool forward = ComesFirst(v->grid, v->next->grid);
+    const bool forward = v->grid < v->next->grid;
     Segment s{};
     s.lower = forward ? v : v->next;
     s.upper = forward ? v->next : v;

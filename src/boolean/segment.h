@@ -8,8 +8,6 @@
 
 namespace zelvan {
 
-struct StatusNode;
-
 struct Segment {
   VertexNode* lower;  ///< the end that comes first in (x, then y) order
   VertexNode* upper;
@@ -17,7 +15,7 @@ struct Segment {
   GridPoint high;        ///< where `upper` is
   Segment* above;        ///< next segment upward in the status list
   Segment* below;        ///< next segment downward
-  StatusNode* node;      ///< place in the list's index while active
+  std::uint32_t node;    ///< number in the list while active
   std::uint32_t before;  ///< number in the table of the contour's segment before this one
   std::uint8_t forward;  ///< 1 when the contour runs from lower to upper
 };

@@ -7,9 +7,7 @@
 #include <cstdint>
 #include <new>
 #include <utility>
-#include <vector>
 
-#include "boolean/bent_edges.h"
 #include "boolean/boolean.h"
 #include "boolean/operand.h"
 #include "boolean/regrid.h"
@@ -34,8 +32,8 @@ WorldBox CommonBox(const Area* areas, const WorldBox& grid, const Shape& other) 
 void CombineOrRaise(Shape& shape, const Shape& other, BoolOp op) {
   try {
     OwnedRing result;
-    const auto box = CombineRegions(shape.areas, BoxOf(shape), other, op, result, nullptr);
-    if (box) TakeOver(shape, result, MakeTables(result.first), *box);
+    const auto box = CombineRegions(shape.areas, BoxOf(shape), other, op, result);
+    if (box) AdoptRegion(shape, result, MakeTables(result.first), *box);
   } catch (const std::bad_alloc&) {
     ERR::Raise(ERR::NOMEM);
   }
@@ -48,11 +46,10 @@ WorldBox BoxOf(const Shape& shape) noexcept {
 }
 
 std::optional<WorldBox> CombineRegions(const Area* areas, const WorldBox& grid, const Shape& other,
-                                       BoolOp op, OwnedRing& result, bool* isSettled) {
-  if (isSettled != nullptr) *isSettled = false;
+                                       BoolOp op, OwnedRing& result, CopiesWatcher* watcher) {
   if (other.areas == nullptr || (areas == nullptr && op != UNION)) return std::nullopt;
   if (areas == nullptr) {
-    result.first = CopyOperand(other.areas);
+    result.first = CopyAreas(other.areas);
     return BoxOf(other);
   }
   const WorldBox common = CommonBox(areas, grid, other);
@@ -60,26 +57,18 @@ std::optional<WorldBox> CombineRegions(const Area* areas, const WorldBox& grid, 
   const OwnedRing a(CopyOnGrid(areas, grid, common));
   const OwnedRing b(CopyOnGrid(other.areas, BoxOf(other), common));
   const bool both = a.first != nullptr && b.first != nullptr;
-  std::vector<SourceEdges> edges;
-  if (both && isSettled != nullptr) {
-    edges.emplace_back(a.first);
-    edges.emplace_back(b.first);
-  }
+  const bool isWatched = watcher != nullptr && both;
+  if (isWatched) watcher->BeforeSweep(a.first, b.first);
   const ERR::CODE code = both ? CombineCopies(a.first, b.first, result.first, op, records)
                               : Boolean(a.first, b.first, result.first, op);
   if (code != ERR::OK) ERR::Raise(code);
   if (result.first == nullptr) return grid;
   const WorldBox own = MoveToOwnGrid(result.first, common);
-  if (!edges.empty() && IsSame(own, common)) {
-    BentEdges bent;
-    edges[0].AddBent(a.first, op, bent);
-    edges[1].AddBent(b.first, op, bent);
-    *isSettled = KeepSettled(bent, result.first);
-  }
+  if (isWatched && IsSame(own, common)) watcher->AfterSweep(a.first, b.first, result.first);
   return own;
 }
 
-void TakeOver(Shape& shape, OwnedRing& ring, ShapeTables tables, const WorldBox& grid) noexcept {
+void AdoptRegion(Shape& shape, OwnedRing& ring, ShapeTables tables, const WorldBox& grid) noexcept {
   std::swap(shape.areas, ring.first);
   AdoptTables(shape, std::move(tables));
   shape.boxMin = grid.min;

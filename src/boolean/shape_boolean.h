@@ -15,7 +15,7 @@
 
 #include "boolean/labels.h"
 #include "polygon/area.h"
-#include "polygon/records.h"
+#include "polygon/shape.h"
 #include "polygon/tables.h"
 
 namespace zelvan {
@@ -28,21 +28,31 @@ void Unite(Shape& shape, const Shape& other);
 /// The same for the region of `shape` less that of `other`.
 void Subtract(Shape& shape, const Shape& other);
 
-// The steps of one operation, for those that do many (shape_queue.h).
+// The steps of one operation, for those that do many.
 
 [[nodiscard]] WorldBox BoxOf(const Shape& shape) noexcept;
 
+/// Is shown the copies of two regions on their common grid.
+class CopiesWatcher {
+ public:
+  virtual void BeforeSweep(const Area* a, const Area* b) = 0;
+  /// The copies are split and labelled, and the result is on the same grid.
+  virtual void AfterSweep(const Area* a, const Area* b, const Area* result) = 0;
+
+ protected:
+  ~CopiesWatcher() = default;
+};
+
 /// Combines a ring on the grid of a box, which may be null, with a shape.
-/// @return the box of the result's grid, `grid` where the result is null; none where
-///         the operation leaves the region as it is. Raises what Unite does, throws
-///         std::bad_alloc.
-/// @param isSettled  receives, unless null, whether the result is known to be settled
-///         (bent_edges.h) and on the grid of the operation
+/// @param watcher  may be null; is left out if one region is empty, or collapses
+/// @return the box of the result's grid, `grid` if the result is null; none if the operation
+///         leaves the region as it is. Raises what Unite does, throws std::bad_alloc.
 [[nodiscard]] std::optional<WorldBox> CombineRegions(const Area* areas, const WorldBox& grid,
                                                      const Shape& other, BoolOp op,
-                                                     OwnedRing& result, bool* isSettled);
+                                                     OwnedRing& result,
+                                                     CopiesWatcher* watcher = nullptr);
 
 /// Exchanges the shape's region for another one, with its tables and its grid's box.
-void TakeOver(Shape& shape, OwnedRing& ring, ShapeTables tables, const WorldBox& grid) noexcept;
+void AdoptRegion(Shape& shape, OwnedRing& ring, ShapeTables tables, const WorldBox& grid) noexcept;
 
 }  // namespace zelvan

@@ -62,9 +62,9 @@ void OnSnappedVertex(CrossEntry*& ringHead, VertexNode* vertex, EntryPool& pool)
 
 namespace {
 
-// Does the part of s within the column that ends at twiceX / 2, or that starts there,
-// pass below or above the whole pixel of p, without taking one of its heights? Decided
-// there, for a part that also passes p's abscissa, or its own end, on the same side.
+// Does a segment pass below the whole pixel of p, or above it, at the abscissa twiceX / 2, a
+// border of the pixel's column? If the segment also passes on that side at its end in the column,
+// or at the abscissa of p, it takes no height of the pixel between there and the border.
 bool IsBelowPixel(const Segment* s, std::int64_t twiceX, GridPoint p) noexcept {
   const GridPoint a = s->low;
   const std::int64_t dx = s->high.gx - a.gx;
@@ -158,8 +158,7 @@ void Sweep::CollectCandidates(std::int32_t x) {
   // The walks pass over started segments. Where they might pass over more than there
   // are segments, or rows are many, looking at every segment costs no more.
   const std::size_t active = status_.Size();
-  if (search_ == ColumnSearch::kEverySegment || 8 * rows_.size() >= active ||
-      rows_.size() * starts >= active) {
+  if (8 * rows_.size() >= active || rows_.size() * starts >= active) {
     CollectAll();
   } else {
     CollectOwn();
@@ -169,7 +168,7 @@ void Sweep::CollectCandidates(std::int32_t x) {
   candidates_.erase(std::unique(candidates_.begin(), candidates_.end()), candidates_.end());
 }
 
-// What is active now, and what has been until the column.
+// The segments that are active now, and those that ended in the column.
 void Sweep::CollectAll() {
   for (const SweepEvent& e : column_) {
     if (e.Kind() == EVENT_END) candidates_.push_back(e.first);
@@ -226,7 +225,7 @@ void Sweep::SplitAt(Segment* s, HotRow& row, std::int32_t x) {
   } else {
     vertex = records_.vertices.Take();
     vertex->grid = centre;
-    vertex->flags = s->lower->flags | VERTEX_LENT;
+    vertex->flags = s->lower->flags;
     LinkBefore(s->forward != 0 ? s->upper : s->upper->next, vertex);
   }
   OnSnappedVertex(row.entries, vertex, records_.entries);

@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <vector>
 
 #include "boolean/boolean.h"
@@ -16,6 +15,7 @@
 #include "polygon/area.h"
 #include "polygon/build_shape.h"
 #include "polygon/contour.h"
+#include "polygon/grid_predicates.h"
 #include "polygon/self_crossing.h"
 
 namespace zelvan {
@@ -25,70 +25,42 @@ namespace {
 struct Edge {
   GridPoint from;
   GridPoint to;
-  std::int32_t left;
-  std::int32_t right;
+  GridBox box;
   std::uint32_t number;
 };
 
-// Beyond the pixels through which the edge's line passes: positive to the left,
-// negative to the right, 0 within.
-int BeyondLine(const Edge& e, GridPoint p) noexcept {
-  const std::int64_t twice = 2 * Cross(e.from, e.to, p);
-  const std::int64_t margin =
-      std::int64_t{std::abs(e.to.gx - e.from.gx)} + std::abs(e.to.gy - e.from.gy);
-  return twice > margin ? 1 : twice < -margin ? -1 : 0;
-}
-
 bool OnOneSide(const Edge& e, const Edge& f) noexcept {
-  const int side = BeyondLine(e, f.from);
-  return side != 0 && side == BeyondLine(e, f.to);
-}
-
-bool BoxesAreApart(const Edge& e, const Edge& f) noexcept {
-  return e.right + 1 < f.left || f.right + 1 < e.left ||
-         std::max(e.from.gy, e.to.gy) + 1 < std::min(f.from.gy, f.to.gy) ||
-         std::max(f.from.gy, f.to.gy) + 1 < std::min(e.from.gy, e.to.gy);
+  const int side = BeyondPixels(e.from, e.to, f.from);
+  return side != 0 && side == BeyondPixels(e.from, e.to, f.to);
 }
 
 // Two edges in turn: a right angle or more keeps their far ends apart.
 bool TurnsWide(const Edge& e, const Edge& next) noexcept {
-  const std::int64_t along = std::int64_t{e.to.gx - e.from.gx} * (next.to.gx - next.from.gx) +
-                             std::int64_t{e.to.gy - e.from.gy} * (next.to.gy - next.from.gy);
-  return along >= 0 || (BeyondLine(e, next.to) != 0 && BeyondLine(next, e.from) != 0);
+  return Dot(Difference(e.to, e.from), Difference(next.to, next.from)) >= 0 ||
+         (BeyondPixels(e.from, e.to, next.to) != 0 &&
+          BeyondPixels(next.from, next.to, e.from) != 0);
 }
 
 bool KeepApart(const Edge& e, const Edge& f, std::uint32_t count) noexcept {
   if ((e.number + 1) % count == f.number) return TurnsWide(e, f);
   if ((f.number + 1) % count == e.number) return TurnsWide(f, e);
-  return BoxesAreApart(e, f) || OnOneSide(e, f) || OnOneSide(f, e);
+  return !Overlap(Widened(e.box), f.box) || OnOneSide(e, f) || OnOneSide(f, e);
 }
 
 std::vector<Edge> EdgesFromTheLeft(const Contour* contour) {
   std::vector<Edge> edges;
   edges.reserve(contour->count);
   ForEachVertex(contour, [&](const VertexNode* v) {
-    const GridPoint a = v->grid;
-    const GridPoint b = v->next->grid;
-    edges.push_back({a, b, std::min(a.gx, b.gx), std::max(a.gx, b.gx),
+    edges.push_back({v->grid, v->next->grid, BoxOfEdge(v->grid, v->next->grid),
                      static_cast<std::uint32_t>(edges.size())});
   });
   std::sort(edges.begin(), edges.end(),
-            [](const Edge& e, const Edge& f) { return e.left < f.left; });
+            [](const Edge& e, const Edge& f) { return e.box.min.gx < f.box.min.gx; });
   return edges;
 }
 
-// Do two edges p-q and q-r run back over each other?
-bool FoldsBack(GridPoint p, GridPoint q, GridPoint r) noexcept {
-  const std::int64_t ahead =
-      std::int64_t{p.gx - q.gx} * (r.gx - q.gx) + std::int64_t{p.gy - q.gy} * (r.gy - q.gy);
-  return Cross(p, q, r) == 0 && ahead > 0;
-}
-
 bool HaveCommonPoint(GridPoint a, GridPoint b, GridPoint c, GridPoint d) noexcept {
-  if (std::max(a.gx, b.gx) < std::min(c.gx, d.gx) || std::max(c.gx, d.gx) < std::min(a.gx, b.gx) ||
-      std::max(a.gy, b.gy) < std::min(c.gy, d.gy) || std::max(c.gy, d.gy) < std::min(a.gy, b.gy)) {
-    return false;
-  }
+  if (!Overlap(BoxOfEdge(a, b), BoxOfEdge(c, d))) return false;
   const auto onOneSide = [](GridPoint p, GridPoint q, GridPoint r, GridPoint s) {
     const std::int64_t first = Cross(p, q, r);
     const std::int64_t second = Cross(p, q, s);
@@ -130,7 +102,7 @@ bool IsPlain(const Contour* contour) {
   std::size_t work = 32 * edges.size();
   std::vector<const Edge*> active;
   for (const Edge& e : edges) {
-    std::erase_if(active, [&](const Edge* f) { return f->right + 1 < e.left; });
+    std::erase_if(active, [&](const Edge* f) { return f->box.max.gx + 1 < e.box.min.gx; });
     if (active.size() > work) return false;
     work -= active.size();
     for (const Edge* f : active) {
@@ -156,11 +128,11 @@ void ReplaceByRegion(Shape& shape) {
   const bool isTurned = TwiceArea(shape.areas->contours->head) < 0;  // by the grid
   const WindingRule rule = isTurned ? WindingRule::kNegative : WindingRule::kPositive;
   SweepRecords records;  // outlive the copy
-  const OwnedRing copy(CopyOperand(shape.areas));
+  const OwnedRing copy(CopyAreas(shape.areas));
   OwnedRing region;
   const ERR::CODE code = CombineCopies(copy.first, nullptr, region.first, UNION, records, rule);
   if (code != ERR::OK) ERR::Raise(code);
-  TakeOver(shape, region, MakeTables(region.first), BoxOf(shape));
+  AdoptRegion(shape, region, MakeTables(region.first), BoxOf(shape));
 }
 
 }  // namespace zelvan

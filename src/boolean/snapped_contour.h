@@ -6,7 +6,7 @@
 // is turned counter-clockwise: what it covers twice is covered.
 #pragma once
 
-#include "polygon/records.h"
+#include "polygon/shape.h"
 
 namespace zelvan {
 

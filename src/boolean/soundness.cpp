@@ -21,14 +21,15 @@
 #include "boolean/exact.h"
 #include "boolean/segment.h"
 #include "boolean/status_list.h"
+#include "polygon/grid_predicates.h"
 
 namespace zelvan {
 
 namespace {
 
-class Look {
+class SoundnessSweep {
  public:
-  bool Through(SegmentTable& table) {
+  bool FindsNoFault(SegmentTable& table) {
     EventQueue queue;
     queue.Fill(table);
     while (!queue.Empty()) {
@@ -72,7 +73,7 @@ class Look {
   }
 
   void AddEnd(GridPoint far, bool leaves, const void* chain) {
-    ends_.push_back({{far.gx - place_.gx, far.gy - place_.gy}, leaves, chain});
+    ends_.push_back({Difference(far, place_), leaves, chain});
   }
 
   // A segment through the place is next to one that starts or ends there. There is one
@@ -96,10 +97,7 @@ class Look {
 
   [[nodiscard]] bool EachChainHasItsRegion() {
     std::sort(ends_.begin(), ends_.end(), [](const EdgeEnd& a, const EdgeEnd& b) {
-      const bool lowerA = IsBelow(a.direction);
-      const bool lowerB = IsBelow(b.direction);
-      if (lowerA != lowerB) return lowerB;
-      return Cross({0, 0}, a.direction, b.direction) > 0;
+      return ComesBefore(a.direction, b.direction);
     });
     for (std::size_t i = 0; i < ends_.size(); ++i) {
       const EdgeEnd& next = ends_[(i + 1) % ends_.size()];
@@ -107,9 +105,6 @@ class Look {
     }
     return true;
   }
-
-  // From half a turn (excluded +x, included -x) to a whole one.
-  static bool IsBelow(GridPoint d) noexcept { return d.gy < 0 || (d.gy == 0 && d.gx < 0); }
 
   [[nodiscard]] bool PairIsSound(const Segment* a, const Segment* b) const {
     if (status_.IsEnd(a) || status_.IsEnd(b)) return true;
@@ -143,7 +138,7 @@ class Look {
 bool IsSound(const Area* ring) {
   SegmentTable table;
   FillSegments(table, ring);
-  return Look().Through(table);
+  return SoundnessSweep().FindsNoFault(table);
 }
 
 }  // namespace zelvan

@@ -1,11 +1,9 @@
 // StatusList: the active segments of a sweep from bottom to top.
 //
-// A doubly linked list, with a search tree over it whose in-order walk is the
-// list (a treap: Seidel and Aragon 1996). The tree finds the place of a new
-// segment, and the winding numbers below a given one, in expected logarithmic
-// time. A search asks a predicate that holds for all
-// segments up to some place and for none above it; what the tree then finds is
-// what a walk from the bottom would find.
+// Segments are linked to their neighbours; a list with a search tree (memory/ordered_list.h)
+// finds the place of a new segment, and the winding numbers below a given one, in expected
+// logarithmic time. A search asks a predicate that holds for all segments up to some place
+// and for none above it; it finds what a walk from the bottom would find.
 #pragma once
 
 #include <cstddef>
@@ -14,18 +12,9 @@
 #include "boolean/labels.h"
 #include "boolean/segment.h"
 #include "boolean/winding.h"
-#include "memory/block_pool.h"
+#include "memory/ordered_list.h"
 
 namespace zelvan {
-
-struct StatusNode {
-  StatusNode* left;
-  StatusNode* right;
-  StatusNode* parent;
-  Segment* segment;
-  std::uint32_t priority;  ///< no child has a larger one
-  Winding sum;             ///< change of the winding numbers across the subtree's segments
-};
 
 class StatusList {
  public:
@@ -35,30 +24,20 @@ class StatusList {
 
   [[nodiscard]] bool IsEnd(const Segment* s) const noexcept { return s == &sentinel_; }
   [[nodiscard]] Segment* Bottom() noexcept { return sentinel_.above; }
-  [[nodiscard]] std::size_t Size() const noexcept { return pool_.Count(); }
+  [[nodiscard]] std::size_t Size() const noexcept { return size_; }
 
   /// Segments looked at by all searches so far.
-  [[nodiscard]] std::uint64_t Steps() const noexcept { return steps_; }
+  [[nodiscard]] std::uint64_t Steps() const noexcept { return list_.steps(); }
 
   /// The first segment from the bottom for which `holds` is false; the end of the
   /// list when there is none.
   template <class Predicate>
   [[nodiscard]] Segment* FirstNot(Predicate holds) noexcept {
-    Segment* found = &sentinel_;
-    std::uint64_t steps = 0;
-    for (StatusNode* n = root_; n != nullptr; ++steps) {
-      if (holds(n->segment)) {
-        n = n->right;
-      } else {
-        found = n->segment;
-        n = n->left;
-      }
-    }
-    steps_ += steps;
-    return found;
+    const List::Place place = list_.Find([&](const Segment* s) { return holds(s) ? 1 : -1; });
+    return place.after == List::kNone ? &sentinel_ : list_[place.after];
   }
 
-  /// Inserts s directly below t, which may be the end. Raises ERR::NOMEM.
+  /// Inserts s directly below t, which may be the end. Throws std::bad_alloc.
   void InsertBelow(Segment* s, Segment* t);
 
   void Remove(Segment* s) noexcept;
@@ -71,7 +50,9 @@ class StatusList {
   void Swap(Segment* first, Segment* second) noexcept;
 
   /// The winding numbers right below s.
-  [[nodiscard]] Winding WindingBelow(const Segment* s) const noexcept;
+  [[nodiscard]] Winding WindingBelow(const Segment* s) const noexcept {
+    return list_.SumBefore(s->node);
+  }
 
   /// The operands that have an odd number of segments below s.
   [[nodiscard]] OperandSet ParityBelow(const Segment* s) const noexcept {
@@ -79,15 +60,15 @@ class StatusList {
   }
 
  private:
-  void Attach(StatusNode* node, Segment* s, Segment* t) noexcept;
-  void RotateUp(StatusNode* node) noexcept;
-  void AddToAncestors(StatusNode* node, Winding change) noexcept;
+  using List = OrderedList<Segment*, Winding>;
+
+  [[nodiscard]] std::uint32_t NodeOf(const Segment* s) const noexcept {
+    return IsEnd(s) ? List::kNone : s->node;
+  }
 
   Segment sentinel_{};
-  StatusNode* root_ = nullptr;
-  BlockPool<StatusNode> pool_;
-  std::uint32_t taken_ = 0;  // numbers the nodes for their priorities
-  std::uint64_t steps_ = 0;
+  List list_;
+  std::size_t size_ = 0;
 };
 
 }  // namespace zelvan

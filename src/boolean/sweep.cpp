@@ -2,6 +2,7 @@
 #include "boolean/sweep.h"
 
 #include "boolean/exact.h"
+#include "polygon/grid_predicates.h"
 
 namespace zelvan {
 
@@ -13,7 +14,7 @@ void Sweep::Run(SegmentTable& table) {
     column_.clear();
     while (!queue_.Empty() && queue_.Min().x == x) HandleNext();
     eventCount_ += column_.size();
-    if (search_ == ColumnSearch::kEverySegment || !NothingMeets()) SnapColumn(x);
+    if (!NothingMeets()) SnapColumn(x);
   }
 }
 
@@ -99,16 +100,14 @@ void Sweep::Cross(Segment* first, Segment* second) {
   CheckPair(first, first->above);
 }
 
-// Queues the crossing of a with b directly above it, where there is one to come.
+// Queues the crossing of a with b directly above it, if they will cross.
 void Sweep::CheckPair(Segment* a, Segment* b) {
   if (status_.IsEnd(a) || status_.IsEnd(b)) return;
   const GridPoint a0 = a->low;
   const GridPoint a1 = a->high;
   const GridPoint b0 = b->low;
   const GridPoint b1 = b->high;
-  const std::int64_t converge =
-      std::int64_t{b1.gx - b0.gx} * (a1.gy - a0.gy) - std::int64_t{b1.gy - b0.gy} * (a1.gx - a0.gx);
-  if (converge <= 0) return;
+  if (zelvan::Cross(Difference(b1, b0), Difference(a1, a0)) <= 0) return;  // they do not converge
   const Crossing c = FindCrossing(a0, a1, b0, b1);
   if (!c.counts) return;
   const Rounded x = RoundRatio(c.xNum, c.den);

@@ -48,15 +48,9 @@ struct Seed {
   Winding winding;
 };
 
-/// How a column finds the segments that may pass through its hot pixels: by the
-/// index of the status list, or by looking at every active segment. Both give the
-/// same vertices and entries in the same order.
-enum class ColumnSearch { kIndexed, kEverySegment };
-
 class Sweep {
  public:
-  explicit Sweep(SweepRecords& records, ColumnSearch search = ColumnSearch::kIndexed) noexcept
-      : records_(records), search_(search) {}
+  explicit Sweep(SweepRecords& records) noexcept : records_(records) {}
 
   /// Splits the rings that the table was filled from and gives every vertex its
   /// entries, but for vertices that nothing else meets, which may have none. Raises ERR::NOMEM or
@@ -97,7 +91,6 @@ class Sweep {
   void SplitAt(Segment* s, HotRow& row, std::int32_t x);
 
   SweepRecords& records_;
-  ColumnSearch search_;
   EventQueue queue_;
   StatusList status_;
   std::uint32_t sequence_ = 0;

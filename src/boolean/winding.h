@@ -26,7 +26,7 @@ struct Winding {
 };
 
 /// The change from the right of one edge of an operand to its left.
-[[nodiscard]] constexpr Winding StepOf(OperandSet operand) noexcept {
+[[nodiscard]] constexpr Winding StepOverEdgeOf(OperandSet operand) noexcept {
   return operand == OPERAND_A ? Winding{1, 0} : Winding{0, 1};
 }
 

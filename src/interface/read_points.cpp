@@ -4,7 +4,6 @@
 #include <zelvan/error.h>
 
 #include <cstddef>
-#include <utility>
 
 #include "boolean/snapped_contour.h"
 #include "polygon/build_shape.h"
@@ -23,21 +22,15 @@ PointList PointsOf(int count, const double* xyz) {
   return points;
 }
 
-// Does the contour of these points cross itself as given, through its closing edge?
-bool CrossesAsGiven(PointList list) {
-  RemoveCollinear(list);
-  return ClosingEdgeCrosses(std::move(list));
-}
-
 }  // namespace
 
 std::unique_ptr<Shape> ReadPoints(int count, const double* xyz) noexcept {
   if (xyz == nullptr || count < 0) return nullptr;
   try {
-    bool apart = false;
-    std::unique_ptr<Shape> shape = BuildShape(PointsOf(count, xyz), &apart);
-    if (shape != nullptr && shape->areas != nullptr && !IsSoundContour(shape->areas, apart) &&
-        !CrossesAsGiven(PointsOf(count, xyz))) {
+    const ValidatedContour contour(PointsOf(count, xyz));
+    std::unique_ptr<Shape> shape = BuildShape(contour);
+    if (shape->areas != nullptr && !IsSoundContour(shape->areas, contour.ChainStaysApart()) &&
+        !ClosingEdgeCrosses(contour.Points())) {
       ReplaceByRegion(*shape);
     }
     return shape;

@@ -3,7 +3,7 @@
 
 #include <memory>
 
-#include "polygon/records.h"
+#include "polygon/shape.h"
 
 namespace zelvan {
 

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <utility>
 
-#include "boolean/shape_queue.h"
+#include "queue/shape_queue.h"
 #include "interface/read_points.h"
 #include "polygon/grid_mapping.h"
 #include "triangulation/mesh.h"

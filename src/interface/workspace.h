@@ -8,8 +8,8 @@
 
 #include <memory>
 
-#include "boolean/shape_queue.h"
-#include "polygon/records.h"
+#include "queue/shape_queue.h"
+#include "polygon/shape.h"
 
 namespace zelvan {
 

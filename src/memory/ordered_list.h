@@ -1,18 +1,26 @@
 // OrderedList: items in an order that the caller knows, a doubly linked list with a treap
 // over it (Seidel and Aragon 1996) to find places in. Inserting and removing take expected
 // logarithmic time. Priorities come from the items' numbers, so that every run makes the
-// same tree.
+// same tree. Items may carry a weight, of which the list knows the sum before each item.
 //
 // What holds here: items are named by numbers, which stay valid until the item is removed;
 // references to items end with the next insertion.
 #pragma once
 
 #include <cstdint>
+#include <type_traits>
+#include <utility>
 #include <vector>
 
 namespace zelvan {
 
-template <class Item>
+/// The weight of items without one.
+struct NoWeight {
+  friend constexpr NoWeight operator+(NoWeight, NoWeight) noexcept { return {}; }
+  friend constexpr NoWeight operator-(NoWeight, NoWeight) noexcept { return {}; }
+};
+
+template <class Item, class Weight = NoWeight>
 class OrderedList {
  public:
   static constexpr std::uint32_t kNone = ~std::uint32_t{0};
@@ -42,8 +50,15 @@ class OrderedList {
 
   /// Puts an item between two neighbours, either of which may be kNone. @return its number.
   /// Throws std::bad_alloc, nothing changed.
-  std::uint32_t Insert(const Item& item, std::uint32_t before, std::uint32_t after);
+  std::uint32_t Insert(const Item& item, std::uint32_t before, std::uint32_t after,
+                       Weight weight = {});
   void Remove(std::uint32_t i) noexcept;
+
+  /// The weights of all items before an item, summed.
+  [[nodiscard]] Weight SumBefore(std::uint32_t i) const noexcept;
+
+  /// Exchanges two items with their weights; that of k is `more` than that of i.
+  void Swap(std::uint32_t i, std::uint32_t k, Weight more) noexcept;
 
   /// Takes out everything.
   void Clear() noexcept {
@@ -61,6 +76,7 @@ class OrderedList {
     std::uint32_t after;
     std::uint32_t parent;
     std::uint32_t child[2];
+    [[no_unique_address]] Weight sum;  // of the subtree
   };
 
   // Fibonacci hashing (Knuth 1973), the high half folded in.
@@ -74,6 +90,13 @@ class OrderedList {
   template <class SideOf>
   Place Descend(SideOf sideOf);
   std::uint32_t Take(const Item& item);
+  [[nodiscard]] Weight SumOf(std::uint32_t i) const noexcept {
+    return i == kNone ? Weight{} : nodes_[i].sum;
+  }
+  [[nodiscard]] Weight WeightOf(std::uint32_t i) const noexcept {
+    return nodes_[i].sum - SumOf(nodes_[i].child[0]) - SumOf(nodes_[i].child[1]);
+  }
+  void AddFrom(std::uint32_t i, Weight change) noexcept;
   void Attach(std::uint32_t i, std::uint32_t parent, int side) noexcept;
   void RotateUp(std::uint32_t i) noexcept;
   void ReplaceChild(std::uint32_t parent, std::uint32_t old, std::uint32_t now) noexcept;
@@ -85,9 +108,9 @@ class OrderedList {
 };
 
 // Along the list, a few steps. @return false when the place is farther away
-template <class Item>
+template <class Item, class Weight>
 template <class SideOf>
-bool OrderedList<Item>::Walk(SideOf sideOf, std::uint32_t i, Place& place) {
+bool OrderedList<Item, Weight>::Walk(SideOf sideOf, std::uint32_t i, Place& place) {
   constexpr int kFewSteps = 6;
   int way = 0;
   for (int k = 0; k < kFewSteps; ++k) {
@@ -110,9 +133,9 @@ bool OrderedList<Item>::Walk(SideOf sideOf, std::uint32_t i, Place& place) {
   return false;
 }
 
-template <class Item>
+template <class Item, class Weight>
 template <class SideOf>
-typename OrderedList<Item>::Place OrderedList<Item>::Descend(SideOf sideOf) {
+typename OrderedList<Item, Weight>::Place OrderedList<Item, Weight>::Descend(SideOf sideOf) {
   Place place;
   for (std::uint32_t i = root_; i != kNone;) {
     ++steps_;
@@ -127,11 +150,11 @@ typename OrderedList<Item>::Place OrderedList<Item>::Descend(SideOf sideOf) {
   return place;
 }
 
-template <class Item>
-std::uint32_t OrderedList<Item>::Take(const Item& item) {
+template <class Item, class Weight>
+std::uint32_t OrderedList<Item, Weight>::Take(const Item& item) {
   if (free_ == kNone) {
     if (nodes_.empty()) nodes_.reserve(16);
-    nodes_.push_back({item, kNone, kNone, kNone, {kNone, kNone}});
+    nodes_.push_back({item, kNone, kNone, kNone, {kNone, kNone}, {}});
     return static_cast<std::uint32_t>(nodes_.size() - 1);
   }
   const std::uint32_t i = free_;
@@ -141,10 +164,11 @@ std::uint32_t OrderedList<Item>::Take(const Item& item) {
 }
 
 // Of two neighbours either the first has no right child or the second no left child.
-template <class Item>
-std::uint32_t OrderedList<Item>::Insert(const Item& item, std::uint32_t before,
-                                        std::uint32_t after) {
+template <class Item, class Weight>
+std::uint32_t OrderedList<Item, Weight>::Insert(const Item& item, std::uint32_t before,
+                                                std::uint32_t after, Weight weight) {
   const std::uint32_t i = Take(item);
+  nodes_[i].sum = weight;
   nodes_[i].before = before;
   nodes_[i].after = after;
   if (before != kNone) nodes_[before].after = i;
@@ -157,8 +181,8 @@ std::uint32_t OrderedList<Item>::Insert(const Item& item, std::uint32_t before,
   return i;
 }
 
-template <class Item>
-void OrderedList<Item>::Attach(std::uint32_t i, std::uint32_t parent, int side) noexcept {
+template <class Item, class Weight>
+void OrderedList<Item, Weight>::Attach(std::uint32_t i, std::uint32_t parent, int side) noexcept {
   Node& node = nodes_[i];
   node.parent = parent;
   node.child[0] = node.child[1] = kNone;
@@ -167,6 +191,7 @@ void OrderedList<Item>::Attach(std::uint32_t i, std::uint32_t parent, int side) 
     return;
   }
   nodes_[parent].child[side] = i;
+  AddFrom(parent, node.sum);
   const std::uint32_t priority = PriorityOf(i);
   while (nodes_[i].parent != kNone && PriorityOf(nodes_[i].parent) < priority) RotateUp(i);
 }
@@ -176,8 +201,8 @@ void OrderedList<Item>::Attach(std::uint32_t i, std::uint32_t parent, int side) 
 //      i   c   ->   a   p
 //     / \              / \ .
 //    a   b            b   c
-template <class Item>
-void OrderedList<Item>::RotateUp(std::uint32_t i) noexcept {
+template <class Item, class Weight>
+void OrderedList<Item, Weight>::RotateUp(std::uint32_t i) noexcept {
   Node& node = nodes_[i];
   const std::uint32_t p = node.parent;
   Node& parent = nodes_[p];
@@ -189,11 +214,14 @@ void OrderedList<Item>::RotateUp(std::uint32_t i) noexcept {
   node.parent = parent.parent;
   node.child[1 - side] = p;
   parent.parent = i;
+  const Weight all = parent.sum;
+  parent.sum = all - node.sum + SumOf(inner);
+  node.sum = all;
 }
 
-template <class Item>
-void OrderedList<Item>::ReplaceChild(std::uint32_t parent, std::uint32_t old,
-                                     std::uint32_t now) noexcept {
+template <class Item, class Weight>
+void OrderedList<Item, Weight>::ReplaceChild(std::uint32_t parent, std::uint32_t old,
+                                             std::uint32_t now) noexcept {
   if (parent == kNone) {
     root_ = now;
   } else {
@@ -202,13 +230,14 @@ void OrderedList<Item>::ReplaceChild(std::uint32_t parent, std::uint32_t old,
   }
 }
 
-template <class Item>
-void OrderedList<Item>::Remove(std::uint32_t i) noexcept {
+template <class Item, class Weight>
+void OrderedList<Item, Weight>::Remove(std::uint32_t i) noexcept {
   Node& node = nodes_[i];
   while (node.child[0] != kNone && node.child[1] != kNone) {
     const bool left = PriorityOf(node.child[0]) > PriorityOf(node.child[1]);
     RotateUp(node.child[left ? 0 : 1]);
   }
+  AddFrom(node.parent, Weight{} - WeightOf(i));
   const std::uint32_t only = node.child[node.child[0] != kNone ? 0 : 1];
   ReplaceChild(node.parent, i, only);
   if (only != kNone) nodes_[only].parent = node.parent;
@@ -216,6 +245,29 @@ void OrderedList<Item>::Remove(std::uint32_t i) noexcept {
   if (node.after != kNone) nodes_[node.after].before = node.before;
   node.after = free_;
   free_ = i;
+}
+
+template <class Item, class Weight>
+void OrderedList<Item, Weight>::AddFrom(std::uint32_t i, Weight change) noexcept {
+  if constexpr (std::is_empty_v<Weight>) return;
+  for (; i != kNone; i = nodes_[i].parent) nodes_[i].sum = nodes_[i].sum + change;
+}
+
+template <class Item, class Weight>
+Weight OrderedList<Item, Weight>::SumBefore(std::uint32_t i) const noexcept {
+  Weight sum = SumOf(nodes_[i].child[0]);
+  for (std::uint32_t p = nodes_[i].parent; p != kNone; i = p, p = nodes_[p].parent) {
+    if (nodes_[p].child[1] == i) sum = sum + (nodes_[p].sum - nodes_[i].sum);
+  }
+  return sum;
+}
+
+template <class Item, class Weight>
+void OrderedList<Item, Weight>::Swap(std::uint32_t i, std::uint32_t k, Weight more) noexcept {
+  std::swap(nodes_[i].item, nodes_[k].item);
+  if (more == Weight{}) return;
+  AddFrom(i, more);
+  AddFrom(k, Weight{} - more);
 }
 
 }  // namespace zelvan

@@ -7,6 +7,8 @@
 
 #include "polygon/containment.h"
 #include "polygon/contour.h"
+#include "polygon/grid_box.h"
+#include "polygon/shape.h"
 
 namespace zelvan {
 
@@ -46,21 +48,12 @@ void AppendArea(Area*& ring, Area* area) noexcept {
   ring->prev = area;
 }
 
-void FreeArea(Area* area) noexcept {
-  while (area->contours != nullptr) {
-    Contour* contour = area->contours;
-    area->contours = contour->next;
-    FreeContour(contour);
-  }
-  delete area;
-}
-
 void FreeAreas(Area*& ring) noexcept {
   if (ring == nullptr) return;
   ring->prev->next = nullptr;
   while (ring != nullptr) {
     Area* next = ring->next;
-    FreeArea(ring);
+    delete ring;
     ring = next;
   }
 }
@@ -76,6 +69,19 @@ void PlaceContour(Area*& ring, Contour* contour) {
   if (area == nullptr) ERR::Raise(ERR::FAIL);
   contour->next = area->contours->next;
   area->contours->next = contour;
+}
+
+GridBox BoxOfRing(const Area* ring) noexcept {
+  GridBox box = kNoBox;
+  ForEachArea(ring, [&](const Area* area) { GrowBox(box, area->contours->gridBox); });
+  return box;
+}
+
+Area::~Area() {
+  while (contours != nullptr) {
+    const OwnedContour first(contours);
+    contours = first->next;
+  }
 }
 
 Shape::~Shape() {

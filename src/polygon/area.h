@@ -13,9 +13,6 @@ namespace zelvan {
 /// an empty ring it becomes the first. A null area is ignored.
 void AppendArea(Area*& ring, Area* area) noexcept;
 
-/// Frees one area that is in no ring any more, with its contours and triangles.
-void FreeArea(Area* area) noexcept;
-
 /// Frees every area of the ring and sets the reference to null.
 void FreeAreas(Area*& ring) noexcept;
 
@@ -25,6 +22,9 @@ void FreeAreas(Area*& ring) noexcept;
 /// such area where they do not nest). Raises ERR::FAIL when no area contains the
 /// hole, ERR::NOMEM when there is no memory; the contour then stays the caller's.
 void PlaceContour(Area*& ring, Contour* contour);
+
+/// The box of all outer boundaries of a ring in grid form; kNoBox for a null ring.
+[[nodiscard]] GridBox BoxOfRing(const Area* ring) noexcept;
 
 /// A ring of areas that is freed unless it is handed on.
 class OwnedRing {

@@ -4,7 +4,7 @@
 #include <zelvan/error.h>
 
 #include <cmath>
-#include <new>
+#include <utility>
 
 #include "polygon/area.h"
 #include "polygon/grid_mapping.h"
@@ -67,12 +67,18 @@ Contour* FixOrientation(Contour* contour) {
   return contour;
 }
 
-OwnedContour MakeContour(PointList& list, bool* apart) {
-  RequireFiniteExtent(list);
-  RemoveCollinear(list);
-  if (list.size() < 3 || HasSelfCrossing(list, apart)) throw ZelvanLib::BadPolyError();
-  OwnedContour contour(NewContourInBlock(static_cast<std::uint32_t>(list.size())));
-  if (contour == nullptr) throw std::bad_alloc();
+ValidatedContour::ValidatedContour(PointList points) : points_(std::move(points)) {
+  RequireFiniteExtent(points_);
+  RemoveCollinear(points_);
+  if (points_.size() < 3) throw ZelvanLib::BadPolyError();
+  const ChainContact contact = FindContact(points_);
+  if (contact == ChainContact::kCrossing) throw ZelvanLib::BadPolyError();
+  chainStaysApart_ = contact == ChainContact::kNoneOnGrid;
+}
+
+OwnedContour MakeContour(const ValidatedContour& validated) {
+  const PointList& list = validated.Points();
+  OwnedContour contour = NewContour(static_cast<std::uint32_t>(list.size()));
   contour->worldBox = {Planar(list[0]), Planar(list[0])};
   VertexNode* v = contour->head;
   for (const InputPoint& p : list) {
@@ -84,11 +90,9 @@ OwnedContour MakeContour(PointList& list, bool* apart) {
   return contour;
 }
 
-std::unique_ptr<Shape> BuildShape(PointList points, bool* apart) {
-  std::unique_ptr<Shape> shape(new (std::nothrow) Shape);
-  if (shape == nullptr) return nullptr;
-  OwnedContour contour = MakeContour(points, apart);
-  points = {};  // before the tables take their place
+std::unique_ptr<Shape> BuildShape(const ValidatedContour& validated) {
+  auto shape = std::make_unique<Shape>();
+  OwnedContour contour = MakeContour(validated);
   shape->boxMin = contour->worldBox.min;
   shape->boxMax = contour->worldBox.max;
   PlaceContour(shape->areas, contour.get());

@@ -6,22 +6,13 @@
 // area. The edge that closes the chain is not tested.
 #pragma once
 
-#include <cstddef>
 #include <memory>
-#include <vector>
 
 #include "polygon/contour.h"
-#include "polygon/records.h"
+#include "polygon/input_point.h"
+#include "polygon/shape.h"
 
 namespace zelvan {
-
-/// A point as the host gives it, in its own units; z is carried and dropped.
-struct InputPoint {
-  double x;
-  double y;
-  double z;
-};
-using PointList = std::vector<InputPoint>;
 
 /// Removes in one pass around the closed polygon each point that lies on a line
 /// with the last kept point before it and the point after it (IsCollinear): a
@@ -29,19 +20,34 @@ using PointList = std::vector<InputPoint>;
 /// not revisited.
 void RemoveCollinear(PointList& list);
 
+/// An input contour that has passed the validation but for its area.
+class ValidatedContour {
+ public:
+  /// Takes the collinear points out of a list. Throws BadPolyError if what is left is no usable
+  /// polygon, std::bad_alloc.
+  explicit ValidatedContour(PointList points);
+
+  [[nodiscard]] const PointList& Points() const noexcept { return points_; }
+
+  /// Is it known that no edges touch on the grid of the contour's box, apart from the edge that
+  /// closes it?
+  [[nodiscard]] bool ChainStaysApart() const noexcept { return chainStaysApart_; }
+
+ private:
+  PointList points_;
+  bool chainStaysApart_;
+};
+
 /// Counts the ring, sets CONTOUR_CCW, and turns a clockwise contour round; the
 /// head stays. Throws BadPolyError when the area is 0 or not finite.
 Contour* FixOrientation(Contour* contour);
 
-/// A counter-clockwise contour in world form from a list of points, which it
-/// clears of collinear ones. Throws BadPolyError when the list is no usable
-/// polygon, std::bad_alloc when memory runs out.
-/// @param apart  as for HasSelfCrossing (self_crossing.h), without the edge that closes
-[[nodiscard]] OwnedContour MakeContour(PointList& list, bool* apart = nullptr);
+/// The contour in world form, counter-clockwise. Throws BadPolyError if it has no area,
+/// std::bad_alloc.
+[[nodiscard]] OwnedContour MakeContour(const ValidatedContour& validated);
 
-/// The stored polygon of a list of points: one area on the grid of its own box, or
-/// no area when the contour collapses there. Null when the shape cannot be
-/// allocated; throws as MakeContour does, and ERR::NOMEM.
-[[nodiscard]] std::unique_ptr<Shape> BuildShape(PointList points, bool* apart = nullptr);
+/// The stored polygon of a contour: one area on the grid of its own box, or no area if the
+/// contour collapses there. Throws as MakeContour does, std::bad_alloc, and ERR::NOMEM.
+[[nodiscard]] std::unique_ptr<Shape> BuildShape(const ValidatedContour& validated);
 
 }  // namespace zelvan

@@ -68,17 +68,14 @@ class ChainSweep {
       Handle(order[k]);
       if (contact_ != ChainContact::kNone) return contact_;
     }
-    return ChainContact::kNone;
+    return nearness_.has_value() ? ChainContact::kNoneOnGrid : ChainContact::kNone;
   }
 
-  // Likewise; `apart` where, without a contact, none can come about on the grid.
-  ChainContact Run(bool& apart) {
+  // Looks whether segments come so near that they could touch on the grid, before Run.
+  void AskForGrid() {
     constexpr std::size_t kTooMany = std::size_t{1} << 16;  // some of them are close anyway
     if (list_.size() < kTooMany) nearness_.emplace(list_, order_);
     if (nearness_.has_value() && nearness_->AnyClose()) nearness_.reset();
-    const ChainContact contact = Run();
-    apart = nearness_.has_value() && contact == ChainContact::kNone;
-    return contact;
   }
 
  private:
@@ -233,11 +230,11 @@ class ChainSweep {
 
 }  // namespace
 
-ChainContact FindContactBySweep(const PointList& list, bool* apart) {
-  if (apart != nullptr) *apart = false;
+ChainContact FindContactBySweep(const PointList& list, bool asksForGrid) {
   if (list.size() < 4) return ChainContact::kNone;
   ChainSweep sweep(list);
-  return apart != nullptr ? sweep.Run(*apart) : sweep.Run();
+  if (asksForGrid) sweep.AskForGrid();
+  return sweep.Run();
 }
 
 }  // namespace zelvan

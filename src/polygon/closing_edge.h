@@ -6,7 +6,7 @@
 // and of the contour the other way round.
 #pragma once
 
-#include "polygon/build_shape.h"
+#include "polygon/input_point.h"
 
 namespace zelvan {
 

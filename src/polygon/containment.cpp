@@ -5,24 +5,11 @@
 #include <cstdlib>
 
 #include "polygon/contour.h"
+#include "polygon/grid_predicates.h"
 
 namespace zelvan {
 
 namespace {
-
-bool InClosedBox(GridPoint p, GridPoint a, GridPoint b) noexcept {
-  return std::min(a.gx, b.gx) <= p.gx && p.gx <= std::max(a.gx, b.gx) &&
-         std::min(a.gy, b.gy) <= p.gy && p.gy <= std::max(a.gy, b.gy);
-}
-
-bool StrictlyInBox(GridPoint p, const GridBox& box) noexcept {
-  return box.min.gx < p.gx && p.gx < box.max.gx && box.min.gy < p.gy && p.gy < box.max.gy;
-}
-
-bool BoxInside(const GridBox& inner, const GridBox& outer) noexcept {
-  return inner.min.gx >= outer.min.gx && inner.min.gy >= outer.min.gy &&
-         inner.max.gx <= outer.max.gx && inner.max.gy <= outer.max.gy;
-}
 
 // The abscissa at which an edge meets a horizontal line, as whole part and
 // fraction remainder / divisor, 0 <= remainder < divisor.
@@ -36,11 +23,6 @@ struct Abscissa {
     return a.remainder * b.divisor < b.remainder * a.divisor;  // each below 2^22
   }
 };
-
-// Does edge (q, c) meet the line half a step above grid row `row`?
-bool MeetsAbove(GridPoint q, GridPoint c, std::int32_t row) noexcept {
-  return (q.gy <= row) != (c.gy <= row);
-}
 
 Abscissa AbscissaAbove(GridPoint q, GridPoint c, std::int32_t row) noexcept {
   if (q.gy > c.gy) std::swap(q, c);
@@ -61,7 +43,7 @@ template <class Visit>
 void ForEachAbscissa(const Contour* contour, std::int32_t row, Visit visit) {
   const VertexNode* v = contour->head;
   do {
-    if (MeetsAbove(v->prev->grid, v->grid, row)) {
+    if (PassesAbove(row, v->prev->grid, v->grid)) {
       visit(AbscissaAbove(v->prev->grid, v->grid, row));
     }
     v = v->next;
@@ -88,7 +70,7 @@ Location Locate(GridPoint p, const Contour* contour) noexcept {
   do {
     const GridPoint q = v->prev->grid;
     const GridPoint c = v->grid;
-    if (InClosedBox(p, q, c) && Cross(q, c, p) == 0) return Location::kBoundary;
+    if (Contains(BoxOfEdge(q, c), {p, p}) && Cross(q, c, p) == 0) return Location::kBoundary;
     const bool falls = c.gy <= p.gy && p.gy < q.gy;
     const bool rises = q.gy <= p.gy && p.gy < c.gy;
     if (falls || rises) {
@@ -102,12 +84,12 @@ Location Locate(GridPoint p, const Contour* contour) noexcept {
 }
 
 bool PointInContour(GridPoint p, const Contour* contour) noexcept {
-  return contour != nullptr && StrictlyInBox(p, contour->gridBox) &&
+  return contour != nullptr && Contains(contour->gridBox, Widened({p, p})) &&
          Locate(p, contour) == Location::kInside;
 }
 
 bool ContourInside(const Contour* inner, const Contour* outer) noexcept {
-  if (outer == nullptr || !BoxInside(inner->gridBox, outer->gridBox)) return false;
+  if (outer == nullptr || !Contains(outer->gridBox, inner->gridBox)) return false;
   const Location head = Locate(inner->head->grid, outer);
   if (head != Location::kBoundary) return head == Location::kInside;
   return std::abs(TwiceArea(inner->head)) <= std::abs(TwiceArea(outer->head)) &&

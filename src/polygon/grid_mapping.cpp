@@ -6,6 +6,7 @@
 
 #include "polygon/area.h"
 #include "polygon/contour.h"
+#include "polygon/shape.h"
 
 namespace zelvan {
 
@@ -36,9 +37,8 @@ bool SnapArea(Area* area, WorldPoint boxMin, WorldPoint boxMax) noexcept {
     if (SnapContour(*link, boxMin, boxMax)) {
       link = &(*link)->next;
     } else {
-      Contour* collapsed = *link;
+      const OwnedContour collapsed(*link);
       *link = collapsed->next;
-      FreeContour(collapsed);
     }
   }
   return true;
@@ -88,7 +88,7 @@ void SnapRing(Area*& ring, WorldPoint boxMin, WorldPoint boxMax) noexcept {
       area->prev->next = next;
       next->prev = area->prev;
       if (ring == area) ring = next == area ? nullptr : next;
-      FreeArea(area);
+      delete area;
     }
     area = next;
   }
@@ -107,7 +107,7 @@ void UnsnapContour(Contour* contour, WorldPoint boxMin, WorldPoint boxMax) noexc
   contour->worldBox = {Unsnap(box.min, boxMin, boxMax), Unsnap(box.max, boxMin, boxMax)};
 }
 
-void UnsnapShape(Area* ring, WorldPoint boxMin, WorldPoint boxMax) noexcept {
+void UnsnapRing(Area* ring, WorldPoint boxMin, WorldPoint boxMax) noexcept {
   ForEachContour(ring, [&](Contour* contour) { UnsnapContour(contour, boxMin, boxMax); });
 }
 

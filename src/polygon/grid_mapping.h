@@ -28,6 +28,6 @@ void SnapShape(Shape& shape, WorldPoint boxMin, WorldPoint boxMax) noexcept;
 
 /// Brings contours back to world form, their boxes included.
 void UnsnapContour(Contour* contour, WorldPoint boxMin, WorldPoint boxMax) noexcept;
-void UnsnapShape(Area* ring, WorldPoint boxMin, WorldPoint boxMax) noexcept;
+void UnsnapRing(Area* ring, WorldPoint boxMin, WorldPoint boxMax) noexcept;
 
 }  // namespace zelvan

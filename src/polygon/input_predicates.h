@@ -7,7 +7,7 @@
 #include <cmath>
 #include <limits>
 
-#include "polygon/build_shape.h"
+#include "polygon/input_point.h"
 
 namespace zelvan {
 
@@ -18,11 +18,6 @@ inline constexpr double kCollinearTolerance = 1e-5;
 /// tolerance; so also when a equals b or c.
 [[nodiscard]] bool IsCollinear(const InputPoint& a, const InputPoint& b,
                                const InputPoint& c) noexcept;
-
-/// The place of an input point; z takes part in no test.
-[[nodiscard]] constexpr WorldPoint Planar(const InputPoint& p) noexcept {
-  return {p.x, p.y};
-}
 
 namespace detail {
 // Half a unit in the last place of 1, and the bound of the orientation test's

@@ -21,7 +21,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "polygon/build_shape.h"
+#include "polygon/input_point.h"
 
 namespace zelvan {
 

@@ -1,4 +1,4 @@
-// The records in which polygons are kept: Shape, Area, Contour, VertexNode.
+// The records in which polygons are kept: Area, Contour, VertexNode; a Shape (shape.h) owns them.
 //
 // What holds between two calls of the flat interface:
 //  - Vertex rings and area rings are circular and doubly linked; the contours of
@@ -13,14 +13,11 @@
 
 #include <cstdint>
 #include <memory>
-#include <vector>
 
 #include "polygon/grid.h"
-#include "polygon/vertex_table.h"
 
 namespace VORNEX {
 struct TriVertex;
-class TriangleMesh;
 }  // namespace VORNEX
 
 namespace zelvan {
@@ -30,13 +27,10 @@ struct CrossEntry;
 /// Set in a contour's flags while its ring runs counter-clockwise.
 inline constexpr std::uint32_t CONTOUR_CCW = 0x100;
 
-/// Set in a vertex's flags where its ring does not own it.
-inline constexpr std::uint32_t VERTEX_LENT = 0x100;
-
 struct VertexNode {
   VertexNode* next;  ///< in the direction of the contour
   VertexNode* prev;
-  std::uint32_t flags;  ///< VERTEX_ bits; low byte: the Boolean engine's
+  std::uint32_t flags;  ///< low byte: the Boolean engine's
   union {               ///< one overlay, not two copies
     WorldPoint world;
     GridPoint grid;
@@ -47,7 +41,6 @@ struct VertexNode {
     CrossEntry* crossPrev;         ///< Boolean engine: entry of the edge toward prev
     VORNEX::TriVertex* triVertex;  ///< triangulation engine
     std::int32_t number;           ///< mesh: the vertex's number while it is filled
-    VertexNode* copy;              ///< operand copies: the vertex and its copy
   };
   CrossEntry* crossNext;  ///< Boolean engine: entry of the edge toward next
 };
@@ -61,8 +54,7 @@ struct Contour {
     WorldBox worldBox;
     GridBox gridBox;
   };
-  std::unique_ptr<VertexNode[]> block;  ///< vertices that were made together, or null
-  std::uint32_t blockSize;              ///< their number, also of those out of the ring by now
+  std::unique_ptr<VertexNode[]> block;  ///< the vertices, in ring order when they were made
 };
 
 /// Three corners, in the order in which the triangulation engine emitted them.
@@ -78,28 +70,10 @@ struct Area {
   Contour* contours;                      ///< the outer boundary, then the holes
   std::unique_ptr<Triangle[]> triangles;  ///< null until triangulated
   std::uint32_t triangleCount;
+
+  ~Area();
 };
 
-/// Owns a mesh without knowing its type: the engine that made it says how it ends.
-using MeshOwner = std::unique_ptr<VORNEX::TriangleMesh, void (*)(VORNEX::TriangleMesh*) noexcept>;
-
-inline void NoMesh(VORNEX::TriangleMesh* /*none*/) noexcept {}
-
-/// A polygon: a ring of areas on the grid of a world box, with the tables by
-/// which its vertices and contours are numbered. Owns all of it.
-struct Shape {
-  Shape() = default;
-  Shape(const Shape&) = delete;
-  Shape& operator=(const Shape&) = delete;
-  ~Shape();
-
-  Area* areas = nullptr;                    ///< first area of the ring, or null
-  VertexTable vertexTable;                  ///< every vertex, contour by contour
-  MeshOwner mesh{nullptr, NoMesh};          ///< the last triangulation, or null
-  std::vector<VertexNode*> contourStarts;   ///< the head of each contour, in table order
-  std::vector<std::uint32_t> contourSizes;  ///< the count of each contour, in table order
-  WorldPoint boxMin{};
-  WorldPoint boxMax{};
-};
+struct Shape;  // shape.h
 
 }  // namespace zelvan

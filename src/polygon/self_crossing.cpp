@@ -83,10 +83,10 @@ bool HasSelfCrossingByBoxes(const PointList& list) {
   return list.size() >= 4 && BoxTree(list).AnyCrossing();
 }
 
-bool HasSelfCrossing(const PointList& list, bool* apart) {
-  const ChainContact contact = FindContactBySweep(list, apart);
-  if (contact != ChainContact::kTouch) return contact == ChainContact::kCrossing;
-  return HasSelfCrossingByBoxes(list);
+ChainContact FindContact(const PointList& list) {
+  const ChainContact contact = FindContactBySweep(list, true);
+  if (contact != ChainContact::kTouch) return contact;
+  return HasSelfCrossingByBoxes(list) ? ChainContact::kCrossing : ChainContact::kNone;
 }
 
 }  // namespace zelvan

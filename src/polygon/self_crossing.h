@@ -11,21 +11,25 @@
 //     found with a tree of boxes over the chain.
 #pragma once
 
-#include "polygon/build_shape.h"
+#include "polygon/input_point.h"
 
 namespace zelvan {
 
-/// True when two segments of the chain P0, P1, ..., Pn-1 that share no point
-/// cross. The closing segment is not tested. Numbers must be finite. Throws
-/// std::bad_alloc.
-/// @param apart  if not null, set to whether no two segments of the chain can touch, nor
-///               neighbours fold back, once its points are rounded to the grid of their box;
-///               false where that is not plain (nearness.h)
-[[nodiscard]] bool HasSelfCrossing(const PointList& list, bool* apart = nullptr);
+/// How segments of the chain P0, P1, ..., Pn-1 meet that share no point, or neighbours that fold
+/// back. The closing segment takes no part.
+enum class ChainContact {
+  kNoneOnGrid,  ///< not at all, also once the points are rounded to the grid of their box
+  kNone,        ///< not at all
+  kTouch,
+  kCrossing
+};
 
-/// Steps 1 and 3 on their own, for tests.
-enum class ChainContact { kNone, kTouch, kCrossing };
-[[nodiscard]] ChainContact FindContactBySweep(const PointList& list, bool* apart = nullptr);
+/// Tells whether a chain crosses itself: kCrossing, kNone, or kNoneOnGrid if that is plain
+/// (nearness.h). Numbers must be finite. Throws std::bad_alloc.
+[[nodiscard]] ChainContact FindContact(const PointList& list);
+
+/// Steps 1 and 3 on their own. The sweep tells kNoneOnGrid only if it is asked.
+[[nodiscard]] ChainContact FindContactBySweep(const PointList& list, bool asksForGrid = false);
 [[nodiscard]] bool HasSelfCrossingByBoxes(const PointList& list);
 
 }  // namespace zelvan

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "polygon/records.h"
+#include "polygon/shape.h"
 
 namespace zelvan {
 

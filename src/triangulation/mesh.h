@@ -18,6 +18,7 @@
 #include <vector>
 
 #include "polygon/records.h"
+#include "polygon/vertex_table.h"
 
 namespace VORNEX {
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "polygon/area.h"
+#include "polygon/shape.h"
 #include "triangulation/area_sweep.h"
 #include "triangulation/engine.h"
 #include "triangulation/mesh.h"

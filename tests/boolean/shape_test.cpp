@@ -9,7 +9,7 @@
 
 #include "boolean/boolean.h"
 #include "boolean/shape_boolean.h"
-#include "boolean/shape_queue.h"
+#include "queue/shape_queue.h"
 #include "boolean/soundness.h"
 #include "polygon/build_shape.h"
 #include "polygon/grid_mapping.h"
@@ -38,7 +38,7 @@ using test::Rings;
 std::unique_ptr<Shape> ShapeOf(const WorldRing& ring) {
   std::vector<InputPoint> points;
   for (const auto& p : ring) points.push_back({p.x, p.y, 0.0});
-  return BuildShape(points);
+  return BuildShape(ValidatedContour(points));
 }
 
 WorldAreas WorldOf(const Shape& shape) {

@@ -183,7 +183,7 @@ TEST(Guarantee, ContoursThatDoNotCrossHaveTriangles) {
                     : isExact           ? OnALattice(random, size)
                                         : FinerThanTheGrid(random);
     if (SetMain(xyz) == 0) continue;
-    const auto snapped = zelvan::BuildShape(PointsOf(xyz));
+    const auto snapped = zelvan::BuildShape(zelvan::ValidatedContour(PointsOf(xyz)));
     const zelvan::Shape& main = *zelvan::ProcessWorkspace().Main();
     const bool sound = snapped->areas == nullptr || zelvan::IsSound(snapped->areas);
     const auto ring = zelvan::test::Flatten(zelvan::test::AreasOf(snapped->areas));

@@ -97,7 +97,7 @@ TEST(HasSelfCrossing, GivesTheVerdictOfAllPairs) {
   for (int round = 0; round < 250000; ++round) {
     const PointList list = round % 800 == 0 ? Long(random) : OnALattice(random, round % 3 == 0);
     const bool expected = AllPairsCross(list);
-    ASSERT_EQ(HasSelfCrossing(list), expected) << "seed 5, round " << round;
+    ASSERT_EQ(FindContact(list) == ChainContact::kCrossing, expected) << "seed 5, round " << round;
     ASSERT_EQ(HasSelfCrossingByBoxes(list), expected) << "seed 5, round " << round;
     crossings += expected ? 1 : 0;
     touches += !expected && FindContactBySweep(list) == ChainContact::kTouch ? 1 : 0;
@@ -125,8 +125,9 @@ TEST(HasSelfCrossing, TellsOfChainsThatStayApartOnTheGrid) {
     }
     list.push_back({1048575, 1048575, 0});  // with the first one: a step is 1
     if (random.Below(2) == 0) std::rotate(list.begin(), list.begin() + 2, list.end());
-    bool apart = false;
-    if (HasSelfCrossing(list, &apart)) continue;
+    const ChainContact contact = FindContact(list);
+    if (contact == ChainContact::kCrossing) continue;
+    const bool apart = contact == ChainContact::kNoneOnGrid;
     for (InputPoint& p : list) p = {std::floor(p.x + 0.5), std::floor(p.y + 0.5), 0};
     const bool touches = FindContactBySweep(list) != ChainContact::kNone;
     ASSERT_FALSE(apart && touches) << "seed 7, round " << round;
@@ -181,7 +182,7 @@ TEST(BuildShape, StoresWhatIsLeftOnTheGridOfItsBox) {
     if (round % 3 == 0 && std::abs(area) < 1e5) continue;  // rounding says which way it runs
     std::unique_ptr<Shape> shape;
     try {
-      shape = BuildShape(list);
+      shape = BuildShape(ValidatedContour(list));
     } catch (const ZelvanLib::BadPolyError&) {
       ++counts[0];
     }
@@ -239,10 +240,12 @@ TEST(BuildShape, RefusesNumbersThatItCannotHold) {
                                   {{0, 0, 0}, {1, inf, 0}, {1, 1, 0}, {0, 1, 0}},
                                   {{-1e308, 0, 0}, {1e308, 0, 0}, {0, 1, 0}},
                                   {{0, 0, 0}, {1e303, 0, 0}, {0, 1e-5, 0}}}) {
-    EXPECT_THROW(BuildShape(points), ZelvanLib::BadPolyError) << points[1].x;
+    EXPECT_THROW(BuildShape(ValidatedContour(points)), ZelvanLib::BadPolyError) << points[1].x;
   }
-  EXPECT_NE(BuildShape({{0, 0, nan}, {1, 0, inf}, {0, 1, 0}})->areas, nullptr) << "z takes no part";
-  const auto vast = BuildShape({{0, 0, 0}, {1e160, 0, 0}, {0, 1e160, 0}});  // of infinite area
+  EXPECT_NE(BuildShape(ValidatedContour({{0, 0, nan}, {1, 0, inf}, {0, 1, 0}}))->areas, nullptr)
+      << "z takes no part";
+  const auto vast =
+      BuildShape(ValidatedContour({{0, 0, 0}, {1e160, 0, 0}, {0, 1e160, 0}}));  // of infinite area
   EXPECT_EQ(Unsnap(vast->areas->contours->head->next->grid, vast->boxMin, vast->boxMax).x, 1e160);
   for (const double height : {1e-5, -1e-5}) {  // the tolerance is strict and absolute
     EXPECT_FALSE(IsCollinear({0, 0, 0}, {1, 0, 0}, {0, height, 0}));

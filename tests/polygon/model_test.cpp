@@ -108,7 +108,7 @@ TEST(SnapShape, KeepsWhatDoesNotCollapse) {
     }
     Shape shape;
     shape.areas = test::RingOf(drawn).release();
-    UnsnapShape(shape.areas, {0, 0}, fine);
+    UnsnapRing(shape.areas, {0, 0}, fine);
     SnapShape(shape, {0, 0}, coarse);
     ASSERT_EQ(test::AreasOf(shape.areas), expected) << round;
     RebuildTables(shape);

@@ -14,7 +14,7 @@
 #include <vector>
 
 #include "polygon/flat_region.h"
-#include "polygon/records.h"
+#include "polygon/shape.h"
 #include "triangulation/insertion_order.h"
 
 namespace zelvan {

@@ -206,7 +206,7 @@ OwnedRing RingOf(const Areas& areas) {
     AppendArea(owned.first, area);
     Contour** end = &area->contours;
     for (const Ring& ring : rings) {
-      for (const GridPoint p : ring) AppendVertex(*end, p);
+      *end = NewContour(ring).release();
       if (TwiceArea(ring) > 0) (*end)->flags |= CONTOUR_CCW;
       end = &(*end)->next;
     }

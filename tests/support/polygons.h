@@ -9,6 +9,7 @@
 
 #include "polygon/area.h"
 #include "polygon/flat_region.h"
+#include "polygon/shape.h"
 #include "support/random.h"
 
 namespace zelvan::test {

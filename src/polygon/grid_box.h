@@ -1,23 +1,22 @@
 // Closed boxes on the grid.
 #pragma once
 
-#include "polygon/contour.h"
 #include "polygon/grid.h"
 
 namespace zelvan {
 
-/// Grows to what it is given first.
+/// An empty box: grown by a box or a point, it is that box or point.
 inline constexpr GridBox kNoBox{{GRID_MAX, GRID_MAX}, {-GRID_MAX, -GRID_MAX}};
 
 inline constexpr GridBox kWholeGrid{{-GRID_OFFSET, -GRID_OFFSET},
                                     {GRID_MAX - GRID_OFFSET, GRID_MAX - GRID_OFFSET}};
 
-inline void GrowBox(GridBox& box, const GridBox& other) noexcept {
+constexpr void GrowBox(GridBox& box, const GridBox& other) noexcept {
   GrowBox(box, other.min);
   GrowBox(box, other.max);
 }
 
-/// By a step at each side, also beyond the grid.
+/// The box and a step more at each side, also beyond the grid.
 [[nodiscard]] constexpr GridBox Widened(const GridBox& box) noexcept {
   return {{box.min.gx - 1, box.min.gy - 1}, {box.max.gx + 1, box.max.gy + 1}};
 }

@@ -1,11 +1,12 @@
 // The index of edges (edge_index.h).
-#include "boolean/edge_index.h"
+#include "queue/edge_index.h"
 
 #include <algorithm>
 #include <cstdlib>
 #include <utility>
 
 #include "polygon/area.h"
+#include "queue/listed_region.h"
 
 namespace zelvan {
 
@@ -24,10 +25,6 @@ std::int64_t RightOf(GridPoint p, GridPoint from, GridPoint to) noexcept {
   return to.gy > from.gy ? -side : side;
 }
 
-bool PassesAbove(std::int32_t row, GridPoint from, GridPoint to) noexcept {
-  return (from.gy <= row) != (to.gy <= row);
-}
-
 // Of two edges that pass one height and do not cross: does a pass right of b?
 bool IsRightOf(GridPoint a0, GridPoint a1, GridPoint b0, GridPoint b1) noexcept {
   if (a0.gy > a1.gy) std::swap(a0, a1);
@@ -39,28 +36,16 @@ bool IsRightOf(GridPoint a0, GridPoint a1, GridPoint b0, GridPoint b1) noexcept 
 
 }  // namespace
 
-bool EdgeMeetsBox(GridPoint a, GridPoint b, const GridBox& box) noexcept {
-  if (std::max(a.gx, b.gx) < box.min.gx || std::min(a.gx, b.gx) > box.max.gx ||
-      std::max(a.gy, b.gy) < box.min.gy || std::min(a.gy, b.gy) > box.max.gy) {
-    return false;
-  }
-  const std::int64_t corners[] = {Cross(a, b, box.min), Cross(a, b, {box.max.gx, box.min.gy}),
-                                  Cross(a, b, box.max), Cross(a, b, {box.min.gx, box.max.gy})};
-  const auto [low, high] = std::minmax_element(std::begin(corners), std::end(corners));
-  return *low <= 0 && *high >= 0;
-}
-
-EdgeIndex::EdgeIndex(const Area* ring, std::size_t more) {
+EdgeIndex::EdgeIndex(std::span<const Owner> contours, std::size_t more) {
   std::size_t edges = more;
   double length = 0;  // of all edges, along both axes, in widths of the grid
-  ForEachContour(ring, [&](const Contour* contour) {
-    ForEachVertex(contour, [&](const VertexNode* v) {
-      const GridPoint a = v->grid;
-      const GridPoint b = v->next->grid;
-      length += static_cast<double>(std::abs(b.gx - a.gx) + std::abs(b.gy - a.gy)) / GRID_MAX;
+  for (const Owner owner : contours) {
+    ForEachVertex(owner->contour.get(), [&](const VertexNode* v) {
+      const GridPoint edge = Difference(v->next->grid, v->grid);
+      length += static_cast<double>(std::abs(edge.gx) + std::abs(edge.gy)) / GRID_MAX;
       ++edges;
     });
-  });
+  }
   const auto expected = static_cast<double>(edges);
   while (side_ < 1024 && 4.0 * side_ * side_ <= expected && 2 * side_ * length <= 4 * expected) {
     side_ *= 2;
@@ -68,25 +53,25 @@ EdgeIndex::EdgeIndex(const Area* ring, std::size_t more) {
   }
   first_.assign(static_cast<std::size_t>(side_) * static_cast<std::size_t>(side_), kNone);
   entries_.reserve(edges);
-  ForEachContour(ring, [&](const Contour* contour) { Add(contour); });
+  for (const Owner owner : contours) Add(owner, *owner->contour);
 }
 
-void EdgeIndex::Add(const Contour* contour) {
-  ForEachVertex(contour, [&](const VertexNode* v) { AddEdge(v->grid, v->next->grid, contour); });
+void EdgeIndex::Add(Owner owner, const Contour& ring) {
+  ForEachVertex(&ring, [&](const VertexNode* v) { AddEdge(v, owner); });
 }
 
-void EdgeIndex::Remove(const Contour* contour) noexcept {
-  ForEachVertex(contour, [&](const VertexNode* v) { TakeOut(v->grid, v->next->grid, contour); });
+void EdgeIndex::Remove(Owner owner, const Contour& ring) noexcept {
+  ForEachVertex(&ring, [&](const VertexNode* v) { RemoveEdge(v, owner); });
 }
 
 // What the rings have in common around their heads stays.
-void EdgeIndex::Exchange(const Contour* contour, const Contour* old) {
-  const VertexNode* v = contour->head;
-  const VertexNode* w = old->head;
+void EdgeIndex::Exchange(Owner owner, const Contour& old, const Contour& ring) {
+  const VertexNode* v = ring.head;
+  const VertexNode* w = old.head;
   const VertexNode* vEnd = v;
   const VertexNode* wEnd = w;
   if (v->grid == w->grid) {
-    const auto isLast = [&] { return v->next == contour->head || w->next == old->head; };
+    const auto isLast = [&] { return v->next == ring.head || w->next == old.head; };
     for (; !isLast() && v->next->grid == w->next->grid; w = w->next) v = v->next;
     while (vEnd->prev != v && wEnd->prev != w && vEnd->prev->grid == wEnd->prev->grid) {
       vEnd = vEnd->prev;
@@ -94,32 +79,18 @@ void EdgeIndex::Exchange(const Contour* contour, const Contour* old) {
     }
   }
   do {
-    TakeOut(w->grid, w->next->grid, contour);
+    RemoveEdge(w, owner);
     w = w->next;
   } while (w != wEnd);
   do {
-    AddEdge(v->grid, v->next->grid, contour);
+    AddEdge(v, owner);
     v = v->next;
   } while (v != vEnd);
 }
 
-bool EdgeIndex::Meets(const GridBox& box) const noexcept {
-  const std::int32_t right = BucketOf(box.max.gx);
-  const std::int32_t top = BucketOf(box.max.gy);
-  for (std::int32_t row = BucketOf(box.min.gy); row <= top; ++row) {
-    for (std::int32_t column = BucketOf(box.min.gx); column <= right; ++column) {
-      for (std::uint32_t i = first_[At(column, row)]; i != kNone; i = entries_[i].next) {
-        if (EdgeMeetsBox(entries_[i].from, entries_[i].to, box)) return true;
-      }
-    }
-  }
-  return false;
-}
-
-// Goes left, bucket by bucket, to the nearest edge; p lies on the side of its region or
-// on the other one. An edge that is found before its own bucket waits until that is
-// reached.
-const Contour* EdgeIndex::FaceAt(GridPoint p) const noexcept {
+// Goes left, bucket by bucket, to the nearest edge; p lies on the side of the edge's region or
+// on the other one. An edge that is found before its own bucket waits until that is reached.
+const EdgeIndex::Owner* EdgeIndex::FaceAt(GridPoint p) const noexcept {
   const Entry* nearest = nullptr;
   const std::int32_t row = BucketOf(p.gy);
   for (std::int32_t column = BucketOf(p.gx); column >= 0; --column) {
@@ -134,7 +105,7 @@ const Contour* EdgeIndex::FaceAt(GridPoint p) const noexcept {
     if (nearest != nullptr && RightOf(border, nearest->from, nearest->to) <= 0) break;
   }
   const bool inside = nearest != nullptr && nearest->to.gy < nearest->from.gy;
-  return inside ? nearest->contour : nullptr;
+  return inside ? &nearest->owner : nullptr;
 }
 
 // A box may reach beyond the grid by a step.
@@ -167,35 +138,29 @@ void EdgeIndex::ForEachBucket(GridPoint a, GridPoint b, Visit visit) {
   }
 }
 
-void EdgeIndex::AddEdge(GridPoint from, GridPoint to, const Contour* contour) {
-  const Entry entry{from, to, contour, kNone};
-  ForEachBucket(from, to, [&](std::uint32_t& bucket) { Put(bucket, entry); });
+void EdgeIndex::AddEdge(const VertexNode* v, Owner owner) {
+  const Entry entry{v->grid, v->next->grid, owner, kNone};
+  ForEachBucket(entry.from, entry.to, [&](std::uint32_t& bucket) {
+    std::uint32_t place = free_;
+    if (place != kNone) {
+      free_ = entries_[place].next;
+      entries_[place] = entry;
+    } else {
+      place = static_cast<std::uint32_t>(entries_.size());
+      entries_.push_back(entry);
+    }
+    entries_[place].next = std::exchange(bucket, place);
+  });
 }
 
-void EdgeIndex::Put(std::uint32_t& bucket, const Entry& entry) {
-  std::uint32_t place = free_;
-  if (place != kNone) {
-    free_ = entries_[place].next;
-    entries_[place] = entry;
-  } else {
-    place = static_cast<std::uint32_t>(entries_.size());
-    entries_.push_back(entry);
-  }
-  entries_[place].next = bucket;
-  bucket = place;
-}
-
-void EdgeIndex::TakeOut(GridPoint from, GridPoint to, const Contour* contour) noexcept {
-  ForEachBucket(from, to, [&](std::uint32_t& bucket) {
-    std::uint32_t* link = &bucket;
-    while (*link != kNone) {
-      Entry& entry = entries_[*link];
-      if (entry.contour == contour && entry.from == from && entry.to == to) {
-        const std::uint32_t taken = std::exchange(*link, entry.next);
-        entry.next = std::exchange(free_, taken);
+void EdgeIndex::RemoveEdge(const VertexNode* v, Owner owner) noexcept {
+  ForEachBucket(v->grid, v->next->grid, [&](std::uint32_t& bucket) {
+    for (std::uint32_t* link = &bucket; *link != kNone; link = &entries_[*link].next) {
+      Entry& e = entries_[*link];
+      if (e.owner == owner && e.from == v->grid && e.to == v->next->grid) {
+        e.next = std::exchange(free_, std::exchange(*link, e.next));
         return;
       }
-      link = &entry.next;
     }
   });
 }

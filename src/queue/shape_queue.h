@@ -6,7 +6,7 @@
 // time that depends on its own size alone. Most others touch few contours: the rest pass
 // by (near_operation.h). Tables are made once.
 //
-// Why that is the same. In a settled region (bent_edges.h) no edge meets the pixel of a
+// Why that is the same. In a snap-stable region (bent_edges.h) no edge meets the pixel of a
 // vertex but in its centre. So an operation bends none of the edges and traces the contours
 // as they are, from the same heads, but where the new contour comes near: with that contour
 // a step away from every edge, nowhere. What happens to such a contour follows from the
@@ -17,7 +17,7 @@
 //   Unite       nothing                                  an area, behind all others
 //
 // The contour comes back with its own head as long as it is plain (snapped_contour.h),
-// and the new region is settled too. Vertices keep their grid as long as the contour lies
+// and the new region is snap-stable too. Vertices keep their grid as long as the contour lies
 // within the box of the grid and the region fills that.
 #pragma once
 
@@ -25,7 +25,7 @@
 #include <list>
 #include <memory>
 
-#include "polygon/records.h"
+#include "polygon/shape.h"
 
 namespace zelvan {
 
@@ -39,9 +39,9 @@ struct QueueWays {
   std::size_t whole = 0;    ///< with the whole region
 };
 
-/// Unites the shape with each of the others in turn. Raises what Unite raises; then
-/// those before the failing one stay combined, or, when memory for their tables is
-/// missing, none.
+/// Unites the shape with each of the others in turn. Raises what Unite raises, throws
+/// std::bad_alloc; the shapes before the failing one then stay combined, or, if memory for
+/// their tables is missing, none.
 QueueWays UniteAll(Shape& shape, const ShapeQueue& others);
 
 /// The same for the region of `shape` less those of the others.
