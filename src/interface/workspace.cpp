@@ -4,9 +4,9 @@
 #include <cstddef>
 #include <utility>
 
-#include "queue/shape_queue.h"
 #include "interface/read_points.h"
 #include "polygon/grid_mapping.h"
+#include "queue/shape_queue.h"
 #include "triangulation/mesh.h"
 #include "triangulation/triangulate.h"
 

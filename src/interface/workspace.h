@@ -8,8 +8,8 @@
 
 #include <memory>
 
-#include "queue/shape_queue.h"
 #include "polygon/shape.h"
+#include "queue/shape_queue.h"
 
 namespace zelvan {
 

@@ -9,10 +9,10 @@
 
 #include "boolean/boolean.h"
 #include "boolean/shape_boolean.h"
-#include "queue/shape_queue.h"
 #include "boolean/soundness.h"
 #include "polygon/build_shape.h"
 #include "polygon/grid_mapping.h"
+#include "queue/shape_queue.h"
 #include "support/failing_allocator.h"
 #include "support/geos_area.h"
 #include "support/mesh_checker.h"
