@@ -3,10 +3,12 @@
 #include <zelvan/region_c.h>
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 
 #include "interface/region.h"
 #include "interface/region_move.h"
+#include "interface/region_offset.h"
 #include "interface/region_operations.h"
 #include "interface/region_refusal.h"
 #include "interface/region_rings.h"
@@ -74,6 +76,12 @@ overlay::Operation OperationOf(std::int32_t operation) {
       overlay::Operation::kExclusiveOr};
   Require(operation >= ZELVAN_UNITE && operation <= ZELVAN_XOR);
   return operations[operation];
+}
+
+offset::Style StyleOf(std::int32_t join, double miterLimit) {
+  Require(join >= ZELVAN_JOIN_ROUND && join <= ZELVAN_JOIN_BEVEL);
+  Require(join != ZELVAN_JOIN_MITER || miterLimit >= 1.0);
+  return {static_cast<offset::Join>(join), miterLimit};
 }
 
 bool IsRoomFor(const zelvan_region* region, const zelvan_counts* room) noexcept {
@@ -175,6 +183,16 @@ zelvan_status ZELVAN_CALL zelvan_region_unite(const zelvan_region* const* region
   return Guarded(nullptr, [&] {
     Require(result != nullptr && (regions != nullptr || count == 0));
     *result = UniteRegions({regions, count}).release();
+  });
+}
+
+zelvan_status ZELVAN_CALL zelvan_region_offset(const zelvan_region* region, double distance,
+                                               int32_t join, double miter_limit, double tolerance,
+                                               const zelvan_region** result) {
+  return Guarded(nullptr, [&] {
+    Require(result != nullptr && std::isfinite(distance));
+    Require(std::isfinite(tolerance) && tolerance >= 0.0);
+    *result = OffsetRegion(region, distance, {StyleOf(join, miter_limit), tolerance}).release();
   });
 }
 
