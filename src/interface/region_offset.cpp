@@ -65,13 +65,28 @@ class OffsetSweep {
  public:
   OffsetSweep(offset::RawCurve&& curve, bool grows) : curve_(std::move(curve)), grows_(grows) {}
 
-  [[nodiscard]] FlatRegion Run(const FlatRegion& region) {
-    sweep_.Reserve(2 * region.points.size());
-    for (std::size_t i = 0; i < region.Rings(); ++i) AddRing(region.Ring(i));
+  [[nodiscard]] FlatRegion Run(const zelvan_region& region) {
+    const FlatRegion& flat = region.flat;
+    sweep_.Reserve(2 * flat.points.size());
+    for (std::size_t i = 0; i < flat.Polygons(); ++i) {
+      const std::uint32_t outer = flat.polygonOffsets[i];
+      if (!grows_ && IsFilled(region.ringBoxes[outer])) continue;
+      AddRing(flat.Ring(outer));
+      for (std::uint32_t k = outer + 1; k < flat.polygonOffsets[i + 1]; ++k) {
+        if (!grows_ || !IsFilled(region.ringBoxes[k])) AddRing(flat.Ring(k));
+      }
+    }
     return sweep_.Run(grows_ ? FillRule::Positive : FillRule::Negative);
   }
 
  private:
+  // Is no place in a ring farther from it than the distance?
+  [[nodiscard]] bool IsFilled(const GridBox& box) const noexcept {
+    const double width = static_cast<double>(box.max.gx) - box.min.gx;
+    const double height = static_cast<double>(box.max.gy) - box.min.gy;
+    return std::min(width, height) <= 2.0 * curve_.Distance();
+  }
+
   void AddRing(std::span<const GridPoint> ring) {
     curve_.Clear();
     if (grows_) {
@@ -118,7 +133,7 @@ RegionHandle OffsetRegion(const zelvan_region* region, double distance,
   const double tolerance = options.tolerance != 0.0 ? options.tolerance / grid.Step() : steps / 500;
   const double least = grid == region->grid ? kLeastTolerance : kLeastToleranceMoved;
   OffsetSweep sweep({steps, ArcError(steps, tolerance, least), style}, grows);
-  return MakeRegion(grid, sweep.Run(moved->flat), region->lost);
+  return MakeRegion(grid, sweep.Run(*moved), region->lost);
 }
 
 }  // namespace zelvan

@@ -23,7 +23,9 @@
 #include <vector>
 
 #include "offset/circle.h"
+#include "offset/ring_sides.h"
 #include "offset/side.h"
+#include "offset/trimming.h"
 #include "polygon/grid.h"
 
 namespace zelvan::offset {
@@ -44,10 +46,12 @@ class RawCurve {
   RawCurve(double distance, double error, const Style& style)
       : style_(style), circle_(distance, error) {}
 
+  [[nodiscard]] double Distance() const noexcept { return circle_.Radius(); }
   void Clear() noexcept { points_.clear(); }
   [[nodiscard]] std::span<const WorldPoint> Points() const noexcept { return points_; }
 
-  /// The curve on the right of a closed ring of at least 3 points, no two neighbours the same.
+  /// The curve on the right of a closed ring of at least 2 points, no two neighbours the same.
+  /// Loops that change nothing are left out where they are found (trimming.h).
   void AddRing(std::span<const GridPoint> ring);
 
   [[nodiscard]] Side SideOf(GridPoint p, GridPoint q) const noexcept {
@@ -69,11 +73,17 @@ class RawCurve {
   }
 
  private:
+  void AddAround(Site site, const WorldPoint* begin, const WorldPoint* end);
+  void AddJoin(GridPoint corner, const Side& from, const Side& to);
+  void AddThrough(GridPoint corner, const Side& from, const Side& to);
   void AddArc(GridPoint corner, const Side& from, const Side& to);
+  [[nodiscard]] static Side SideTowards(GridPoint corner, WorldPoint place) noexcept;
   [[nodiscard]] bool AddTip(GridPoint corner, const Side& from, const Side& to);
 
   Style style_;
   Circle circle_;
+  RingSides sides_;
+  Trimming trimming_;
   std::vector<WorldPoint> points_;
 };
 
