@@ -1,5 +1,6 @@
-// zelvan union, subtract, intersect and xor: the polygons of each input become regions on one
-// grid; those of one input, and of all that are subtracted, are united in one sweep.
+// zelvan union, subtract, intersect, xor and offset: the polygons of each input become regions on
+// one grid; those of one input, and of all that are subtracted, are united in one sweep. What is
+// offset is the union of all.
 #include <algorithm>
 #include <chrono>
 #include <cmath>
@@ -26,6 +27,7 @@ constexpr Operation kOperations[] = {
     {Command::kSubtract, "difference", "subtracting"},
     {Command::kIntersect, "intersection", "intersecting"},
     {Command::kXor, "symmetric difference", "combining"},
+    {Command::kOffset, "offset", "offsetting"},
 };
 
 const Operation& OperationOf(Command command) {
@@ -70,6 +72,8 @@ class Combination {
             [](const Region& all, const auto& input) { return all & zelvan::Unite(input); });
       case Command::kXor:
         return OddlyCovered();
+      case Command::kOffset:
+        return zelvan::Offset(UniteFrom(0), options_.distance, options_.offset);
       default:
         return UniteFrom(0);
     }

@@ -53,6 +53,12 @@ std::string CheckStep(const std::string& text) {
   }
 }
 
+Validator AtLeast(double least, const char* problem) {
+  return [=](const std::string& text) -> std::string {
+    return std::strtod(text.c_str(), nullptr) >= least ? "" : problem;
+  };
+}
+
 void AddCommonOptions(CLI::App& command, Options& options) {
   const auto list = [&](const char* name, std::vector<std::string>& to, const char* what) {
     return command.add_option(name, to, what)->allow_extra_args(false);
@@ -102,8 +108,35 @@ void AddTriangulate(CLI::App& app, Options& options) {
   command->callback([&] { options.command = Command::kTriangulate; });
 }
 
+void AddOffsetOptions(CLI::App& command, Options& options) {
+  command.add_option("--distance", options.distance, "by how much; below 0 to shrink")
+      ->required()
+      ->option_text("LENGTH");
+  using zelvan::Join;
+  const std::map<std::string, Join> joins{
+      {"round", Join::Round}, {"miter", Join::Miter}, {"bevel", Join::Bevel}};
+  command
+      .add_option_function<std::string>(
+          "--join",
+          [&options, joins](const std::string& join) { options.offset.join = joins.at(join); },
+          "corners are round (which is so unless this is given), miter or bevel")
+      ->check(OneOf({"round", "miter", "bevel"}, "a join is round, miter or bevel"))
+      ->option_text("JOIN");
+  command
+      .add_option("--miter-limit", options.offset.miterLimit,
+                  "how far a miter's tip may lie from its corner, in distances: 2 unless this is\n"
+                  "given; farther ones are cut to a bevel")
+      ->check(AtLeast(1.0, "a miter limit is at least 1"))
+      ->option_text("NUMBER");
+  command
+      .add_option("--tolerance", options.offset.tolerance,
+                  "how far arcs may be off: a 500th of the distance unless this is given")
+      ->check(AtLeast(0.0, "a tolerance is not below 0"))
+      ->option_text("LENGTH");
+}
+
 void AddCombinations(CLI::App& app, Options& options) {
-  const auto add = [&](const char* name, const char* what, Command kind, int files) {
+  const auto add = [&](const char* name, const char* what, Command kind, int files) -> CLI::App& {
     CLI::App* command = app.add_subcommand(name, what)->group("Commands");
     command->add_option("FILE", options.inputs, "files of polygons")
         ->required()
@@ -113,12 +146,16 @@ void AddCombinations(CLI::App& app, Options& options) {
     command->add_flag("--triangles", options.triangles, "write the triangles of the region");
     command->footer(std::string(kCombinations) + kFooter);
     command->callback([&options, kind] { options.command = kind; });
+    return *command;
   };
   add("union", "unite all polygons of the files", Command::kUnion, 1);
   add("subtract", "take the polygons of the further files from those of the first",
       Command::kSubtract, 2);
   add("intersect", "keep what lies in polygons of every file", Command::kIntersect, 2);
   add("xor", "keep what lies in an odd number of the files", Command::kXor, 2);
+  AddOffsetOptions(add("offset", "grow the union of all polygons of the files, or shrink it",
+                       Command::kOffset, 1),
+                   options);
 }
 
 // The words of the command line; help is a command, too.

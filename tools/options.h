@@ -2,13 +2,14 @@
 #pragma once
 
 #include <zelvan/fill_rule.h>
+#include <zelvan/region.h>
 
 #include <string>
 #include <vector>
 
 namespace tool {
 
-enum class Command { kTriangulate, kUnion, kSubtract, kIntersect, kXor };
+enum class Command { kTriangulate, kUnion, kSubtract, kIntersect, kXor, kOffset };
 
 struct Options {
   Command command = Command::kTriangulate;
@@ -19,6 +20,8 @@ struct Options {
   double step = 0;                   // of the grid; 0 for the finest
   bool repair = false;
   zelvan::FillRule fill = zelvan::FillRule::EvenOdd;
+  double distance = 0;  // of an offset
+  zelvan::OffsetOptions offset;
   bool triangles = false;  // of a combination: its triangles, too
   bool delaunay = false;
 };
