@@ -1,8 +1,9 @@
-// Any bytes, read as operations on four regions. Every region that comes out has its meshes
-// judged and is the same made again of its rings; small ones are the arrangement oracle's.
+// Any bytes, read as operations on four regions and offsets. Every region that comes out has its
+// meshes judged and is the same made again of its rings; small ones are the arrangement oracle's.
 #include <zelvan/overlay.h>
 #include <zelvan/region.h>
 
+#include <algorithm>
 #include <array>
 
 #include "bytes.h"
@@ -84,6 +85,24 @@ std::string Contradiction(const Region& a, const Region& b) {
   return "";
 }
 
+// Of a small one by any numbers. What was grown by some steps is held whole, and so are vertices
+// that were there before shrinking.
+Region Offsetted(const Region& region, fuzz::Bytes& bytes) {
+  if (region.VertexCount() > 60) return region;
+  const zelvan::OffsetOptions options{zelvan::Join(bytes.Byte() % 3), bytes.Byte() / 64.0,
+                                      bytes.Byte() / 16.0};
+  const double distance = bytes.Byte() % 4 == 0 ? bytes.Double() : bytes.Byte() - 128;
+  const Region result = Offset(region, distance, options);
+  if (region.Grid() != result.Grid()) return result;
+  const double slack = 2 * region.Grid().Step() + std::max(options.tolerance, distance / 500);
+  for (const zelvan::Point p : region.Vertices()) {
+    const Side side = result.Contains(p);
+    if (distance > slack && side == Side::Outside) fuzz::Expect("grown, and not held");
+    if (distance < -2 * slack && side == Side::Inside) fuzz::Expect("shrunk, and held");
+  }
+  return result;
+}
+
 std::string FaultsOf(const Region& region) {
   std::vector<Ring> rings;
   for (const zelvan::Polygon& polygon : region.Polygons()) {
@@ -104,11 +123,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::uint8_t what = bytes.Byte(), from = bytes.Byte();
     Region& to = regions[what >> 6];
     try {
-      const int operation = from / 4 % 6;
+      const int operation = from / 4 % 7;
       to = what % 2 == 0    ? FromBytes(bytes)
            : operation == 5 ? PartOf(regions, from / 24)
+           : operation == 6 ? Offsetted(to, bytes)
                             : Combined(to, regions[from % 4], operation);
-    } catch (const std::logic_error&) {  // not finite; no grid holds, or keeps, both
+    } catch (const std::logic_error&) {  // not finite; no limit; no grid holds, or keeps, both
       to = {};
     }
     fuzz::Expect(FaultsOf(to));

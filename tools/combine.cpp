@@ -1,5 +1,6 @@
-// zelvan union, subtract, intersect and xor: the polygons of each input become regions on one
-// grid; those of one input, and of all that are subtracted, are united in one sweep.
+// zelvan union, subtract, intersect, xor and offset: the polygons of each input become regions on
+// one grid; those of one input, and of all that are subtracted, are united in one sweep. What is
+// offset is the union of all.
 #include <algorithm>
 #include <chrono>
 #include <cmath>
@@ -16,7 +17,7 @@
 namespace tool {
 namespace {
 
-enum class Kind { kUnion, kSubtract, kIntersect, kXor };
+enum class Kind { kUnion, kSubtract, kIntersect, kXor, kOffset };
 
 struct Operation {
   Kind kind;
@@ -28,6 +29,7 @@ constexpr Operation kUnion{Kind::kUnion, "union", "uniting"};
 constexpr Operation kSubtract{Kind::kSubtract, "difference", "subtracting"};
 constexpr Operation kIntersect{Kind::kIntersect, "intersection", "intersecting"};
 constexpr Operation kXor{Kind::kXor, "symmetric difference", "combining"};
+constexpr Operation kOffset{Kind::kOffset, "offset", "offsetting"};
 
 double SecondsSince(std::chrono::steady_clock::time_point start) {
   return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
@@ -121,6 +123,8 @@ class Combination {
             [](const Region& all, const Pieces& input) { return all & Unite(input); });
       case Kind::kXor:
         return OddlyCovered();
+      case Kind::kOffset:
+        return zelvan::Offset(Unite(From(0)), options_.distance, options_.offset);
       default:
         return Unite(From(0));
     }
@@ -278,6 +282,10 @@ int RunIntersect(const Options& options) {
 
 int RunXor(const Options& options) {
   return RunCombine(options, kXor);
+}
+
+int RunOffset(const Options& options) {
+  return RunCombine(options, kOffset);
 }
 
 }  // namespace tool

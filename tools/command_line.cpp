@@ -3,6 +3,7 @@
 #include <zelvan/region.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <exception>
 #include <map>
 #include <string>
@@ -94,6 +95,41 @@ void AddEach(CLI::App& command, Options& options) {
                    "each feature of the first file for itself, with its properties and id");
 }
 
+CLI::Validator AtLeast(double least, const char* problem) {
+  const auto check = [=](const std::string& text) -> std::string {
+    return std::strtod(text.c_str(), nullptr) >= least ? "" : problem;
+  };
+  return {check, "", ""};
+}
+
+void AddOffsetOptions(CLI::App& command, Options& options) {
+  AddTriangles(command, options);
+  command.add_option("--distance", options.distance, "by how much; below 0 to shrink")
+      ->required()
+      ->option_text("LENGTH");
+  using zelvan::Join;
+  const std::map<std::string, Join> joins{
+      {"round", Join::Round}, {"miter", Join::Miter}, {"bevel", Join::Bevel}};
+  command
+      .add_option_function<std::string>(
+          "--join",
+          [&options, joins](const std::string& join) { options.offset.join = joins.at(join); },
+          "corners are round (which is so unless this is given), miter or bevel")
+      ->check(OneOf({"round", "miter", "bevel"}, "a join is round, miter or bevel"))
+      ->option_text("JOIN");
+  command
+      .add_option("--miter-limit", options.offset.miterLimit,
+                  "how far a miter's tip may lie from its corner, in distances: 2 unless this is\n"
+                  "given; farther ones are cut to a bevel")
+      ->check(AtLeast(1.0, "a miter limit is at least 1"))
+      ->option_text("NUMBER");
+  command
+      .add_option("--tolerance", options.offset.tolerance,
+                  "how far arcs may be off: a 500th of the distance unless this is given")
+      ->check(AtLeast(0.0, "a tolerance is not below 0"))
+      ->option_text("LENGTH");
+}
+
 constexpr const char* kApart =
     "Writes .svg, .obj (one group per polygon), .geojson and .wkt (one\n"
     "multipolygon of triangles per polygon). Each polygon has a grid of\n"
@@ -126,6 +162,8 @@ constexpr Command kCommands[] = {
      AddEach, kTogether},
     {"intersect", "keep what lies in polygons of every file", 2, RunIntersect, AddEach, kTogether},
     {"xor", "keep what lies in an odd number of the files", 2, RunXor, AddTriangles, kTogether},
+    {"offset", "grow the union of all polygons of the files, or shrink it", 1, RunOffset,
+     AddOffsetOptions, kTogether},
 };
 
 std::string MoreFormats() {

@@ -19,6 +19,7 @@ int RunUnion(const Options& options);
 int RunSubtract(const Options& options);
 int RunIntersect(const Options& options);
 int RunXor(const Options& options);
+int RunOffset(const Options& options);
 
 // Reads every input that can be read, keeps the features that the options name, and says what
 // cannot be used and what is passed over; raises `status` to what that means. One element for

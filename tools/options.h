@@ -2,6 +2,7 @@
 #pragma once
 
 #include <zelvan/fill_rule.h>
+#include <zelvan/region.h>
 
 #include <string>
 #include <vector>
@@ -21,6 +22,8 @@ struct Options {
   bool delaunay = false;
   bool each = false;     // of a combination: each feature of the first file for itself
   bool explain = false;  // what the grid did
+  double distance = 0;   // of an offset
+  zelvan::OffsetOptions offset;
 };
 
 // Exit statuses of every command.

@@ -11,7 +11,7 @@ import { theme } from './theme.js';
 import { boundsOf, toScreen } from './viewport.js';
 import { fileOf } from './writers.js';
 
-const STAGES = ['Reading shape A', 'Reading shape B', 'Combining', 'Cutting into triangles', 'Measuring', 'Drawing'];
+const STAGES = ['Reading shape A', 'Reading shape B', 'Combining', 'Offsetting', 'Cutting into triangles', 'Measuring', 'Drawing'];
 const HANDLES = 3000;  // more would hide the shape
 
 let answer = null;     // of light shapes
@@ -23,8 +23,8 @@ let drawsAgain = false;
 let computesAgain = false;
 
 const inputOf = () => {
-  const { shapes, operation, fill, mesh, doublings } = state;
-  return { shapes, operation, fill, mesh, doublings };
+  const { shapes, operation, fill, mesh, doublings, offset } = state;
+  return { shapes, operation, fill, mesh, doublings, offset };
 };
 
 onEnd(() => {

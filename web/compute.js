@@ -2,8 +2,8 @@
 // size and in a worker for large ones; `stage` is told what is being done.
 import { Region } from './zelvan/index.js';
 
-/** The grid of both shapes, `doublings` times coarser by two than it must be. */
-function gridOf(shapes, doublings) {
+/** The corners of the boxes of all rings, x and y in turn. */
+function cornersOf(shapes) {
   const corners = [];
   for (const ring of [...shapes.A, ...shapes.B].flat()) {
     // The corners of each ring's box stand for it; what is not a number stays one.
@@ -16,9 +16,25 @@ function gridOf(shapes, doublings) {
     }
     if (ring.length > 0) corners.push(x0, y0, x1, y1);
   }
-  const { x, y, step } = Region.gridCovering(corners);
+  return corners;
+}
+
+/** The grid of both shapes, `doublings` times coarser by two than it must be. */
+function gridOf(shapes, doublings) {
+  const { x, y, step } = Region.gridCovering(cornersOf(shapes));
   const coarse = step * 2 ** doublings;
   return { x: Math.floor(x / coarse) * coarse, y: Math.floor(y / coarse) * coarse, step: coarse };
+}
+
+/** By how much thousandths of the shapes' longer extent grow or shrink the answer. */
+export function distanceOf({ shapes, offset }) {
+  if (offset === 0) return 0;
+  const [low, high] = [[Infinity, Infinity], [-Infinity, -Infinity]];
+  cornersOf(shapes).forEach((value, i) => {
+    low[i % 2] = Math.min(low[i % 2], value);
+    high[i % 2] = Math.max(high[i % 2], value);
+  });
+  return (Math.max(0, high[0] - low[0], high[1] - low[1]) * offset) / 1000;
 }
 
 /** The smallest angle of all triangles in degrees, which lies between the two longer sides. */
@@ -50,7 +66,7 @@ function regionOf(shape, options) {
 
 const NO_MESH = { positions: new Float64Array(0), indices: new Uint32Array(0), neighbours: new Int32Array(0) };
 
-export function compute({ shapes, operation, fill, mesh, doublings }, stage = () => {}) {
+export function compute({ shapes, operation, fill, mesh, doublings, offset }, stage = () => {}) {
   const start = performance.now();
   const grid = gridOf(shapes, doublings);
   const regions = [];
@@ -61,8 +77,14 @@ export function compute({ shapes, operation, fill, mesh, doublings }, stage = ()
     stage('Reading shape B');
     const b = keep(regionOf(shapes.B, { fill, grid }));
     stage('Combining');
-    const result = keep(a[operation](b));
-    const answer = { polygons: result.read(), counts: result.counts, area: result.area, step: grid.step, lost: result.lost };
+    let result = keep(a[operation](b));
+    const distance = distanceOf({ shapes, offset });
+    if (distance !== 0) {
+      stage('Offsetting');
+      result = keep(result.offset(distance));
+    }
+    const { step } = result.isEmpty ? grid : result.grid;
+    const answer = { polygons: result.read(), counts: result.counts, area: result.area, step, distance, lost: result.lost };
     const combined = performance.now();
     const times = { combining: combined - start, cutting: null };
     if (mesh === 'none') return { ...answer, mesh: NO_MESH, angle: null, times };

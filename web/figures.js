@@ -28,7 +28,7 @@ export function power(step) {
   return `2${digits.replaceAll(/\d/g, (digit) => '⁰¹²³⁴⁵⁶⁷⁸⁹'[digit])}`;
 }
 
-export function showFigures({ counts, area, step, angle, times }) {
+export function showFigures({ counts, area, step, distance, angle, times }) {
   put('vertices', whole.format(counts.vertices));
   put('polygons', whole.format(counts.polygons));
   put('holes', whole.format(counts.rings - counts.polygons));
@@ -36,6 +36,7 @@ export function showFigures({ counts, area, step, angle, times }) {
   put('area', exact.format(area));
   put('angle', angleText(angle));
   put('step', power(step));
+  put('distance', rough.format(distance));
   put('combining', milliseconds(times.combining));
   put('cutting', milliseconds(times.cutting));
 }
@@ -70,6 +71,8 @@ export function showState(hasAnswer) {
   }
   byId('fill').value = state.fill;
   byId('doublings').value = state.doublings;
+  byId('offset').value = state.offset;
+  byId('offset').setAttribute('aria-valuetext', byId('distance').textContent);
   byId('doublings').setAttribute('aria-valuetext', byId('step').textContent);
   if (state.chosen) {
     const { ring, vertex } = state.chosen;

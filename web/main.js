@@ -153,10 +153,12 @@ function listenToPanel() {
     state.fill = byId('fill').value;
     changed('shapes');
   });
-  byId('doublings').addEventListener('input', () => {
-    state.doublings = Number(byId('doublings').value);
-    changed('shapes');
-  });
+  for (const name of ['doublings', 'offset']) {
+    byId(name).addEventListener('input', () => {
+      state[name] = Number(byId(name).value);
+      changed('shapes');
+    });
+  }
   byId('sample').prepend(...Object.entries(SAMPLES).map(([name, { title }]) => new Option(title, name)));
   byId('sample').addEventListener('change', () => loadSample(byId('sample').value));
   byId('file').addEventListener('change', () => {

@@ -13,6 +13,7 @@ export const state = {
   fill: 'even-odd',
   mesh: 'delaunay',
   doublings: 0,     // of the grid's step above the finest one
+  offset: 0,        // of the answer, in thousandths of the shapes' longer extent
   step: null,       // of the grid of the answer, while there is one
   chosen: null,     // a vertex of the active shape: { ring, vertex }
   draft: null,      // a ring that is being drawn: { points, pointer, taken }, taken: by undo
@@ -42,7 +43,7 @@ export const activeRings = () => state.shapes[state.active].flat();
 // its size; those before it while all have no more vertices than this.
 const MOST_STEPS = 100;
 const MOST_VERTICES = 1e7;
-const LOADED = ['shapes', 'source', 'operation', 'fill', 'doublings', 'active', 'view'];
+const LOADED = ['shapes', 'source', 'operation', 'fill', 'doublings', 'offset', 'active', 'view'];
 const past = [];
 const future = [];
 export const canUndo = () => state.draft !== null || past.length > 0;
@@ -98,7 +99,7 @@ export function forgetLastStep() {
 /** Takes other shapes and settings for all that was there. */
 export function load(fields) {
   if (state.source) remember(LOADED);
-  Object.assign(state, { operation: 'unite', fill: 'even-odd', doublings: 0, active: 'A', chosen: null, draft: null }, fields);
+  Object.assign(state, { operation: 'unite', fill: 'even-odd', doublings: 0, offset: 0, active: 'A', chosen: null, draft: null }, fields);
   changed('shapes');
 }
 

@@ -774,6 +774,35 @@ inline Region Combine(Operation operation, const std::vector<Ring>& a, FillRule 
                               &grid.Data());
 }
 
+/// How an offset goes around a corner: along an arc; to where the edges' copies meet; straight
+/// from one edge's copy to the next one's.
+enum class Join { Round = ZELVAN_JOIN_ROUND, Miter = ZELVAN_JOIN_MITER, Bevel = ZELVAN_JOIN_BEVEL };
+
+/// Options of Offset.
+struct OffsetOptions {
+  Join join = Join::Round;  ///< how corners are gone around
+  double miterLimit = 2.0;  ///< a tip farther from its corner, in distances, is cut to a bevel
+  double tolerance = 0.0;   ///< how far arcs may be off; 0 for 1/500 of the distance
+};
+
+/// A region grown by a distance, or shrunk by one below 0. A round offset has every point of its
+/// boundary at that distance from the region's, within the tolerance and one step of its grid;
+/// zelvan_region_offset says what that means in full, what the other joins give, and why.
+///
+///     const Region setback = Offset(parcel, -5.0);
+///     const Region outline = Offset(plate, 0.25, {Join::Miter, 4.0});
+///
+/// Throws std::invalid_argument for numbers that are not finite, a tolerance below 0, a limit
+/// below 1, and where no grid holds the result; std::domain_error as operations do;
+/// std::bad_alloc, std::length_error.
+inline Region Offset(const Region& region, double distance, const OffsetOptions& options = {}) {
+  const zelvan_region* result = nullptr;
+  detail::Check(zelvan_region_offset(region.Handle(), distance,
+                                     static_cast<std::int32_t>(options.join), options.miterLimit,
+                                     options.tolerance, &result));
+  return Region::Adopt(result);
+}
+
 /// Cuts a region into triangles of its own vertices. Throws std::bad_alloc.
 inline Mesh Triangulate(const Region& region, const MeshOptions& options = {}) {
   const zelvan_counts counts = region.Counts();

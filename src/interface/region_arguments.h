@@ -9,6 +9,7 @@
 #include "interface/region_grid.h"
 #include "interface/region_refusal.h"
 #include "interface/region_rings.h"
+#include "offset/raw_curve.h"
 #include "overlay/selection.h"
 
 namespace zelvan {
@@ -52,6 +53,12 @@ template <class Work>
       overlay::Operation::kExclusiveOr};
   Require(operation >= ZELVAN_UNITE && operation <= ZELVAN_XOR);
   return operations[operation];
+}
+
+[[nodiscard]] inline offset::Style StyleOf(std::int32_t join, double miterLimit) {
+  Require(join >= ZELVAN_JOIN_ROUND && join <= ZELVAN_JOIN_BEVEL);
+  Require(join != ZELVAN_JOIN_MITER || miterLimit >= 1.0);
+  return {static_cast<offset::Join>(join), miterLimit};
 }
 
 /// On a given grid, or where it is null on the one that covers all rings.

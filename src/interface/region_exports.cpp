@@ -3,10 +3,12 @@
 #include <zelvan/region_c.h>
 
 #include <algorithm>
+#include <cmath>
 
 #include "interface/region.h"
 #include "interface/region_arguments.h"
 #include "interface/region_move.h"
+#include "interface/region_offset.h"
 #include "interface/region_operations.h"
 #include "interface/region_side.h"
 #include "interface/ring_area.h"
@@ -127,6 +129,16 @@ zelvan_status ZELVAN_CALL zelvan_region_unite(const zelvan_region* const* region
   return Guarded(nullptr, [&] {
     Require(result != nullptr && (regions != nullptr || count == 0));
     *result = UniteRegions({regions, count}).release();
+  });
+}
+
+zelvan_status ZELVAN_CALL zelvan_region_offset(const zelvan_region* region, double distance,
+                                               int32_t join, double miter_limit, double tolerance,
+                                               const zelvan_region** result) {
+  return Guarded(nullptr, [&] {
+    Require(result != nullptr && std::isfinite(distance));
+    Require(std::isfinite(tolerance) && tolerance >= 0.0);
+    *result = OffsetRegion(region, distance, {StyleOf(join, miter_limit), tolerance}).release();
   });
 }
 

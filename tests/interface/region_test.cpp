@@ -488,6 +488,7 @@ TEST(RegionGuarantee, ThreadsMayShare) {
     std::vector<Region> results;
     for (std::size_t i = 0; i < 32; ++i) {
       results.push_back(Combine(regions[(first + i / 4) % 8], regions[i / 4], i % 4));
+      if (i % 3 == 0) results.back() = Offset(results.back(), int(i % 7) - 3);
       EXPECT_EQ(zelvan::test::CheckMeshes(results.back()), "");
       for (const Point p : regions[i / 4].Vertices()) {  // until one thread makes the index
         EXPECT_EQ(regions[i / 4].Contains(p), Side::Boundary);
@@ -516,6 +517,7 @@ TEST(RegionGuarantee, FailureChangesNothing) {
   const auto session = [&] {
     Region result = (a | fine.OnGrid(Grid())) ^ Region({{{1, 1}, {7, 2}, {2, 7}}});
     result = zelvan::Unite(std::vector<Region>{result, a, b});
+    result = Offset(result, 2.5) - Offset(a, -1.5);
     result ^= zelvan::Combine(zelvan::Operation::Subtract, rings, FillRule::EvenOdd,
                               {{{1, 1}, {7, 2}, {2, 7}}}, FillRule::NonZero, Grid());
     const std::vector<Region> layers{result, a, b};

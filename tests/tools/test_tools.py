@@ -469,12 +469,14 @@ class Tool(unittest.TestCase):
                                            for x, y in zip(rng.choices(range(9), k=n),
                                                            rng.choices(range(9), k=n))])
             shapes = [boxes(9).difference(boxes(5)), boxes(6), boxes(4)]
-            for name, one in zip("abc", shapes):
+            for name, one in zip("abcd", (*shapes, box(0, 0, 4, 4 + seed))):
                 write(name + ".wkt", one.wkt)
             a, b, c = shapes
             for arguments, expected in (
                     ("union a.wkt b.wkt c.wkt", a | b | c), ("subtract a.wkt b.wkt c.wkt", a - b - c),
-                    ("intersect a.wkt b.wkt c.wkt", a & b & c), ("xor a.wkt b.wkt c.wkt", a ^ b ^ c)):
+                    ("intersect a.wkt b.wkt c.wkt", a & b & c), ("xor a.wkt b.wkt c.wkt", a ^ b ^ c),
+                    ("offset d.wkt --distance 2 --join miter", box(-2, -2, 6, 6 + seed)),
+                    ("offset d.wkt --distance -1", box(1, 1, 3, 3 + seed))):
                 self.run_tool(arguments + " -o o.geojson -o o.wkt -o o.obj")
                 parts = getattr(expected, "geoms", [expected])
                 holes = sum(len(part.interiors) for part in parts if part.area)

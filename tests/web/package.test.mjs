@@ -164,6 +164,8 @@ test(`regions keep their identities, seed ${seed}`, () => {
     assert(Region.fromGeoJSON(both.toGeoJSON(), { grid }).equals(both) && Region.from(either.read(), { grid }).equals(either));
     const once = Region.combine('subtract', both.read(), [], { grid, fillA: 'positive' });
     assert(once.equals(both) && Region.combine('xor', a.read(), b.read(), { grid }).equals(either), story);
+    const grown = both.offset(0.5, { join: ['round', 'miter', 'bevel'][round % 3] });
+    assert(both.subtract(grown).isEmpty && grown.area >= both.offset(-0.5, { tolerance: 0.01 }).area, story);
     const { positions: [x, y] } = a.read();
     if (round % 2 === 0) a.prepare();
     assert.deepEqual([a.side([x, y]), a.contains([x, y]), ...a.contains(Float64Array.of(x, y, x - 1, y))], [0, true, true, false]);

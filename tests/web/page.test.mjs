@@ -86,7 +86,8 @@ const shapesOfPage = () => page.evaluate(async () => {
 
 const closed = (ring) => Array.from({ length: ring.length / 2 + 1 }, (_, i) => [0, 1].map((k) => ring[(2 * i + k) % ring.length]));
 
-async function pageEqualsNative(operation) {
+// By the arguments of a command; the operation's own unless it is given.
+async function pageEqualsNative(operation, command = [COMMANDS[operation]]) {
   const shapes = await shapesOfPage();
   const files = ['A', 'B'].map((name) => {
     writeFileSync(join(folder, `${name}.geojson`), JSON.stringify({ type: 'Polygon', coordinates: shapes[name].map(closed) }));
@@ -94,7 +95,7 @@ async function pageEqualsNative(operation) {
   });
   const run = (format, ...options) => {  // with status 1 where the step changes a ring, as the page says, too
     const { status, stdout, stderr } =
-      spawnSync(native, [COMMANDS[operation], ...files, '-o', '-', '--format', format, ...options], { encoding: 'utf8', maxBuffer: 1e8 });
+      spawnSync(native, [...command, ...files, '-o', '-', '--format', format, ...options], { encoding: 'utf8', maxBuffer: 1e8 });
     assert(status === 0 || (status === 1 && !/not usable/.test(stderr)), stderr);
     return stdout;
   };
@@ -119,6 +120,17 @@ test('every sample is answered, every operation as the native program does', asy
       await settled();
       await pageEqualsNative(operation);
     }
+  }
+  await choose('coasts');
+  await page.check('input[value=unite]');
+  for (const offset of [-40, -3, 25]) {
+    await page.locator('#offset').fill(String(offset));
+    await settled();
+    const distance = await page.evaluate(async () => {
+      const [{ state }, { distanceOf }] = await Promise.all([import('./state.js'), import('./compute.js')]);
+      return distanceOf(state);
+    });
+    await pageEqualsNative('unite', ['offset', '--distance', String(distance)]);
   }
   for (const sample of ['countries', 'touching', 'bowtie']) {
     await choose(sample);

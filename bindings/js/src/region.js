@@ -9,6 +9,7 @@ import { namesOf, polygonsOf, toGeometry } from './geojson.js';
 
 const FILLS = ['even-odd', 'non-zero', 'positive', 'negative'];
 const OPERATIONS = { unite: 0, intersect: 1, subtract: 2, xor: 3 };
+const JOINS = ['round', 'miter', 'bevel'];
 const DELAUNAY = 1;
 const NEIGHBOURS = 2;
 const BOUNDARY = 1;
@@ -192,6 +193,15 @@ export class Region {
       const status =
         wasm.zelvan_region_combine(OPERATIONS[operation], this.#alive(), handleOf(other), result);
       checkOperation(status, [this, other]);
+      return wrap(numbersAt(result, 1)[0]);
+    });
+  }
+
+  offset(distance, { join = 'round', miterLimit = 2, tolerance = 0 } = {}) {
+    if (!JOINS.includes(join)) throw new ZelvanError(BAD_ARGUMENT, `join must be one of ${JOINS.join(', ')}.`);
+    return withMemory((reserve) => {
+      const result = reserve(4);
+      check(wasm.zelvan_region_offset(this.#alive(), distance, JOINS.indexOf(join), miterLimit, tolerance, result));
       return wrap(numbersAt(result, 1)[0]);
     });
   }

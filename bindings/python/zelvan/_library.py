@@ -64,6 +64,8 @@ _SIGNATURES: dict[str, tuple[Any, list[Any]]] = {
     "region_release": (None, [c_void_p]),
     "region_combine": (c_int32, [c_int32, c_void_p, c_void_p, _HANDLE]),
     "region_unite": (c_int32, [c_void_p, c_uint32, _HANDLE]),
+    "region_offset": (
+        c_int32, [c_void_p, c_double, c_int32, c_double, c_double, _HANDLE]),
     "region_on_grid": (c_int32, [c_void_p, _GRID, _HANDLE]),
     "region_lost": (c_uint32, [c_void_p]),
     "region_equal": (c_int32, [c_void_p, c_void_p]),

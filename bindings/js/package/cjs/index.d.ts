@@ -54,6 +54,16 @@ export interface MeshOptions {
   float64?: boolean;
 }
 
+export interface OffsetOptions {
+  /** Around corners along an arc ('round', when left out), to where the edges' copies meet, or
+   * straight across. */
+  join?: 'round' | 'miter' | 'bevel';
+  /** A miter's tip farther from its corner, in distances, is cut to a bevel; 2 when left out. */
+  miterLimit?: number;
+  /** How far arcs may be off; a 500th of the distance when left out, or 0. */
+  tolerance?: number;
+}
+
 /** Triangles, counter-clockwise, ready for vertex and index buffers. The vertices are
  * numbered as `Region.read` gives them. */
 export interface Mesh<Positions extends Float32Array | Float64Array = Float32Array> {
@@ -127,6 +137,12 @@ export class Region {
   intersect(other: Region): Region;
   subtract(other: Region): Region;
   xor(other: Region): Region;
+
+  /** The region grown by a distance, or shrunk by one below 0. Where the join is round, every
+   * point of the result's boundary is at that distance from the region's, within the tolerance
+   * and a step of the result's grid. Throws a ZelvanError for what is not finite, a tolerance
+   * below 0, a limit below 1, and as operations do. */
+  offset(distance: number, options?: OffsetOptions): Region;
 
   /** The region on a grid that holds it, whatever is lost there. */
   onGrid(grid: Grid): Region;
