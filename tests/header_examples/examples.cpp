@@ -18,8 +18,10 @@ bool RegionsInCpp() {
     drawn += outer.size() == 5 && holes.size() == 1;
   };
   const zelvan::Region a({{{0, 0}, {1, 0}, {0, 1}}}), b({{{0, 0}, {1e9, 0}, {0, 1e9}}});
+  const zelvan::Region parcel({{{0, 0}, {40, 0}, {40, 20}, {0, 20}}}), plate = parcel;
 #include "region.h.inc"
-  return drawn == 1 && mesh.vertices.size() == 9 && mesh.triangles.size() == 9 && both == b;
+  return drawn == 1 && mesh.vertices.size() == 9 && mesh.triangles.size() == 9 && both == b &&
+         setback.Area() == 300 && outline.Area() == 40.5 * 20.5;
 }
 
 bool Overlays() {
