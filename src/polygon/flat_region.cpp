@@ -33,7 +33,8 @@ FlatRegion Polygons(const FlatRegion& region, std::size_t first, std::size_t end
   const std::uint32_t firstRing = region.polygonOffsets[first];
   const std::uint32_t firstPoint = region.FirstPoint(first);
   const std::uint32_t lastPoint = region.FirstPoint(end);
-  some.points.assign(region.points.begin() + firstPoint, region.points.begin() + lastPoint);
+  const GridPoint* points = region.points.data();
+  some.points.assign(points + firstPoint, points + lastPoint);
   for (std::size_t i = first + 1; i <= end; ++i) {
     some.polygonOffsets.push_back(region.polygonOffsets[i] - firstRing);
   }
