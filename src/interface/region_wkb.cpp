@@ -1,7 +1,7 @@
 // Well-known binary (region_wkb.h).
 #include "interface/region_wkb.h"
 
-#include <bit>
+#include <cstring>
 #include <limits>
 
 #include "interface/region_refusal.h"
@@ -9,6 +9,19 @@
 namespace zelvan {
 
 namespace {
+
+// std::bit_cast is not in every library yet.
+double DoubleOfBits(std::uint64_t bits) noexcept {
+  double value = 0;
+  std::memcpy(&value, &bits, sizeof value);
+  return value;
+}
+
+std::uint64_t BitsOf(double value) noexcept {
+  std::uint64_t bits = 0;
+  std::memcpy(&bits, &value, sizeof bits);
+  return bits;
+}
 
 constexpr int kDeepest = 100;
 
@@ -113,7 +126,7 @@ class WkbPolygons::Reader {
     return number;
   }
 
-  double Double(std::size_t at) const { return std::bit_cast<double>(Bits(at, 8)); }
+  double Double(std::size_t at) const { return DoubleOfBits(Bits(at, 8)); }
 
   std::uint64_t Bits(std::size_t at, std::size_t size) const {
     std::uint64_t bits = 0;
@@ -149,8 +162,8 @@ void PutHeader(Kind kind, std::size_t count, std::uint8_t*& to) noexcept {
 }
 
 void PutPoint(WorldPoint p, std::uint8_t*& to) noexcept {
-  Put(std::bit_cast<std::uint64_t>(p.x), to);
-  Put(std::bit_cast<std::uint64_t>(p.y), to);
+  Put(BitsOf(p.x), to);
+  Put(BitsOf(p.y), to);
 }
 
 }  // namespace
