@@ -62,13 +62,13 @@ void Circle::ForEachBetween(const Side& from, const Side& to, Visit visit) const
     if (Cross(from.arm, arm) > 0 && Cross(arm, to.arm) > 0) visit(arm);
     return;
   }
-  const auto size = static_cast<std::int64_t>(table_.size());
-  const auto first = static_cast<std::int64_t>(PositionOf(from.normal)) + 1;
-  const auto end = static_cast<std::int64_t>(std::ceil(PositionOf(to.normal)));
-  const std::int64_t count = (end - first + size) % size;
+  const auto size = static_cast<std::int32_t>(table_.size());  // below 2^16
+  const auto first = static_cast<std::int32_t>(PositionOf(from.normal)) + 1;
+  const auto end = static_cast<std::int32_t>(std::ceil(PositionOf(to.normal)));
+  const std::int32_t count = (end - first + size) % size;
   if (count > size / 2 + 1) return;
   Arm last = from.arm;
-  for (std::int64_t i = first; i < first + count; ++i) {
+  for (std::int32_t i = first; i < first + count; ++i) {
     const Arm arm = table_[static_cast<std::size_t>(i % size)];
     const bool reachesEnd = i + 2 >= first + count && Cross(arm, to.arm) <= 0;
     if (Cross(last, arm) <= 0 || reachesEnd) continue;
